@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <optional>
+
+// Every message box and file or colour dialog of the program goes through this one seam.
+// The windows install a seam that shows real dialogs; a test installs one that answers from
+// a script, so no person is needed. With no seam installed, a box answers its default.
+namespace Dialogs {
+
+enum class Icon { None, Information, Critical, Question, Exclamation };
+enum class Buttons { Ok, OkCancel, YesNo };
+enum class Answer { Ok, Cancel, Yes, No };
+
+struct Message {
+    QString text;
+    QString title;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::Ok;
+    Answer defaultAnswer = Answer::Ok; // the button that Enter presses
+};
+
+struct FileRequest {
+    bool save = false;
+    QString title;
+    // The filter as the program states it: "Tarnwick Race Log Files (*.trl) |*.trl|All Files
+    // (*.*) |*.*|", pairs of description and pattern, each ended by "|".
+    QString filter;
+    int filterIndex = 1;
+    QString initialFolder;
+    QString fileName; // proposed name
+};
+
+struct FileChoice {
+    QString path;  // full path
+    QString title; // file name without folder
+};
+
+class Seam {
+public:
+    virtual ~Seam() = default;
+    virtual Answer message(const Message& message) = 0;
+    // nullopt when the user cancels
+    virtual std::optional<FileChoice> chooseFile(const FileRequest& request) = 0;
+    virtual std::optional<QColor> chooseColor(const QColor& initial) = 0;
+};
+
+// Install a seam (nullptr removes it). The caller keeps ownership.
+void Install(Seam* seam);
+Seam* Installed();
+
+Answer Show(const Message& message);
+// A one-button information box, the most common kind.
+void Inform(const QString& text, const QString& title, Icon icon = Icon::Information);
+std::optional<FileChoice> ChooseFile(const FileRequest& request);
+std::optional<QColor> ChooseColor(const QColor& initial);
+
+// Splits a filter in the program's form into (description, pattern) pairs.
+QList<QPair<QString, QString>> FilterPairs(const QString& filter);
+
+} // namespace Dialogs

@@ -1,0 +1,130 @@
+#include "shell/Registry.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QSettings>
+#include <QStandardPaths>
+#include <memory>
+
+namespace Registry {
+
+namespace {
+
+// "SOFTWARE\Zorvane\Main\Defaults\" becomes the group "SOFTWARE/Zorvane/Main/Defaults".
+QString groupOf(const QString& keyPath) {
+    QString group = keyPath;
+    group.replace(u'\\', u'/');
+    while (group.endsWith(u'/'))
+        group.chop(1);
+    while (group.startsWith(u'/'))
+        group.remove(0, 1);
+    return group;
+}
+
+std::unique_ptr<QSettings> openHive(Hive hive) {
+    if (hive != HKEY_CURRENT_USER)
+        return nullptr;
+#ifdef Q_OS_WIN
+    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"), QSettings::NativeFormat);
+#else
+    return std::make_unique<QSettings>(StoreFilePath(), QSettings::IniFormat);
+#endif
+}
+
+bool keyExists(QSettings& settings, const QString& group) {
+    settings.beginGroup(group);
+    const bool exists = !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
+    settings.endGroup();
+    return exists;
+}
+
+} // namespace
+
+QString StoreFilePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Zorvane/registry.ini");
+}
+
+QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
+    auto settings = openHive(hive);
+    if (!settings || settings->status() != QSettings::NoError)
+        return NoKeyValue;
+    const QVariant value = settings->value(groupOf(keyPath) + u'/' + valueName);
+    if (!value.isValid())
+        return NoKeyValue;
+    const QString text = value.typeId() == QMetaType::QDateTime
+                             ? value.toDateTime().toString(Qt::ISODate)
+                             : value.toString();
+    return text.isEmpty() ? NoKeyValue : text;
+}
+
+void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName,
+                 const QString& value, ValueType type) {
+    auto settings = openHive(hive);
+    if (!settings)
+        return;
+    const QString key = groupOf(keyPath) + u'/' + valueName;
+    QVariant stored;
+    switch (type) {
+    case REG_DWORD:
+        stored = value.toInt();
+        break;
+    case REG_DATE:
+        stored = QDateTime::fromString(value, Qt::ISODate).toString(Qt::ISODate);
+        break;
+    default:
+        stored = value;
+        break;
+    }
+    // Writing the value it already holds would rewrite the whole file for nothing; the
+    // feed writes the weather log path with every row.
+    if (settings->contains(key) && settings->value(key).toString() == stored.toString())
+        return;
+    settings->setValue(key, stored);
+}
+
+QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
+    auto settings = openHive(hive);
+    if (!settings)
+        return NoKeyValue;
+    const QString key = groupOf(keyPath) + u'/' + valueName;
+    if (!settings->contains(key))
+        return NoKeyValue;
+    settings->remove(key);
+    return QStringLiteral("0");
+}
+
+bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
+    auto settings = openHive(hive);
+    if (!settings || subKey.isEmpty())
+        return false;
+    const QString group = groupOf(parentPath) + u'/' + groupOf(subKey);
+    if (!keyExists(*settings, group))
+        return false;
+    settings->remove(group);
+    return true;
+}
+
+bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
+    auto settings = openHive(hive);
+    const QString group = groupOf(keyPath);
+    if (!settings || !keyExists(*settings, group))
+        return false;
+    settings->beginGroup(group);
+    names = settings->childGroups();
+    settings->endGroup();
+    return true;
+}
+
+bool EnumValues(Hive hive, const QString& keyPath, QStringList& names) {
+    auto settings = openHive(hive);
+    const QString group = groupOf(keyPath);
+    if (!settings || !keyExists(*settings, group))
+        return false;
+    settings->beginGroup(group);
+    names = settings->childKeys();
+    settings->endGroup();
+    return true;
+}
+
+} // namespace Registry

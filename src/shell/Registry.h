@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The settings tree of the program. On Windows it is the registry under HKEY_CURRENT_USER;
+// elsewhere one INI file, $XDG_CONFIG_HOME/Zorvane/registry.ini, stands for that hive, with
+// the same key paths ("SOFTWARE\Zorvane\Main\Defaults\"). Reads never fail visibly: a missing
+// key, a missing value, an empty value and any error all answer NoKeyValue. Writes fail in
+// silence. Nothing is cached, so two processes see each other's writes.
+namespace Registry {
+
+inline const QString NoKeyValue = QStringLiteral("No Key Value");
+
+enum Hive : quint32 { NoHive = 0, HKEY_CURRENT_USER = 0x80000001u };
+
+enum ValueType { REG_SZ = 1, REG_DWORD = 4, REG_DATE = 8 };
+
+QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
+void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName,
+                 const QString& value, ValueType type = REG_SZ);
+// "0" on success, NoKeyValue on failure.
+QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
+bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey);
+// Fill names with the subkeys or value names of a key; false, names untouched, when the
+// key cannot be opened.
+bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names);
+bool EnumValues(Hive hive, const QString& keyPath, QStringList& names);
+
+// The file that holds the tree where there is no registry.
+QString StoreFilePath();
+
+// The calls nearly every caller makes: the current user's hive.
+inline QString Get(const QString& keyPath, const QString& valueName) {
+    return GetKeyValue(HKEY_CURRENT_USER, keyPath, valueName);
+}
+inline void Set(const QString& keyPath, const QString& valueName, const QString& value) {
+    SetKeyValue(HKEY_CURRENT_USER, keyPath, valueName, value, REG_SZ);
+}
+
+} // namespace Registry

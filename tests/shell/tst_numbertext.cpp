@@ -1,0 +1,90 @@
+#include "shell/NumberText.h"
+
+#include <QTest>
+
+class TestNumberText : public QObject {
+    Q_OBJECT
+private slots:
+    void numericTest_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("numeric");
+        QTest::newRow("integer") << "12" << true;
+        QTest::newRow("signed") << "-0.5" << true;
+        QTest::newRow("plus") << "+3" << true;
+        QTest::newRow("leading point") << ".25" << true;
+        QTest::newRow("trailing point") << "3." << true;
+        QTest::newRow("exponent") << "1e-5" << true;
+        QTest::newRow("blanks and CR") << " 29.92\r" << true;
+        QTest::newRow("empty") << "" << false;
+        QTest::newRow("blank") << "  " << false;
+        QTest::newRow("point only") << "." << false;
+        QTest::newRow("word") << "abc" << false;
+        QTest::newRow("two numbers") << "1 2" << false;
+        QTest::newRow("comma decimal") << "1,5" << false;
+        QTest::newRow("overflow") << "1e400" << false;
+        QTest::newRow("sign only") << "-" << false;
+    }
+    void numericTest() {
+        QFETCH(QString, text);
+        QFETCH(bool, numeric);
+        QCOMPARE(NumberText::IsNumeric(text), numeric);
+    }
+
+    void singleRejectsWhatAFloatCannotHold() {
+        QVERIFY(!NumberText::ToSingle("1e39"));
+        QCOMPARE(*NumberText::ToSingle("29.92"), 29.92f);
+    }
+
+    void roundsHalfToEven() {
+        QCOMPARE(*NumberText::RoundToInt32(359.5), 360);
+        QCOMPARE(*NumberText::RoundToInt32(2.5), 2);
+        QCOMPARE(*NumberText::RoundToInt32(3.5), 4);
+        QCOMPARE(*NumberText::RoundToInt32(-2.5), -2);
+        QVERIFY(!NumberText::RoundToInt32(3e9));
+    }
+
+    void generalText_data() {
+        QTest::addColumn<float>("value");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("pressure") << 29.92f << "29.92";
+        QTest::newRow("fraction") << 0.33f << "0.33";
+        QTest::newRow("whole") << 1250.0f << "1250";
+        QTest::newRow("zero") << 0.0f << "0";
+        QTest::newRow("negative") << -12.5f << "-12.5";
+        QTest::newRow("small") << 0.00001f << "1E-05";
+        QTest::newRow("large") << 1.5e20f << "1.5E+20";
+        QTest::newRow("float noise hidden") << 98.6f << "98.6";
+    }
+    void generalText() {
+        QFETCH(float, value);
+        QFETCH(QString, text);
+        QCOMPARE(NumberText::General(value), text);
+        QCOMPARE(*NumberText::ToSingle(text), value);
+    }
+
+    void patterns_data() {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no forced integer digit") << 0.5 << "##.0000" << ".5000";
+        QTest::newRow("prediction") << 9.504077875 << "##.0000" << "9.5041";
+        QTest::newRow("two decimals at least") << 9.5 << "#0.00##" << "9.50";
+        QTest::newRow("four decimals at most") << 9.123456 << "#0.00##" << "9.1235";
+        QTest::newRow("three decimals") << 9.125 << "#0.00##" << "9.125";
+        QTest::newRow("leading digit") << 0.025 << "#0.000" << "0.025";
+        QTest::newRow("negative delta") << -0.025 << "#0.000" << "-0.025";
+        QTest::newRow("speed") << 145.126 << "###.00" << "145.13";
+        QTest::newRow("reaction") << 0.0 << "#.0000" << ".0000";
+        QTest::newRow("track temp") << 0.04 << "##0.0" << "0.0";
+        QTest::newRow("negative rounding to zero") << -0.00001 << "##.0000" << ".0000";
+    }
+    void patterns() {
+        QFETCH(double, value);
+        QFETCH(QString, pattern);
+        QFETCH(QString, text);
+        QCOMPARE(NumberText::Format(value, pattern), text);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestNumberText)
+#include "tst_numbertext.moc"
