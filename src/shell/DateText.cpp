@@ -31,8 +31,8 @@ std::optional<QDate> parseDate(const QString& text) {
 }
 
 std::optional<QTime> parseTime(const QString& text) {
-    static const QRegularExpression clock(QStringLiteral(
-        R"(^(\d{1,2})(?::(\d{1,2}))?(?::(\d{1,2}))?\s*([AaPp])?(?:[Mm])?$)"));
+    static const QRegularExpression clock(
+        QStringLiteral(R"(^(\d{1,2})(?::(\d{1,2}))?(?::(\d{1,2}))?\s*([AaPp])?(?:[Mm])?$)"));
     auto m = clock.match(text);
     if (!m.hasMatch())
         return std::nullopt;
@@ -59,7 +59,9 @@ std::optional<QTime> parseTime(const QString& text) {
 
 QString twelveHour(const QTime& time, bool withSeconds) {
     const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    QString text = QStringLiteral("%1:%2").arg(hour, 2, 10, QChar(u'0')).arg(time.minute(), 2, 10, QChar(u'0'));
+    QString text = QStringLiteral("%1:%2")
+                       .arg(hour, 2, 10, QChar(u'0'))
+                       .arg(time.minute(), 2, 10, QChar(u'0'));
     if (withSeconds)
         text += QStringLiteral(":%1").arg(time.second(), 2, 10, QChar(u'0'));
     return text + (time.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));

@@ -24,10 +24,10 @@ std::optional<DateTimeValue> Parse(const QString& text);
 // True when Parse reads the text.
 bool IsDate(const QString& text);
 
-QString TimeText(const QTime& time);             // "02:35pm"
-QString TimeWithSecondsText(const QTime& time);  // "02:35:07pm"
-QString RunDateText(const QDate& date);          // "11/22/26"
-QString LogDateText(const QDate& date);          // "11/22/2026"
-QString FileStamp(const QDate& date);            // "2026-11-22"
+QString TimeText(const QTime& time);            // "02:35pm"
+QString TimeWithSecondsText(const QTime& time); // "02:35:07pm"
+QString RunDateText(const QDate& date);         // "11/22/26"
+QString LogDateText(const QDate& date);         // "11/22/2026"
+QString FileStamp(const QDate& date);           // "2026-11-22"
 
 } // namespace DateText

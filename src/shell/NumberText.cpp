@@ -74,7 +74,8 @@ std::optional<double> parse(const std::string& core) {
     auto [ptr, ec] = std::from_chars(first, core.data() + core.size(), value);
     if (ec == std::errc::result_out_of_range) {
         // Underflow reads as zero; overflow is infinite, which callers reject.
-        const bool tiny = core.find("e-") != std::string::npos || core.find("E-") != std::string::npos;
+        const bool tiny =
+            core.find("e-") != std::string::npos || core.find("E-") != std::string::npos;
         return tiny ? 0.0 : std::numeric_limits<double>::infinity();
     }
     if (ec != std::errc() || ptr != core.data() + core.size())

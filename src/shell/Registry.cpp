@@ -25,7 +25,8 @@ std::unique_ptr<QSettings> openHive(Hive hive) {
     if (hive != HKEY_CURRENT_USER)
         return nullptr;
 #ifdef Q_OS_WIN
-    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"), QSettings::NativeFormat);
+    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"),
+                                       QSettings::NativeFormat);
 #else
     return std::make_unique<QSettings>(StoreFilePath(), QSettings::IniFormat);
 #endif
@@ -58,8 +59,8 @@ QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName)
     return text.isEmpty() ? NoKeyValue : text;
 }
 
-void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName,
-                 const QString& value, ValueType type) {
+void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
+                 ValueType type) {
     auto settings = openHive(hive);
     if (!settings)
         return;

@@ -17,8 +17,8 @@ enum Hive : quint32 { NoHive = 0, HKEY_CURRENT_USER = 0x80000001u };
 enum ValueType { REG_SZ = 1, REG_DWORD = 4, REG_DATE = 8 };
 
 QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
-void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName,
-                 const QString& value, ValueType type = REG_SZ);
+void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
+                 ValueType type = REG_SZ);
 // "0" on success, NoKeyValue on failure.
 QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
 bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey);

@@ -34,7 +34,8 @@ Dialogs::Answer ScriptedDialogs::message(const Dialogs::Message& message) {
     return answers.isEmpty() ? message.defaultAnswer : answers.dequeue();
 }
 
-std::optional<Dialogs::FileChoice> ScriptedDialogs::chooseFile(const Dialogs::FileRequest& request) {
+std::optional<Dialogs::FileChoice>
+ScriptedDialogs::chooseFile(const Dialogs::FileRequest& request) {
     fileRequests.append(request);
     if (files.isEmpty())
         return std::nullopt;

@@ -29,7 +29,7 @@ public:
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
 
-    QList<Dialogs::Message> messages;       // every box shown, in order
+    QList<Dialogs::Message> messages; // every box shown, in order
     QList<Dialogs::FileRequest> fileRequests;
 
 private:

@@ -30,7 +30,8 @@ void SaveScale(float scale) {
 
 float LoadScale() {
     float scale = 1;
-    if (auto stored = NumberText::ToSingle(Registry::Get(screenSettingsKey, QStringLiteral("Scale"))))
+    if (auto stored =
+            NumberText::ToSingle(Registry::Get(screenSettingsKey, QStringLiteral("Scale"))))
         scale = *stored;
     return std::clamp(scale, 0.25f, 4.0f);
 }

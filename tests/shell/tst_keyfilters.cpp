@@ -1,0 +1,45 @@
+#include "racelog/KeyFilters.h"
+
+#include <QTest>
+
+using Filter = QChar (*)(QChar);
+
+class TestKeyFilters : public QObject {
+    Q_OBJECT
+private:
+    static QString passed(Filter filter, const QString& keys) {
+        QString out;
+        for (QChar key : keys) {
+            const QChar result = filter(key);
+            if (!result.isNull())
+                out += result;
+        }
+        return out;
+    }
+    const QString everyKey = QStringLiteral("09azAZ./-: !pPmM\x08");
+
+private slots:
+    void carNumberTakesDigitsAndLettersAsCapitals() {
+        QCOMPARE(passed(KeyFilters::CarNumber, everyKey), QString("09AZAZPPMM\x08"));
+    }
+    void lettersOnly() { QCOMPARE(passed(KeyFilters::Letters, everyKey), QString("azAZpPmM\x08")); }
+    void dateTakesDigitsAndSlash() {
+        QCOMPARE(passed(KeyFilters::Date, everyKey), QString("09/\x08"));
+    }
+    void timeTakesDigitsColonAndMeridiem() {
+        QCOMPARE(passed(KeyFilters::Time, everyKey), QString("09aA:pPmM\x08"));
+        QCOMPARE(passed(KeyFilters::Time, "aA"), QString("aA"));
+    }
+    void unsignedNumber() {
+        QCOMPARE(passed(KeyFilters::UnsignedNumber, everyKey), QString("09.\x08"));
+    }
+    void signedNumber() {
+        QCOMPARE(passed(KeyFilters::SignedNumber, everyKey), QString("09.-\x08"));
+    }
+    void typeNameTakesBlanks() {
+        QCOMPARE(passed(KeyFilters::TypeName, everyKey), QString("09azAZ pPmM\x08"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestKeyFilters)
+#include "tst_keyfilters.moc"
