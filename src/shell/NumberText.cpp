@@ -133,7 +133,7 @@ QString generalFromShortest(const char* text, size_t length) {
         out = digits.substr(0, 1);
         if (digits.size() > 1)
             out += "." + digits.substr(1);
-        char buffer[8];
+        char buffer[16];
         std::snprintf(buffer, sizeof buffer, "E%c%02d", decimalExponent < 0 ? '-' : '+',
                       std::abs(decimalExponent));
         out += buffer;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+// When the periodic page is due. The send timer ticks every 4 seconds; a page goes out on
+// the first tick after iPagerFrequency ticks have passed, so pages come every
+// (iPagerFrequency + 1) x 4 seconds: 304 seconds for the default of 75 ("5min").
+class PagerSchedule {
+public:
+    static constexpr qint32 DefaultFrequency = 75;
+    static constexpr qint32 MaxFrequency = 135;
+
+    explicit PagerSchedule(qint32 frequency = DefaultFrequency) : iPagerFrequency(frequency) {}
+
+    // A stored frequency as text; anything not a number or outside 0 to 135 is the default.
+    static qint32 frequencyFromText(const QString& text);
+    // PagerFrequency under SOFTWARE\Zorvane\Main\Defaults\, as the main window loads it.
+    static qint32 loadFrequency();
+
+    qint32 frequency() const { return iPagerFrequency; }
+    // A new frequency takes effect at once; the ticks already counted stay.
+    void setFrequency(qint32 frequency) { iPagerFrequency = frequency; }
+
+    // One send timer tick; true when a page is due now, which starts a new period.
+    bool tick();
+    // The user asked for a page: the next tick sends it and starts a new period.
+    void forcePage() { counter = iPagerFrequency + 1; }
+
+private:
+    qint32 iPagerFrequency;
+    qint32 counter = 0;
+};

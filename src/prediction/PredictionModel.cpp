@@ -1,0 +1,101 @@
+#include "prediction/PredictionModel.h"
+
+#include "prediction/ComputeFault.h"
+#include "prediction/EtModel.h"
+#include "shell/NumberText.h"
+
+#include <cmath>
+
+namespace PredictionModel {
+
+namespace {
+
+using ComputeCheck::checked;
+using ComputeCheck::converted;
+using NumberText::Format;
+using NumberText::IsNumeric;
+
+// The page piece and the caption name the log by its identifier, or else by its slot; the
+// two texts differ in spelling and spacing, and both are kept so.
+Publication publication(const Inputs& in, const QString& sPredictionText) {
+    if (in.txtPageIdentifier.isEmpty()) {
+        const QString slot = QString::number(in.iIndex + 1);
+        return {QStringLiteral("RaceLog# ") + slot + QStringLiteral("> ") + sPredictionText,
+                QStringLiteral("Race Log# ") + slot + QStringLiteral("  ") + sPredictionText};
+    }
+    return {in.txtPageIdentifier + QStringLiteral("> ") + sPredictionText,
+            in.txtPageIdentifier + QStringLiteral("  ") + sPredictionText};
+}
+
+// The throttle stop timer that makes the target: both times are taken to the model's zero
+// altitude (the reference at its own AA, the target at today's), and the timer makes up
+// the difference at the ratio's seconds per hundredth.
+double throttleStop(double referenceET, double aaRef, double aaNow, double targetET,
+                    double timerRef, double tsr, double sensitivity) {
+    const double refAtZero = checked(EtModel::etAtAltitude(referenceET, aaRef, 0.0, sensitivity));
+    const double targetAtZero = checked(EtModel::etAtAltitude(targetET, aaNow, 0.0, sensitivity));
+    const double ratio = checked(tsr * 100.0);
+    return checked(timerRef - (refAtZero - targetAtZero) * ratio);
+}
+
+// The change of vapor pressure since the reference run, when it is worth showing.
+QString vaporPressurePiece(const Inputs& in) {
+    const QString vpRefText = in.cells(in.referenceRow, RunColumn::VP);
+    if (!in.bDeltaVP || !IsNumeric(in.txtVP) || !IsNumeric(vpRefText))
+        return {};
+    const double delta = checked(converted(vpRefText) - converted(in.txtVP));
+    if (!(std::fabs(delta) > 0.01))
+        return {};
+    // A negative delta takes its minus from the pattern.
+    return (delta > 0 ? QStringLiteral(" VP+") : QStringLiteral(" VP")) + Format(delta, "#0.000");
+}
+
+// The steps in their order; a missing number ends the call with what it has published.
+void predict(const Inputs& in, Outcome& out) {
+    const auto referenceText = referenceEtText(in.cells, in.referenceRow);
+    if (!referenceText)
+        return;
+    const QString aaRefText = in.cells(in.referenceRow, RunColumn::AA);
+    if (!IsNumeric(aaRefText) || !IsNumeric(in.txtAA) || !IsNumeric(in.txtPF))
+        return;
+
+    const double referenceET = converted(*referenceText);
+    const double aaRef = converted(aaRefText);
+    const double aaNow = converted(in.txtAA);
+    const double sensitivity = checked(EtModel::sensitivity(converted(in.txtPF)));
+    const double predictedET =
+        checked(EtModel::etAtAltitude(referenceET, aaRef, aaNow, sensitivity));
+    QString sPredictionText = QStringLiteral("ET: ") + Format(predictedET, "##.0000");
+    out.publications.append(publication(in, sPredictionText));
+
+    const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
+    if (!IsNumeric(in.txtTargetET) || !IsNumeric(timerRefText) || !IsNumeric(in.txtTSR))
+        return;
+    const double targetET = converted(in.txtTargetET);
+    const double TS = throttleStop(referenceET, aaRef, aaNow, targetET, converted(timerRefText),
+                                   converted(in.txtTSR), sensitivity);
+    if (TS > 0 && targetET > 0)
+        sPredictionText += QStringLiteral("  TS @ ") + Format(targetET, "#0.00##") +
+                           QStringLiteral(": ") + Format(TS, "##.0000");
+    sPredictionText += vaporPressurePiece(in);
+    out.publications.append(publication(in, sPredictionText));
+}
+
+} // namespace
+
+Outcome compute(const Inputs& inputs) {
+    Outcome out;
+    try {
+        predict(inputs, out);
+    } catch (const ComputeFault&) {
+        out.fault = true;
+    }
+    return out;
+}
+
+Dialogs::Message faultMessage() {
+    return {QStringLiteral("Failed to make a valid prediction!"), QStringLiteral("Predict"),
+            Dialogs::Icon::Information, Dialogs::Buttons::Ok, Dialogs::Answer::Ok};
+}
+
+} // namespace PredictionModel

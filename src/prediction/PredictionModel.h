@@ -1,0 +1,45 @@
+#pragma once
+
+#include "prediction/RunCells.h"
+#include "shell/Dialogs.h"
+
+#include <QList>
+#include <QString>
+
+// What a race log predicts for the present air: the ET its reference run would now make,
+// the throttle stop timer for the target ET, and the change of vapor pressure. Everything
+// is read as the window holds it, as text, at the moment of the call; nothing is kept.
+namespace PredictionModel {
+
+struct Inputs {
+    RunCells cells;       // the log's own run table
+    int referenceRow = 0; // the reference run's list index plus 1; 0 when none is chosen
+    QString txtAA;        // adjusted altitude now
+    QString txtVP;        // vapor pressure now
+    QString txtPF;        // performance factor
+    QString txtTSR;       // throttle stop ratio
+    QString txtTargetET;  // the ET the team wants to run
+    QString txtPageIdentifier;
+    int iIndex = 0;        // the log's slot
+    bool bDeltaVP = false; // report the change of vapor pressure
+};
+
+// One publish of the prediction line: the log's piece of the page and its window caption.
+struct Publication {
+    QString sPagerMessage;
+    QString caption;
+};
+
+// At most two publishes, in order: the ET alone, then the full line. A fault means the
+// user is told the prediction failed; whatever was published before it stands.
+struct Outcome {
+    QList<Publication> publications;
+    bool fault = false;
+};
+
+Outcome compute(const Inputs& inputs);
+
+// The box a faulty prediction shows.
+Dialogs::Message faultMessage();
+
+} // namespace PredictionModel
