@@ -1,0 +1,79 @@
+#include "feed/PortSettings.h"
+
+#include "shell/NumberText.h"
+#include "shell/Registry.h"
+
+#include <limits>
+
+namespace {
+
+// The six list positions in the order of their value names "0" to "5".
+qint16 PortSettings::*const Positions[] = {
+    &PortSettings::iComPort,  &PortSettings::iBaud,     &PortSettings::iParity,
+    &PortSettings::iDataBits, &PortSettings::iStopBits, &PortSettings::iFlowControl,
+};
+
+// The two texts, "6" and "7", with the value each is seeded with when missing.
+struct TextValue {
+    QString PortSettings::*member;
+    QString seed;
+};
+const TextValue Texts[] = {
+    {&PortSettings::sHost, QStringLiteral("localhost")},
+    {&PortSettings::sTcpPort, QStringLiteral("5555")},
+};
+constexpr int FirstTextName = 6;
+
+// A stored position is used only when it is a number that fits a 16-bit integer.
+void readPosition(const QString& stored, qint16& position) {
+    const auto number = NumberText::ToDouble(stored);
+    if (!number)
+        return;
+    const auto rounded = NumberText::RoundToInt32(*number);
+    if (!rounded || *rounded < std::numeric_limits<qint16>::min() ||
+        *rounded > std::numeric_limits<qint16>::max())
+        return;
+    position = qint16(*rounded);
+}
+
+QString entryAt(const QStringList& list, qint16 position) {
+    return position >= 0 && position < list.size() ? list[position] : QString();
+}
+
+} // namespace
+
+void LoadPortSettings(PortSettings& settings) {
+    for (int i = 0; i < int(std::size(Positions)); ++i) {
+        const QString name = QString::number(i);
+        const QString stored = Registry::Get(PortSettingsKey, name);
+        if (stored == Registry::NoKeyValue)
+            Registry::Set(PortSettingsKey, name, QString::number(settings.*Positions[i]));
+        else
+            readPosition(stored, settings.*Positions[i]);
+    }
+    for (int i = 0; i < int(std::size(Texts)); ++i) {
+        const QString name = QString::number(FirstTextName + i);
+        const QString stored = Registry::Get(PortSettingsKey, name);
+        if (stored == Registry::NoKeyValue) {
+            Registry::Set(PortSettingsKey, name, Texts[i].seed);
+            settings.*Texts[i].member = Texts[i].seed;
+        } else {
+            settings.*Texts[i].member = stored.trimmed();
+        }
+    }
+}
+
+void SavePortSettings(const PortSettings& settings) {
+    for (int i = 0; i < int(std::size(Positions)); ++i)
+        Registry::Set(PortSettingsKey, QString::number(i), QString::number(settings.*Positions[i]));
+    for (int i = 0; i < int(std::size(Texts)); ++i)
+        Registry::Set(PortSettingsKey, QString::number(FirstTextName + i),
+                      settings.*Texts[i].member);
+}
+
+QString SettingsText(const PortSettings& settings) {
+    return QStringList{entryAt(BaudRates, settings.iBaud), entryAt(ParityLetters, settings.iParity),
+                       entryAt(DataBitsTexts, settings.iDataBits),
+                       entryAt(StopBitsTexts, settings.iStopBits)}
+        .join(u',');
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+
+// The link settings as the user chose them in the port settings dialog: list positions for
+// the serial line, and the relay host and port as text. They live in memory for the whole
+// run; the settings tree sees them at start and at exit only.
+struct PortSettings {
+    qint16 iComPort = 0;     // 0 none, 1 to 24 that COM port, 25 TCP/IP
+    qint16 iBaud = 0;        // position in BaudRates
+    qint16 iParity = 0;      // position in ParityLetters
+    qint16 iDataBits = 0;    // position in DataBitsTexts
+    qint16 iStopBits = 0;    // position in StopBitsTexts
+    qint16 iFlowControl = 0; // position in FlowControlNames
+    QString sHost;           // relay host, or "None"
+    QString sTcpPort;        // relay port as text, or "None"
+
+    bool operator==(const PortSettings&) const = default;
+};
+
+// The lists behind the positions. The dialog shows them in this order, and the settings
+// text is built from them, so the two can never disagree.
+inline const QStringList BaudRates = {"110",  "300",  "600",   "1200",
+                                      "2400", "9600", "14400", "19200"};
+inline const QStringList ParityLetters = {"N", "O", "E", "M", "S"};
+inline const QStringList ParityNames = {"None", "Odd", "Even", "Mark", "Space"};
+inline const QStringList DataBitsTexts = {"4", "5", "6", "7", "8"};
+inline const QStringList StopBitsTexts = {"1", "2"};
+inline const QStringList FlowControlNames = {"None", "Xon / Xoff", "RTS", "RTS / Xon / Xoff"};
+
+inline constexpr qint16 NoComPort = 0;
+inline constexpr qint16 LastComPort = 24;
+inline constexpr qint16 TcpIpComPort = 25;
+
+inline const QString PortSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
+
+// Reads the eight values "0" to "7". A value that is missing is written from memory, except
+// the host and port, which are seeded with "localhost" and "5555". There is deliberately no
+// other default: a first run has no port at 110 baud, 4 data bits, and the user picks usable
+// settings with Restore Defaults.
+void LoadPortSettings(PortSettings& settings);
+// Writes all eight values as text.
+void SavePortSettings(const PortSettings& settings);
+
+// The line settings as the port takes them, "9600,N,8,1": baud, parity letter, data bits and
+// stop bits. A position out of its list leaves its part empty ("9600,,8,1").
+QString SettingsText(const PortSettings& settings);

@@ -1,0 +1,47 @@
+#include "feed/ReplayLink.h"
+
+#include <QFile>
+
+ReplayLink::ReplayLink(const QString& path, QObject* parent) : PortLink(parent), path(path) {
+    timer.setInterval(2000);
+    connect(&timer, &QTimer::timeout, this, &ReplayLink::sendNextLine);
+}
+
+bool ReplayLink::open(const PortOptions&) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    lines = file.readAll().split('\n');
+    // A file that ends with its last line's newline has nothing after it.
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    next = 0;
+    portOpen = true;
+    timer.start();
+    emit opened();
+    return true;
+}
+
+bool ReplayLink::write(const QByteArray&) {
+    return portOpen;
+}
+
+void ReplayLink::close() {
+    if (!portOpen)
+        return;
+    timer.stop();
+    portOpen = false;
+    emit closed();
+}
+
+void ReplayLink::sendNextLine() {
+    if (next >= lines.size()) {
+        timer.stop();
+        return;
+    }
+    QByteArray line = lines[next++];
+    // A file written on Windows ends its lines with CR LF; the CR is put back below.
+    if (line.endsWith('\r'))
+        line.chop(1);
+    emit bytesReceived(line + '\r');
+}

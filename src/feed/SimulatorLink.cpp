@@ -1,0 +1,56 @@
+#include "feed/SimulatorLink.h"
+
+#include <QDateTime>
+
+SimulatorLink::SimulatorLink(SimulatedInstrument::Options options, QObject* parent)
+    : PortLink(parent), instrument(options) {
+    timer.setInterval(2000);
+    connect(&timer, &QTimer::timeout, this, &SimulatorLink::sendLine);
+}
+
+bool SimulatorLink::open(const PortOptions&) {
+    if (portOpen)
+        return true;
+    portOpen = true;
+    command.clear();
+    timer.start();
+    emit opened();
+    return true;
+}
+
+// Commands end in a CR; a line feed is no part of one.
+bool SimulatorLink::write(const QByteArray& bytes) {
+    if (!portOpen)
+        return false;
+    for (const char byte : bytes) {
+        if (byte == '\r') {
+            obey(command);
+            command.clear();
+        } else if (byte != '\n') {
+            command += byte;
+        }
+    }
+    return true;
+}
+
+void SimulatorLink::close() {
+    if (!portOpen)
+        return;
+    timer.stop();
+    portOpen = false;
+    emit closed();
+}
+
+void SimulatorLink::sendLine() {
+    if (portOpen)
+        emit bytesReceived(instrument.nextLine(QDateTime::currentDateTime()));
+}
+
+// The answer to a poll comes from the event loop, as it would from a real instrument, so it
+// never arrives inside the write that asked for it.
+void SimulatorLink::obey(const QByteArray& received) {
+    if (received == "l")
+        QTimer::singleShot(0, this, &SimulatorLink::sendLine);
+    else if (received.startsWith('f'))
+        receivedPages.append(received.mid(1));
+}

@@ -1,0 +1,216 @@
+#include "common/TestHome.h"
+#include "feed/LineSettings.h"
+#include "feed/PortDevices.h"
+#include "feed/PortSettings.h"
+#include "shell/Registry.h"
+
+#include <QTest>
+#include <memory>
+
+namespace {
+
+QString stored(int name) {
+    return Registry::Get(PortSettingsKey, QString::number(name));
+}
+
+void store(int name, const QString& value) {
+    Registry::Set(PortSettingsKey, QString::number(name), value);
+}
+
+PortSettings sample() {
+    PortSettings s;
+    s.iComPort = 3;
+    s.iBaud = 5;
+    s.iParity = 2;
+    s.iDataBits = 4;
+    s.iStopBits = 1;
+    s.iFlowControl = 3;
+    s.sHost = QStringLiteral("relay.local");
+    s.sTcpPort = QStringLiteral("6000");
+    return s;
+}
+
+} // namespace
+
+class TestPortSettings : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+
+private slots:
+    void init() { home = std::make_unique<TestHome>(); }
+    void cleanup() { home.reset(); }
+
+    // A new installation has no port at 110 baud, no parity, 4 data bits, 1 stop bit and no
+    // flow control, and the relay seeded as localhost:5555; all of it is written back.
+    void firstRunSeedsTheTree() {
+        PortSettings s;
+        LoadPortSettings(s);
+        QVERIFY((s == PortSettings{0, 0, 0, 0, 0, 0, "localhost", "5555"}));
+        for (int name = 0; name <= 5; ++name)
+            QCOMPARE(stored(name), QStringLiteral("0"));
+        QCOMPARE(stored(6), QStringLiteral("localhost"));
+        QCOMPARE(stored(7), QStringLiteral("5555"));
+    }
+
+    // A missing position is written from what memory holds, not from any default.
+    void missingPositionIsWrittenFromMemory() {
+        store(0, QStringLiteral("2"));
+        PortSettings s;
+        s.iBaud = 6;
+        s.iFlowControl = 2;
+        LoadPortSettings(s);
+        QCOMPARE(s.iComPort, qint16(2));
+        QCOMPARE(s.iBaud, qint16(6));
+        QCOMPARE(stored(1), QStringLiteral("6"));
+        QCOMPARE(stored(5), QStringLiteral("2"));
+    }
+
+    void storedValuesAreRead() {
+        const QStringList values{"25", "7", "4", "3", "1", "2", "  myhost  ", " 7000 "};
+        for (int name = 0; name < values.size(); ++name)
+            store(name, values[name]);
+        PortSettings s;
+        LoadPortSettings(s);
+        QVERIFY((s == PortSettings{25, 7, 4, 3, 1, 2, "myhost", "7000"}));
+    }
+
+    // A position that is no 16-bit number leaves memory as it is and the tree untouched.
+    void unreadablePositionKeepsMemory_data() {
+        QTest::addColumn<QString>("value");
+        QTest::newRow("word") << "abc";
+        QTest::newRow("too large") << "40000";
+    }
+    void unreadablePositionKeepsMemory() {
+        QFETCH(QString, value);
+        store(1, value);
+        PortSettings s;
+        s.iBaud = 5;
+        LoadPortSettings(s);
+        QCOMPARE(s.iBaud, qint16(5));
+        QCOMPARE(stored(1), value);
+    }
+
+    void saveThenLoadGivesTheSame() {
+        SavePortSettings(sample());
+        for (int name = 0; name <= 7; ++name)
+            QVERIFY(stored(name) != Registry::NoKeyValue);
+        QCOMPARE(stored(2), QStringLiteral("2"));
+        PortSettings loaded;
+        LoadPortSettings(loaded);
+        QVERIFY(loaded == sample());
+    }
+
+    // An empty host or port is saved as it is, reads as missing at the next start and is
+    // seeded again.
+    void emptyHostAndPortAreSeededAgain() {
+        PortSettings s = sample();
+        s.sHost.clear();
+        s.sTcpPort.clear();
+        SavePortSettings(s);
+        QCOMPARE(stored(6), Registry::NoKeyValue);
+        PortSettings loaded;
+        LoadPortSettings(loaded);
+        QCOMPARE(loaded.sHost, QStringLiteral("localhost"));
+        QCOMPARE(loaded.sTcpPort, QStringLiteral("5555"));
+        QCOMPARE(stored(6), QStringLiteral("localhost"));
+        QCOMPARE(stored(7), QStringLiteral("5555"));
+    }
+
+    void settingsText_data() {
+        QTest::addColumn<int>("baud");
+        QTest::addColumn<int>("parity");
+        QTest::addColumn<int>("dataBits");
+        QTest::addColumn<int>("stopBits");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("restored defaults") << 5 << 0 << 4 << 0 << "9600,N,8,1";
+        QTest::newRow("first run") << 0 << 0 << 0 << 0 << "110,N,4,1";
+        QTest::newRow("last of each") << 7 << 4 << 3 << 1 << "19200,S,7,2";
+        QTest::newRow("odd") << 3 << 1 << 1 << 0 << "1200,O,5,1";
+        QTest::newRow("even") << 4 << 2 << 2 << 0 << "2400,E,6,1";
+        QTest::newRow("mark") << 6 << 3 << 4 << 0 << "14400,M,8,1";
+        QTest::newRow("300 and 600") << 1 << 0 << 4 << 0 << "300,N,8,1";
+        QTest::newRow("600") << 2 << 0 << 4 << 0 << "600,N,8,1";
+        QTest::newRow("baud past the list") << 8 << 0 << 4 << 0 << ",N,8,1";
+        QTest::newRow("negative baud") << -1 << 0 << 4 << 0 << ",N,8,1";
+        QTest::newRow("parity past the list") << 5 << 5 << 4 << 0 << "9600,,8,1";
+        QTest::newRow("data bits past the list") << 5 << 0 << 5 << 0 << "9600,N,,1";
+        QTest::newRow("stop bits past the list") << 5 << 0 << 4 << 2 << "9600,N,8,";
+    }
+    void settingsText() {
+        QFETCH(int, baud);
+        QFETCH(int, parity);
+        QFETCH(int, dataBits);
+        QFETCH(int, stopBits);
+        PortSettings s;
+        s.iBaud = qint16(baud);
+        s.iParity = qint16(parity);
+        s.iDataBits = qint16(dataBits);
+        s.iStopBits = qint16(stopBits);
+        QTEST(SettingsText(s), "text");
+    }
+
+    void lineSettingsAreRead_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<int>("baud");
+        QTest::addColumn<QChar>("parity");
+        QTest::addColumn<int>("dataBits");
+        QTest::addColumn<int>("stopBits");
+        QTest::newRow("usual") << "9600,N,8,1" << true << 9600 << QChar(u'N') << 8 << 1;
+        QTest::newRow("small letters") << "19200,e,7,2" << true << 19200 << QChar(u'E') << 7 << 2;
+        QTest::newRow("four data bits") << "110,N,4,1" << true << 110 << QChar(u'N') << 4 << 1;
+        QTest::newRow("no baud") << ",N,8,1" << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("no parity") << "9600,,8,1" << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("unknown parity") << "9600,X,8,1" << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("no data bits") << "9600,N,,1" << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("nine data bits") << "9600,N,9,1" << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("no stop bits") << "9600,N,8," << false << 0 << QChar() << 0 << 0;
+        QTest::newRow("three parts") << "9600,N,8" << false << 0 << QChar() << 0 << 0;
+    }
+    void lineSettingsAreRead() {
+        QFETCH(QString, text);
+        QFETCH(bool, valid);
+        const auto line = ParseLineSettings(text);
+        QCOMPARE(line.has_value(), valid);
+        if (!valid)
+            return;
+        QTEST(line->baud, "baud");
+        QTEST(line->parity, "parity");
+        QTEST(line->dataBits, "dataBits");
+        QTEST(line->stopBits, "stopBits");
+    }
+
+#ifdef Q_OS_WIN
+    void comEntryIsTheComPort() {
+        QCOMPARE(PortDevice(3), QStringLiteral("COM3"));
+    }
+#else
+    // Without a device set, ComN is the N-th built-in port.
+    void comEntryWithoutDeviceIsBuiltInPort() {
+        QCOMPARE(PortDevice(1), QStringLiteral("/dev/ttyS0"));
+        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyS2"));
+        QCOMPARE(PortDevice(24), QStringLiteral("/dev/ttyS23"));
+    }
+
+    void comEntryOpensTheDeviceSetForIt() {
+        Registry::Set(PortDevicesKey, QStringLiteral("Com3"), QStringLiteral("/dev/ttyACM1"));
+        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyACM1"));
+        QCOMPARE(PortDevice(4), QStringLiteral("/dev/ttyS3"));
+
+        SetPortDevice(4, QStringLiteral(" /dev/ttyUSB0 "));
+        QCOMPARE(Registry::Get(PortDevicesKey, QStringLiteral("Com4")),
+                 QStringLiteral("/dev/ttyUSB0"));
+        QCOMPARE(PortDevice(4), QStringLiteral("/dev/ttyUSB0"));
+    }
+
+    void emptyDeviceGivesTheBuiltInPortBack() {
+        SetPortDevice(3, QStringLiteral("/dev/ttyUSB0"));
+        SetPortDevice(3, QStringLiteral("  "));
+        QCOMPARE(Registry::Get(PortDevicesKey, QStringLiteral("Com3")), Registry::NoKeyValue);
+        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyS2"));
+    }
+#endif
+};
+
+QTEST_GUILESS_MAIN(TestPortSettings)
+#include "tst_portsettings.moc"
