@@ -1,0 +1,286 @@
+#include "racelog/CellColor.h"
+#include "racelog/ColumnTable.h"
+#include "racelog/RunTable.h"
+
+#include <QAbstractItemModelTester>
+#include <QBrush>
+#include <QFont>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+bool isBanded(const RunTable& table, int row, int column) {
+    return table.look(row, column).background == CellColor::Band;
+}
+
+} // namespace
+
+class TestRunTable : public QObject {
+    Q_OBJECT
+private slots:
+    void newTableHasTheHeaderAndRunOne() {
+        RunTable table;
+        QCOMPARE(table.Rows(), 2);
+        QCOMPARE(table.Cols(), 34);
+        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(table.TextMatrix(1, 0), QStringLiteral("1"));
+        for (int column = 1; column < table.Cols(); ++column) {
+            QCOMPARE(table.TextMatrix(0, column), ColumnTable::Columns[column].caption.toString());
+            QCOMPARE(table.TextMatrix(1, column), QString());
+        }
+        QCOMPARE(table.TextMatrix(0, 14), QStringLiteral("Timer 2"));
+        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+    }
+
+    void flatIndexIsRowTimesColumnsPlusColumn() {
+        RunTable table;
+        QCOMPARE(table.fLabel(2, 33), 101);
+        QCOMPARE(table.fLabel(0, 0), 0);
+        QCOMPARE(table.fLabel(1, 0), 34);
+        table.addRun();
+        QVERIFY(table.setTextArray(table.fLabel(2, 33), QStringLiteral("87")));
+        QCOMPARE(table.TextMatrix(2, 33), QStringLiteral("87"));
+        QVERIFY(table.setTextMatrix(1, 5, QStringLiteral("0.3")));
+        QCOMPARE(table.TextArray(39), QStringLiteral("0.3"));
+    }
+
+    void cellsOutsideTheTableReadEmptyAndAreNotWritten() {
+        RunTable table;
+        QVERIFY(!table.setTextMatrix(2, 1, QStringLiteral("x")));
+        QVERIFY(!table.setTextMatrix(1, 34, QStringLiteral("x")));
+        QVERIFY(!table.setTextArray(-1, QStringLiteral("x")));
+        QVERIFY(!table.setTextArray(68, QStringLiteral("x")));
+        QCOMPARE(table.TextMatrix(2, 1), QString());
+        QCOMPARE(table.TextArray(68), QString());
+        QCOMPARE(table.Rows(), 2);
+    }
+
+    void addedRunsAreNumberedByTheirRow() {
+        RunTable table;
+        QCOMPARE(table.addRun(), 2);
+        QCOMPARE(table.addRun(), 3);
+        QCOMPARE(table.Rows(), 4);
+        QCOMPARE(table.TextMatrix(3, 0), QStringLiteral("3"));
+        QCOMPARE(table.TextMatrix(3, 1), QString());
+    }
+
+    void removingARunNumbersTheRestAgain() {
+        RunTable table;
+        for (int i = 0; i < 3; ++i)
+            table.addRun();
+        for (int row = 1; row <= 4; ++row)
+            table.setTextMatrix(row, 12, QStringLiteral("10.%1").arg(row));
+        QVERIFY(table.removeRun(2));
+        QCOMPARE(table.Rows(), 4);
+        QCOMPARE(table.TextMatrix(2, 12), QStringLiteral("10.3"));
+        QCOMPARE(table.TextMatrix(3, 12), QStringLiteral("10.4"));
+        for (int row = 1; row < table.Rows(); ++row)
+            QCOMPARE(table.TextMatrix(row, 0), QString::number(row));
+        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
+    }
+
+    void theOnlyRunAndTheHeaderAreNeverRemoved() {
+        RunTable table;
+        QVERIFY(!table.removeRun(1));
+        QVERIFY(!table.removeRun(0));
+        table.addRun();
+        QVERIFY(!table.removeRun(0));
+        QVERIFY(!table.removeRun(3));
+        QCOMPARE(table.Rows(), 3);
+    }
+
+    void oneRunHasNoBand() {
+        RunTable table;
+        table.paintRowBands();
+        for (int column = 0; column < table.Cols(); ++column)
+            QVERIFY(!isBanded(table, 1, column));
+    }
+
+    void twoRunsBandTheSecond() {
+        RunTable table;
+        table.addRun();
+        table.paintRowBands();
+        QVERIFY(!isBanded(table, 2, 0));
+        for (int column = 1; column < table.Cols(); ++column) {
+            QVERIFY(isBanded(table, 2, column));
+            QVERIFY(!isBanded(table, 1, column));
+        }
+        QVERIFY(!isBanded(table, 0, 1));
+    }
+
+    void aNewRunPaintsOnlyItsOwnRow() {
+        RunTable table;
+        table.paintRowBand(table.addRun());
+        QVERIFY(isBanded(table, 2, 33));
+        table.paintRowBand(table.addRun());
+        QVERIFY(!isBanded(table, 3, 33));
+        QVERIFY(!isBanded(table, 1, 1));
+    }
+
+    void bandsTravelWithTheirRowsOnDelete() {
+        RunTable table;
+        table.addRun();
+        table.addRun();
+        table.paintRowBands();
+        QVERIFY(table.removeRun(1));
+        // The banded run 2 is now run 1; run 3 became run 2 and is not banded.
+        QVERIFY(isBanded(table, 1, 5));
+        QVERIFY(!isBanded(table, 2, 5));
+    }
+
+    void widthsStartAt570And1000() {
+        RunTable table;
+        QCOMPARE(table.columnWidth(0), 570);
+        for (int column = 1; column < table.Cols(); ++column)
+            QCOMPARE(table.columnWidth(column), 1000);
+    }
+
+    void hidingAndShowingAColumn() {
+        RunTable table;
+        QSignalSpy widths(&table, &RunTable::columnWidthChanged);
+        table.setTextMatrix(1, 18, QStringLiteral("95.0"));
+        QVERIFY(table.hideColumn(18));
+        QCOMPARE(table.columnWidth(18), 0);
+        QVERIFY(table.isColumnHidden(18));
+        QCOMPARE(table.TextMatrix(0, 18), QString());
+        QCOMPARE(table.TextMatrix(1, 18), QStringLiteral("95.0"));
+        QVERIFY(table.showColumn(18));
+        QCOMPARE(table.columnWidth(18), 1140);
+        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(widths.count(), 2);
+        QCOMPARE(widths.at(0).at(0).toInt(), 18);
+    }
+
+    void numberTimeAndDateCannotBeHidden() {
+        RunTable table;
+        for (int column : {0, 1, 2}) {
+            QVERIFY(!table.hideColumn(column));
+            QVERIFY(!table.isColumnHidden(column));
+        }
+        QVERIFY(!table.hideColumn(34));
+    }
+
+    void twipsBecomePixelsAtFifteen() {
+        QCOMPARE(RunTable::twipsToPixels(570), 38);
+        QCOMPARE(RunTable::twipsToPixels(1000), 67);
+        QCOMPARE(RunTable::twipsToPixels(1140), 76);
+        QCOMPARE(RunTable::twipsToPixels(0), 0);
+    }
+
+    void theReferenceRunIsMarkedGreenAndBold() {
+        RunTable table;
+        table.addRun();
+        table.addRun();
+        QVERIFY(table.markReferenceRun(2));
+        QCOMPARE(table.look(2, 0).background, CellColor::ReferenceRun);
+        QVERIFY(table.look(2, 0).bold);
+        QVERIFY(table.markReferenceRun(3));
+        QCOMPARE(table.look(2, 0).background, CellColor::ButtonFace);
+        QVERIFY(!table.look(2, 0).bold);
+        QCOMPARE(table.look(3, 0).background, CellColor::ReferenceRun);
+        QVERIFY(!table.markReferenceRun(0));
+        QVERIFY(!table.markReferenceRun(4));
+        QCOMPARE(table.look(3, 0).background, CellColor::ReferenceRun);
+        QCOMPARE(table.look(1, 0).background, CellColor::ButtonFace);
+    }
+
+    void cellLooksCanBeSet() {
+        RunTable table;
+        table.setCellBackground(1, 4, 0x0000FF);
+        table.setCellForeground(1, 4, 0x00FF00);
+        table.setCellBold(1, 4, true);
+        QCOMPARE(table.look(1, 4).background, 0x0000FFu);
+        QCOMPARE(table.look(1, 4).foreground, 0x00FF00u);
+        QVERIFY(table.look(1, 4).bold);
+    }
+
+    void theCornerLooksLikeALink() {
+        RunTable table;
+        QCOMPARE(table.look(0, 0).foreground, CellColor::Link);
+        QVERIFY(table.look(0, 0).underline);
+    }
+
+    void colorsAreBlueGreenRed() {
+        QCOMPARE(CellColor::toQColor(CellColor::Band), QColor(255, 255, 192));
+        QCOMPARE(CellColor::toQColor(CellColor::ReferenceRun), QColor(0x12, 0xCD, 0x20));
+        QCOMPARE(CellColor::toQColor(2149650), QColor(0x12, 0xCD, 0x20));
+        QCOMPARE(CellColor::toQColor(CellColor::Link), QColor(0, 0, 255));
+        QVERIFY(!CellColor::toQColor(CellColor::ButtonFace).isValid());
+    }
+
+    void viewsSeeRunsWithHeaderRowAndNumberColumnAsHeaders() {
+        RunTable table;
+        table.addRun();
+        table.setTextMatrix(2, 12, QStringLiteral("10.95"));
+        table.paintRowBands();
+        table.markReferenceRun(2);
+        QCOMPARE(table.rowCount(), 2);
+        QCOMPARE(table.columnCount(), 33);
+        QCOMPARE(table.data(table.index(1, 11)).toString(), QStringLiteral("10.95"));
+        QCOMPARE(table.data(table.index(1, 11), Qt::BackgroundRole).value<QBrush>().color(),
+                 QColor(255, 255, 192));
+        QVERIFY(!table.data(table.index(0, 11), Qt::BackgroundRole).isValid());
+        QCOMPARE(table.data(table.index(0, 0), Qt::TextAlignmentRole).toInt(),
+                 int(Qt::AlignCenter));
+        QCOMPARE(table.headerData(17, Qt::Horizontal).toString(), QStringLiteral("T. Temp"));
+        QCOMPARE(table.headerData(1, Qt::Vertical).toString(), QStringLiteral("2"));
+        QVERIFY(table.headerData(1, Qt::Vertical, Qt::FontRole).value<QFont>().bold());
+        QCOMPARE(table.headerData(1, Qt::Vertical, Qt::BackgroundRole).value<QBrush>().color(),
+                 QColor(0x12, 0xCD, 0x20));
+        QVERIFY(!table.headerData(0, Qt::Vertical, Qt::FontRole).isValid());
+    }
+
+    void viewsAreToldOfEveryChange() {
+        RunTable table;
+        QAbstractItemModelTester tester(&table,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy inserted(&table, &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(&table, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy changed(&table, &QAbstractItemModel::dataChanged);
+        QSignalSpy headers(&table, &QAbstractItemModel::headerDataChanged);
+        QSignalSpy corner(&table, &RunTable::cornerChanged);
+
+        table.addRun();
+        table.addRun();
+        QCOMPARE(inserted.count(), 2);
+        QCOMPARE(inserted.at(1).at(1).toInt(), 2); // model row of run 3
+
+        table.setTextMatrix(2, 5, QStringLiteral("0.2"));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.at(0).at(0).toModelIndex(), table.index(1, 4));
+
+        table.setTextMatrix(0, 5, QString());
+        QCOMPARE(headers.count(), 1);
+        QCOMPARE(headers.at(0).at(0).value<Qt::Orientation>(), Qt::Horizontal);
+
+        table.setTextMatrix(0, 0, QStringLiteral("<<<"));
+        QCOMPARE(corner.count(), 1);
+
+        headers.clear();
+        table.removeRun(1);
+        QCOMPARE(removed.count(), 1);
+        QCOMPARE(headers.count(), 1); // the renumbered runs
+        QCOMPARE(headers.at(0).at(0).value<Qt::Orientation>(), Qt::Vertical);
+
+        changed.clear();
+        table.paintRowBands();
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void holdsAThousandRuns() {
+        RunTable table;
+        for (int i = 0; i < 1000; ++i)
+            table.addRun();
+        QCOMPARE(table.Rows(), 1002);
+        QCOMPARE(table.TextMatrix(1001, 0), QStringLiteral("1001"));
+        table.setTextArray(table.fLabel(1001, 33), QStringLiteral("12"));
+        QCOMPARE(table.data(table.index(1000, 32)).toString(), QStringLiteral("12"));
+        table.paintRowBands();
+        QVERIFY(isBanded(table, 1000, 1));
+        QVERIFY(!isBanded(table, 1001, 1));
+    }
+};
+
+QTEST_MAIN(TestRunTable)
+#include "tst_runtable.moc"
