@@ -1,0 +1,180 @@
+// How long the weather feed takes for one instrument line, and the weather log for a day's
+// replay and a lookup. Runs in a scratch home, so the settings tree and the log folder are
+// fresh and hold what a user's would: the column selection and today's rows.
+#include "feed/SerialFramer.h"
+#include "feed/StatusLine.h"
+#include "feed/WeatherFeed.h"
+#include "feed/WeatherLog.h"
+#include "feed/WeatherLogFormat.h"
+#include "feed/WeatherParser.h"
+#include "feed/WeatherQuantities.h"
+#include "shell/Registry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+const QByteArray Line =
+    " 11/22/26 10:42:07 29.92 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r";
+const QDate Day(2001, 7, 4); // never today, so the live benchmarks write elsewhere
+constexpr int SecondsPerDay = 86400;
+
+// A day of rows, one a second, with values that drift as the instrument's do.
+void writeDayFile() {
+    const QString path = WeatherLogPath(Day);
+    if (QFile::exists(path))
+        return;
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    WeatherRecord record;
+    for (int second = 0; second < SecondsPerDay; ++second) {
+        record.ABP = 29.5f + float(second % 97) / 100.0f;
+        record.Temp = 60.0f + float(second % 251) / 10.0f;
+        record.RH = 30.0f + float(second % 401) / 10.0f;
+        record.AA = 1000 + second % 500;
+        record.AH = 5.0f + float(second % 13) / 10.0f;
+        record.GR = 40 + second % 20;
+        record.VP = 0.3f + float(second % 31) / 100.0f;
+        record.DP = 45 + second % 10;
+        record.ADR = 95.0f + float(second % 71) / 10.0f;
+        record.DA = 1400 + second % 300;
+        record.PA = 100 + second % 50;
+        record.WD = second % 360;
+        record.WS = second % 25;
+        record.WG = second % 35;
+        record.AL = second % 1000;
+        file.write(WeatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), record));
+    }
+}
+
+// Takes every point, as charts would, and keeps a sum so nothing is optimised away.
+class SummingSink : public WeatherReplaySink {
+public:
+    double sum = 0;
+    void windSpeed(float t, qint32 ws) override { sum += t + ws; }
+    void abp(float t, float abp) override { sum += t + abp; }
+    void rh(float t, float rh, float temp) override { sum += t + rh + temp; }
+    void cf(float t, float factor) override { sum += t + factor; }
+    void adr(float t, float adr) override { sum += t + adr; }
+    void gr(float t, qint32 gr) override { sum += t + gr; }
+    void vp(float t, float vp, float temp) override { sum += t + vp + temp; }
+    void aada(float t, qint32 aa, qint32 da) override { sum += t + aa + da; }
+    void rosePlot(qint32 wd, qint32 ws) override { sum += wd + ws; }
+};
+
+ViewFlags allOpen() {
+    ViewFlags views;
+    views.bRosePlotOpen = views.bWindSpeedOpen = views.bVPOpen = views.bAADAOpen = views.bABPOpen =
+        views.bRHOpen = views.bGROpen = views.bCFOpen = views.bADROpen = true;
+    return views;
+}
+
+// The whole way of a serial line on a main instance: framing, parsing, status line (fifteen
+// settings reads), weather log row (a settings write and a file append).
+void BM_FeedLine(benchmark::State& run) {
+    AppState state;
+    WeatherFeed feed(state);
+    for (auto _ : run)
+        feed.serialBytes(Line);
+    benchmark::DoNotOptimize(state.CurrentWeather.AL);
+}
+BENCHMARK(BM_FeedLine)->Unit(benchmark::kMicrosecond);
+
+// The same line on a display instance: no log row.
+void BM_FeedLineNoLog(benchmark::State& run) {
+    AppState state;
+    state.bDisplayMode = true;
+    WeatherFeed feed(state);
+    for (auto _ : run)
+        feed.serialBytes(Line);
+}
+BENCHMARK(BM_FeedLineNoLog)->Unit(benchmark::kMicrosecond);
+
+// The parts of a line, to see where its time goes.
+void BM_FramingAndParsing(benchmark::State& run) {
+    WeatherRecord record;
+    SerialFramer framer([&](const QString& line) { ParseWeatherLine(line, record); });
+    for (auto _ : run)
+        framer.receive(Line);
+    benchmark::DoNotOptimize(record.AL);
+}
+BENCHMARK(BM_FramingAndParsing)->Unit(benchmark::kMicrosecond);
+
+void BM_StatusLine(benchmark::State& run) {
+    WeatherRecord record;
+    ParseWeatherLine(QString::fromLatin1(Line), record);
+    for (auto _ : run)
+        benchmark::DoNotOptimize(BuildStatusLine(record));
+}
+BENCHMARK(BM_StatusLine)->Unit(benchmark::kMicrosecond);
+
+void BM_OneSettingsRead(benchmark::State& run) {
+    for (auto _ : run)
+        benchmark::DoNotOptimize(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
+                                               QStringLiteral("ABP")));
+}
+BENCHMARK(BM_OneSettingsRead)->Unit(benchmark::kMicrosecond);
+
+void BM_LogRow(benchmark::State& run) {
+    AppState state;
+    ParseWeatherLine(QString::fromLatin1(Line), state.CurrentWeather);
+    const QDateTime now(Day.addDays(1), QTime(10, 42, 7));
+    for (auto _ : run)
+        LogWeather(state, now);
+}
+BENCHMARK(BM_LogRow)->Unit(benchmark::kMicrosecond);
+
+void BM_ReplayDay(benchmark::State& run) {
+    writeDayFile();
+    const ViewFlags views = allOpen();
+    for (auto _ : run) {
+        SummingSink sink;
+        const int rows = LoadLoggedWeather(WeatherLogPath(Day), views, sink);
+        if (rows != SecondsPerDay)
+            run.SkipWithError("the day did not replay whole");
+        benchmark::DoNotOptimize(sink.sum);
+    }
+}
+BENCHMARK(BM_ReplayDay)->Unit(benchmark::kMillisecond);
+
+void BM_ReplayDayNoViewOpen(benchmark::State& run) {
+    writeDayFile();
+    for (auto _ : run) {
+        SummingSink sink;
+        benchmark::DoNotOptimize(LoadLoggedWeather(WeatherLogPath(Day), ViewFlags{}, sink));
+    }
+}
+BENCHMARK(BM_ReplayDayNoViewOpen)->Unit(benchmark::kMillisecond);
+
+void BM_FindLastMinute(benchmark::State& run) {
+    writeDayFile();
+    AppState state;
+    for (auto _ : run) {
+        const LoggedWeather found = FindLoggedWeather(state, Day, QTime(23, 59));
+        if (found.Time != u"11:59:00pm")
+            run.SkipWithError("the last minute was not found");
+    }
+}
+BENCHMARK(BM_FindLastMinute)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
+    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
+    QCoreApplication application(argc, argv);
+    // A user's column selection: every quantity chosen.
+    for (const WeatherQuantity& quantity : WeatherQuantities)
+        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
+                      QLatin1String(quantity.name), QStringLiteral("1"));
+
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+
+// Cuts the instrument's serial byte stream into lines. A line starts at a space and ends at a
+// CR, both kept; whatever comes before the space that starts a line (a line feed, noise
+// after a reconnect) is dropped.
+//
+// A handler that lets pending events run can bring more bytes in while a line is being
+// handled. Such a nested receive only appends to the buffer; the loop that is already
+// running picks the bytes up, so lines are handled one at a time and in order.
+class SerialFramer {
+public:
+    // Called once for each complete line, leading space and CR included.
+    using LineHandler = std::function<void(const QString& line)>;
+
+    // A feed that never sends a CR must not grow the line without end: a line that holds
+    // more than this many characters before its CR is dropped, and framing waits for the
+    // next space.
+    static constexpr qsizetype MaxRecordLength = 4096;
+
+    explicit SerialFramer(LineHandler onLine);
+
+    void receive(const QByteArray& bytes);
+
+    // Loses the partial line and every buffered byte and waits for the next space. Used
+    // after the port starts and after a comm error.
+    void ResetReceiveState();
+
+    // The state, for tests and for checks that the buffers stay bounded.
+    bool waitingForStart() const { return bWaitForStart; }
+    bool inRecord() const { return bInRecord; }
+    qsizetype recordLength() const { return sRecord.size(); }
+    qsizetype unreadLength() const { return sRxBuffer.size() - rxPosition; }
+
+private:
+    void take(QChar character);
+    void endLine();
+    void startWaiting();
+
+    LineHandler onLine;
+    QString sRxBuffer;          // bytes received and not yet examined, from rxPosition on
+    qsizetype rxPosition = 0;   // the next character of sRxBuffer to examine
+    QString sRecord;            // the line being put together
+    bool bWaitForStart = true;  // dropping characters until a space
+    bool bInRecord = false;     // adding characters to sRecord until a CR
+    bool bReadingInput = false; // a receive further up the stack is in its loop
+};

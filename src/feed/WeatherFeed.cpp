@@ -1,0 +1,68 @@
+#include "feed/WeatherFeed.h"
+
+#include "feed/CommErrorText.h"
+#include "feed/StatusLine.h"
+#include "feed/WeatherLog.h"
+#include "feed/WeatherParser.h"
+#include "racelog/RaceLogDocument.h"
+
+WeatherFeed::WeatherFeed(AppState& state, QObject* parent)
+    : QObject(parent), state(state), framer([this](const QString& line) { serialLine(line); }) {}
+
+void WeatherFeed::setViewUpdater(ViewUpdater updater) {
+    updateViews = std::move(updater);
+}
+
+void WeatherFeed::serialBytes(const QByteArray& bytes) {
+    framer.receive(bytes);
+}
+
+void WeatherFeed::serialLine(const QString& line) {
+    ProcessWeatherRecord(line);
+    // The relay is how a display instance gets the feed; it goes out after this instance has
+    // handled the line.
+    emit relayLine(line.toLatin1());
+}
+
+void WeatherFeed::tcpBytes(const QByteArray& bytes) {
+    for (const QString& line : splitter.take(bytes))
+        ProcessWeatherRecord(line);
+}
+
+void WeatherFeed::commError(int code) {
+    ResetReceiveState();
+    emit statusText(QStringLiteral("Comm Error: ") + CommErrorText(code));
+}
+
+void WeatherFeed::ResetReceiveState() {
+    framer.ResetReceiveState();
+}
+
+void WeatherFeed::ProcessWeatherRecord(const QString& line) {
+    ParseWeatherLine(line, state.CurrentWeather);
+
+    updateRaceLogs();
+
+    emit onlineMarkEnabled();
+
+    state.sStatusLine = BuildStatusLine(state.CurrentWeather);
+    emit statusText(state.sStatusLine);
+
+    if (updateViews)
+        updateViews(state.CurrentWeather);
+
+    if (!state.bDisplayMode)
+        LogWeather(state);
+}
+
+void WeatherFeed::updateRaceLogs() {
+    // By index, reading the slot each time: a log may close while another one predicts.
+    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
+        RaceLogDocument* log = state.RaceLogs[slot];
+        if (!log)
+            continue;
+        if (state.bAutomaticUpdates)
+            log->takeLiveWeather(state.CurrentWeather.AA, state.CurrentWeather.VP);
+        log->updatePredictions();
+    }
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "feed/SerialFramer.h"
+#include "feed/TcpLineSplitter.h"
+#include "shell/AppState.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <functional>
+
+// The weather feed: bytes from the instrument's serial port or from the TCP relay become the
+// live weather, and each line is handed on in a fixed order to the open race logs, the online
+// mark, the status line, the open views and the weather log.
+class WeatherFeed : public QObject {
+    Q_OBJECT
+public:
+    // Updates the open live views with the new reading; the charts plug in here.
+    using ViewUpdater = std::function<void(const WeatherRecord&)>;
+
+    explicit WeatherFeed(AppState& state, QObject* parent = nullptr);
+
+    void setViewUpdater(ViewUpdater updater);
+
+    // Reads a line into the live weather and hands the reading on.
+    void ProcessWeatherRecord(const QString& line);
+
+    // Forgets the partial serial line and every buffered byte.
+    void ResetReceiveState();
+
+public slots:
+    // Bytes from the serial port: framed into lines, each handled and then relayed.
+    void serialBytes(const QByteArray& bytes);
+    // Bytes from the TCP relay: cut into lines and handled; never relayed again.
+    void tcpBytes(const QByteArray& bytes);
+    // A serial comm error: the partial line is lost and the status bar says what happened.
+    void commError(int code);
+
+signals:
+    // A serial line as it came, leading space and CR included, for a display instance.
+    void relayLine(const QByteArray& line);
+    // A line arrived (good or bad): the feed is alive.
+    void onlineMarkEnabled();
+    // The text for the status bar.
+    void statusText(const QString& text);
+
+private:
+    void serialLine(const QString& line);
+    void updateRaceLogs();
+
+    AppState& state;
+    SerialFramer framer;
+    TcpLineSplitter splitter;
+    ViewUpdater updateViews;
+};

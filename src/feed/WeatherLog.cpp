@@ -1,0 +1,41 @@
+#include "feed/WeatherLog.h"
+
+#include "feed/DataFolder.h"
+#include "feed/WeatherLogFormat.h"
+#include "shell/DateText.h"
+#include "shell/Registry.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+QString DateStamp(const QDate& day) {
+    return DateText::FileStamp(day);
+}
+
+QString WeatherLogFolder() {
+    const QString folder = GetDataFolder(QStringLiteral("\\Tarnwick"));
+    return folder == FolderNotValid ? QCoreApplication::applicationDirPath() : folder;
+}
+
+QString WeatherLogPath(const QDate& day) {
+    return WeatherLogFolder() + u'/' + DateStamp(day) + QStringLiteral(".csv");
+}
+
+void LogWeather(AppState& state) {
+    LogWeather(state, QDateTime::currentDateTime());
+}
+
+void LogWeather(AppState& state, const QDateTime& now) {
+    if (state.bLoggingWeather)
+        return;
+    state.bLoggingWeather = true;
+
+    const QString path = WeatherLogPath(now.date());
+    Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"), path);
+    // Opened and closed for this one row: after a crash the file holds every row but this.
+    QFile file(path);
+    if (file.open(QIODevice::Append))
+        file.write(WeatherLogRow(now.time(), state.CurrentWeather));
+
+    state.bLoggingWeather = false;
+}

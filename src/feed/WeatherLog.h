@@ -1,0 +1,43 @@
+#pragma once
+
+#include "feed/LoggedWeather.h"
+#include "feed/WeatherReplaySink.h"
+#include "shell/AppState.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QString>
+#include <QTime>
+
+// The daily weather log: one CSV file a day, YYYY-MM-DD.csv, in the program's data folder,
+// one row for each line of the feed. Rows are read back to replay a day into the charts and
+// to look up the weather of a run.
+
+// A day as the log names its file: "2026-11-22".
+QString DateStamp(const QDate& day = QDate::currentDate());
+
+// The data folder, or the application folder when there is no data folder.
+QString WeatherLogFolder();
+// The log file of a day in that folder.
+QString WeatherLogPath(const QDate& day);
+
+// Appends the live weather to today's file, as a row stamped with the clock time, and keeps
+// the file's path in the settings (value WeatherLog). The file is open only for that row, so
+// a crash loses nothing else. Skipped, not queued, while bLoggingWeather is set (a lookup is
+// scanning); a write that fails loses the row in silence.
+void LogWeather(AppState& state);
+// The same at a given moment of the clock; the day of `now` names the file.
+void LogWeather(AppState& state, const QDateTime& now);
+
+// Replays a log file into the views whose flag in `views` is set, row by row in the order of
+// WeatherReplaySink. Never touches the live weather. A malformed row, or a row whose
+// Correction Factor cannot be worked out (worked out for every row, whether or not its view
+// is open), ends the replay in silence; the rows before it stay sent. Returns the number of
+// rows replayed.
+int LoadLoggedWeather(const QString& path, const ViewFlags& views, WeatherReplaySink& sink);
+
+// The first row of the given day's file written in the same minute as `time`. Waits a little
+// for a row being written, and blocks writing while it scans. An empty record when the file
+// does not exist, when no row matches, or when a row's time cannot be read (the scan stops
+// there).
+LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time);

@@ -1,0 +1,44 @@
+#include "feed/WeatherLog.h"
+#include "feed/WeatherLogFormat.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+// A row being written holds the flag; it is done within a few turns of the event loop.
+constexpr int WaitRounds = 6;
+
+// The first row of the wanted minute of the day; an empty record when there is none or a
+// row's time cannot be read.
+LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
+    WeatherLogLines lines(path);
+    std::string_view line;
+    while (lines.next(line)) {
+        const auto second = ReadRowSecond(line);
+        if (!second)
+            break;
+        if (*second / 60 == wantedMinute) {
+            LoggedWeather row;
+            int rowSecond = 0;
+            return ReadWeatherLogRow(line, row, rowSecond) ? row : LoggedWeather{};
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time) {
+    for (int round = 0; round < WaitRounds && state.bLoggingWeather; ++round)
+        QCoreApplication::processEvents();
+
+    const QString path = WeatherLogPath(date);
+    if (!time.isValid() || !QFile::exists(path))
+        return {};
+
+    state.bLoggingWeather = true;
+    const LoggedWeather found = scanForMinute(path, time.msecsSinceStartOfDay() / 60000);
+    state.bLoggingWeather = false;
+    return found;
+}

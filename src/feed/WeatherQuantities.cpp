@@ -1,0 +1,21 @@
+#include "feed/WeatherQuantities.h"
+
+#include "shell/NumberText.h"
+
+QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
+    if (quantity.real)
+        return NumberText::General(record.*quantity.real);
+    return QString::number(record.*quantity.whole);
+}
+
+bool StoreQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value) {
+    if (quantity.real) {
+        record.*quantity.real = value;
+        return true;
+    }
+    const auto whole = NumberText::RoundToInt32(double(value));
+    if (!whole)
+        return false;
+    record.*quantity.whole = *whole;
+    return true;
+}

@@ -1,0 +1,346 @@
+#include "FeedSamples.h"
+#include "common/TestHome.h"
+#include "feed/WeatherFeed.h"
+#include "feed/WeatherLog.h"
+
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <memory>
+
+using namespace FeedSamples;
+
+namespace {
+
+const QString AllShown = QStringLiteral("ABP=29.92 Temp=71.5 RH=43.2 AA=1250 AH=5.1 GR=45 VP=0.33 "
+                                        "DP=49 ADR=98.6 DA=1410 PA=120 WD=275 WS=7 WG=11 AL=340");
+const QString SecondLine = QStringLiteral(
+    " 11/23/26 10:43:07 30.01 80.5 50.5 2000 6.1 50 0.45 52 97.1 2100 130 90 3 5 400\r");
+
+WeatherRecord SecondRecord() {
+    WeatherRecord r;
+    r.Date = QStringLiteral("11/23/26");
+    r.ABP = 30.01f;
+    r.Temp = 80.5f;
+    r.RH = 50.5f;
+    r.AA = 2000;
+    r.AH = 6.1f;
+    r.GR = 50;
+    r.VP = 0.45f;
+    r.DP = 52;
+    r.ADR = 97.1f;
+    r.DA = 2100;
+    r.PA = 130;
+    r.WD = 90;
+    r.WS = 3;
+    r.WG = 5;
+    r.AL = 400;
+    return r;
+}
+
+QByteArray todaysLog() {
+    return ReadFile(WeatherLogPath(QDate::currentDate()));
+}
+
+int todaysRows() {
+    return int(todaysLog().count("\r\n"));
+}
+
+} // namespace
+
+class TestWeatherFeed : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+
+private slots:
+    void init() { home = std::make_unique<TestHome>(); }
+    void cleanup() { home.reset(); }
+
+    // Logs in slot order skipping the empty slot, then the online mark, the status line, the
+    // views and the weather log row; the relay goes out after all of it.
+    void dispatchRunsInOrderAndRelaysLast() {
+        QStringList events;
+        RecordingRaceLog first(QStringLiteral("log0"), events);
+        RecordingRaceLog third(QStringLiteral("log2"), events);
+        AppState state;
+        state.RaceLogs = {&first, nullptr, &third};
+        WeatherFeed feed(state);
+        QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
+        QSignalSpy status(&feed, &WeatherFeed::statusText);
+        QSignalSpy relay(&feed, &WeatherFeed::relayLine);
+        connect(&feed, &WeatherFeed::onlineMarkEnabled, this, [&] { events << "online"; });
+        connect(&feed, &WeatherFeed::statusText, this, [&](const QString& text) {
+            events << QStringLiteral("status kept=%1").arg(state.sStatusLine == text);
+        });
+        feed.setViewUpdater([&](const WeatherRecord&) {
+            events << QStringLiteral("views rows=%1").arg(todaysRows());
+        });
+        connect(&feed, &WeatherFeed::relayLine, this, [&](const QByteArray&) {
+            events << QStringLiteral("relay rows=%1").arg(todaysRows());
+        });
+
+        feed.serialBytes(FullLine.toLatin1());
+
+        QCOMPARE(events, (QStringList{"log0 takeLiveWeather", "log0 updatePredictions",
+                                      "log2 takeLiveWeather", "log2 updatePredictions", "online",
+                                      "status kept=1", "views rows=0", "relay rows=1"}));
+        QCOMPARE(online.count(), 1);
+        QCOMPARE(status.count(), 1);
+        QCOMPARE(status.first().first().toString(), AllShown);
+        QCOMPARE(relay.count(), 1);
+    }
+
+    void logsGetTheNewReading() {
+        QStringList events;
+        RecordingRaceLog log(QStringLiteral("log0"), events);
+        AppState state;
+        state.RaceLogs = {&log};
+        WeatherFeed feed(state);
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(log.aa, 1250);
+        QCOMPARE(log.vp, 0.33f);
+    }
+
+    void automaticUpdatesOffKeepsInputsAndStillPredicts() {
+        QStringList events;
+        RecordingRaceLog log(QStringLiteral("log0"), events);
+        AppState state;
+        state.bAutomaticUpdates = false;
+        state.RaceLogs = {&log};
+        WeatherFeed feed(state);
+        feed.serialBytes((FullLine + SecondLine).toLatin1());
+        QCOMPARE(log.aa, -1);
+        QCOMPARE(log.vp, -1.0f);
+        QCOMPARE(log.predictions, 2);
+        QCOMPARE(events, (QStringList{"log0 updatePredictions", "log0 updatePredictions"}));
+    }
+
+    void viewUpdaterGetsTheNewReading() {
+        AppState state;
+        WeatherFeed feed(state);
+        QList<WeatherRecord> seen;
+        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(seen, QList<WeatherRecord>{FullRecord()});
+    }
+
+    void statusLineKeptInState() {
+        AppState state;
+        WeatherFeed feed(state);
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(state.sStatusLine, AllShown);
+    }
+
+    void relayIsTheLineAsItCame() {
+        AppState state;
+        WeatherFeed feed(state);
+        QSignalSpy relay(&feed, &WeatherFeed::relayLine);
+        feed.serialBytes("\n" + FullLine.toLatin1() + "\n");
+        QCOMPARE(relay.count(), 1);
+        QCOMPARE(relay.first().first().toByteArray(), FullLine.toLatin1());
+    }
+
+    void fullLineSetsLiveWeather() {
+        AppState state;
+        WeatherFeed feed(state);
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(state.CurrentWeather, FullRecord());
+    }
+
+    void wordBeforeDateDroppedByFraming() {
+        AppState state;
+        WeatherFeed feed(state);
+        feed.serialBytes("READY" + FullLine.toLatin1());
+        QCOMPARE(state.CurrentWeather, FullRecord());
+    }
+
+    void lineWithoutLeadingSpaceLosesItsDate() {
+        AppState state;
+        WeatherFeed feed(state);
+        feed.serialBytes(FullLine.mid(1).toLatin1());
+        // " 10:42:07 29.92 71.5 ..." : every field one token off, AL finds nothing.
+        WeatherRecord expected;
+        expected.Date = QStringLiteral("10:42:07");
+        expected.ABP = 71.5f;
+        expected.Temp = 43.2f;
+        expected.RH = 1250;
+        expected.AA = 5;
+        expected.AH = 45;
+        expected.GR = 0;
+        expected.VP = 49;
+        expected.DP = 99;
+        expected.ADR = 1410;
+        expected.DA = 120;
+        expected.PA = 275;
+        expected.WD = 7;
+        expected.WS = 11;
+        expected.AL = 340; // token 16 finds no space behind "340", so WG keeps its value
+        QCOMPARE(state.CurrentWeather, expected);
+    }
+
+    void emptyLineStillRunsTheDispatch() {
+        QStringList events;
+        RecordingRaceLog log(QStringLiteral("log0"), events);
+        AppState state;
+        state.RaceLogs = {&log};
+        state.CurrentWeather = FullRecord();
+        WeatherFeed feed(state);
+        QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
+        feed.serialBytes(" \r");
+        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(log.predictions, 1);
+        QCOMPARE(online.count(), 1);
+        const QByteArray row = todaysLog();
+        QCOMPARE(row.count("\r\n"), 1);
+        QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));
+    }
+
+    void displayModeWritesNoLogRow() {
+        AppState state;
+        state.bDisplayMode = true;
+        WeatherFeed feed(state);
+        QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
+        feed.serialBytes(FullLine.toLatin1());
+        feed.tcpBytes(SecondLine.toLatin1());
+        QCOMPARE(online.count(), 2);
+        QVERIFY(!QFile::exists(WeatherLogPath(QDate::currentDate())));
+    }
+
+    void mainInstanceWritesOneRowPerLine() {
+        AppState state;
+        WeatherFeed feed(state);
+        feed.serialBytes((FullLine + SecondLine + FullLine).toLatin1());
+        QCOMPARE(todaysRows(), 3);
+    }
+
+    void tcpTwoLinesInOneChunkBothHandled() {
+        AppState state;
+        WeatherFeed feed(state);
+        QList<WeatherRecord> seen;
+        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        feed.tcpBytes((FullLine + SecondLine).toLatin1());
+        QCOMPARE(seen, (QList<WeatherRecord>{FullRecord(), SecondRecord()}));
+    }
+
+    void tcpLineSplitAcrossChunksHandledWhole() {
+        AppState state;
+        WeatherFeed feed(state);
+        QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
+        const QByteArray line = FullLine.toLatin1();
+        feed.tcpBytes(line.left(20));
+        QCOMPARE(online.count(), 0);
+        feed.tcpBytes(line.mid(20));
+        QCOMPARE(online.count(), 1);
+        QCOMPARE(state.CurrentWeather, FullRecord());
+    }
+
+    void tcpLinesAreNotRelayed() {
+        AppState state;
+        WeatherFeed feed(state);
+        QSignalSpy relay(&feed, &WeatherFeed::relayLine);
+        feed.tcpBytes(FullLine.toLatin1());
+        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(relay.count(), 0);
+    }
+
+    // The main instance relays its serial line over TCP; the display instance parses it,
+    // sends it on to nobody and writes no row.
+    void relayedLineParsedOnDisplayInstance() {
+        AppState mainState;
+        WeatherFeed mainFeed(mainState);
+        AppState displayState;
+        displayState.bDisplayMode = true;
+        WeatherFeed displayFeed(displayState);
+
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        QTcpSocket sender;
+        sender.connectToHost(QHostAddress::LocalHost, server.serverPort());
+        QVERIFY(sender.waitForConnected(5000));
+        QVERIFY(server.waitForNewConnection(5000));
+        QTcpSocket* receiver = server.nextPendingConnection();
+        connect(&mainFeed, &WeatherFeed::relayLine, &sender,
+                [&](const QByteArray& line) { sender.write(line); });
+        connect(receiver, &QTcpSocket::readyRead, this,
+                [&] { displayFeed.tcpBytes(receiver->readAll()); });
+        QSignalSpy displayOnline(&displayFeed, &WeatherFeed::onlineMarkEnabled);
+        QSignalSpy displayRelay(&displayFeed, &WeatherFeed::relayLine);
+
+        mainFeed.serialBytes((FullLine + SecondLine).toLatin1());
+
+        QTRY_COMPARE(displayOnline.count(), 2);
+        QCOMPARE(displayState.CurrentWeather, SecondRecord());
+        QCOMPARE(displayRelay.count(), 0);
+        QCOMPARE(todaysRows(), 2); // the main instance's rows only
+    }
+
+    // A log that lets events run while it predicts can bring the next serial bytes in; that
+    // line waits until the first one has gone all the way through.
+    void serialBytesDuringDispatchWaitTheirTurn() {
+        QStringList events;
+        RecordingRaceLog log(QStringLiteral("log0"), events);
+        AppState state;
+        state.RaceLogs = {&log};
+        WeatherFeed feed(state);
+        log.onPredict = [&] {
+            if (log.predictions == 1)
+                feed.serialBytes(SecondLine.toLatin1());
+        };
+        connect(&feed, &WeatherFeed::relayLine, this, [&](const QByteArray& line) {
+            events << QStringLiteral("relay ") + line.mid(1, 8);
+        });
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(events,
+                 (QStringList{"log0 takeLiveWeather", "log0 updatePredictions", "relay 11/22/26",
+                              "log0 takeLiveWeather", "log0 updatePredictions", "relay 11/23/26"}));
+        QCOMPARE(state.CurrentWeather, SecondRecord());
+    }
+
+    void commErrorTexts_data() {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("1001") << 1001 << "Comm Error: Break signal received";
+        QTest::newRow("1004") << 1004 << "Comm Error: Framing error";
+        QTest::newRow("1006") << 1006 << "Comm Error: Port overrun";
+        QTest::newRow("1008") << 1008 << "Comm Error: Receive buffer overflow";
+        QTest::newRow("1009") << 1009 << "Comm Error: Parity error";
+        QTest::newRow("1010") << 1010 << "Comm Error: Transmit buffer full";
+        QTest::newRow("1011") << 1011
+                              << "Comm Error: Unexpected error retrieving Device Control Block "
+                                 "for the port";
+        QTest::newRow("1002") << 1002 << "Comm Error: ";
+        QTest::newRow("1003") << 1003 << "Comm Error: ";
+        QTest::newRow("1005") << 1005 << "Comm Error: ";
+        QTest::newRow("1007") << 1007 << "Comm Error: ";
+        QTest::newRow("1012") << 1012 << "Comm Error: ";
+        QTest::newRow("0") << 0 << "Comm Error: ";
+    }
+    void commErrorTexts() {
+        QFETCH(int, code);
+        QFETCH(QString, text);
+        AppState state;
+        WeatherFeed feed(state);
+        QSignalSpy status(&feed, &WeatherFeed::statusText);
+        feed.commError(code);
+        QCOMPARE(status.count(), 1);
+        QCOMPARE(status.first().first().toString(), text);
+    }
+
+    void commErrorLosesThePartialLine() {
+        AppState state;
+        WeatherFeed feed(state);
+        QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
+        const QByteArray line = FullLine.toLatin1();
+        feed.serialBytes(line.left(40));
+        feed.commError(1006);
+        feed.serialBytes("\r");
+        QCOMPARE(online.count(), 0);
+        feed.serialBytes(line);
+        QCOMPARE(online.count(), 1);
+        QCOMPARE(state.CurrentWeather, FullRecord());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWeatherFeed)
+#include "tst_weatherfeed.moc"

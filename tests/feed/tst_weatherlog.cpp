@@ -1,0 +1,147 @@
+#include "FeedSamples.h"
+#include "common/TestHome.h"
+#include "feed/DataFolder.h"
+#include "feed/WeatherLog.h"
+#include "shell/Registry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTest>
+#include <memory>
+
+using namespace FeedSamples;
+
+namespace {
+const QDate Day(2026, 11, 22);
+QDateTime at(const QDate& day, int hour, int minute, int second) {
+    return QDateTime(day, QTime(hour, minute, second));
+}
+} // namespace
+
+class TestWeatherLog : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+
+    QString dayFile(const QDate& day) const {
+        return home->weatherLogFolder() + u'/' + day.toString(QStringLiteral("yyyy-MM-dd")) +
+               QStringLiteral(".csv");
+    }
+
+private slots:
+    void init() { home = std::make_unique<TestHome>(); }
+    void cleanup() { home.reset(); }
+
+    void dataFolderIsMadeUnderTheSharedDataFolder() {
+        QVERIFY(!QDir(home->weatherLogFolder()).exists());
+        QCOMPARE(GetDataFolder(QStringLiteral("\\Tarnwick")), home->weatherLogFolder());
+        QVERIFY(QDir(home->weatherLogFolder()).exists());
+    }
+
+    void dataFolderEmptyArgumentIsNotValid() {
+        QCOMPARE(GetDataFolder(QString()), QStringLiteral("Folder Not Valid"));
+    }
+
+    void dataFolderThatCannotBeMadeIsNotValid() {
+        QVERIFY(WriteFile(home->dataHome() + QStringLiteral("/Tarnwick"), "in the way"));
+        QCOMPARE(GetDataFolder(QStringLiteral("\\Tarnwick")), QStringLiteral("Folder Not Valid"));
+        QCOMPARE(WeatherLogFolder(), QCoreApplication::applicationDirPath());
+    }
+
+    void dateStampPadsMonthAndDay() {
+        QCOMPARE(DateStamp(QDate(2026, 3, 7)), QStringLiteral("2026-03-07"));
+        QCOMPARE(DateStamp(), QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")));
+    }
+
+    void logPathIsTheDayFile() { QCOMPARE(WeatherLogPath(Day), dayFile(Day)); }
+
+    void rowFormatIsExact() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state, at(Day, 10, 42, 7));
+        QCOMPARE(ReadFile(dayFile(Day)), FullRow);
+    }
+
+    void rowTimeInTwelveHourForm_data() {
+        QTest::addColumn<QTime>("time");
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("after midnight") << QTime(0, 5, 9) << QByteArray("\"12:05:09am\",");
+        QTest::newRow("noon") << QTime(12, 0, 0) << QByteArray("\"12:00:00pm\",");
+        QTest::newRow("evening") << QTime(23, 59, 59) << QByteArray("\"11:59:59pm\",");
+    }
+    void rowTimeInTwelveHourForm() {
+        QFETCH(QTime, time);
+        QFETCH(QByteArray, text);
+        AppState state;
+        LogWeather(state, QDateTime(Day, time));
+        QVERIFY(ReadFile(dayFile(Day)).startsWith(text));
+    }
+
+    void floatsInGeneralFormIntegersPlain() {
+        AppState state;
+        state.CurrentWeather.ABP = 0.00001f;
+        state.CurrentWeather.Temp = -3.25f;
+        state.CurrentWeather.AA = -120;
+        LogWeather(state, at(Day, 9, 0, 0));
+        QCOMPARE(ReadFile(dayFile(Day)),
+                 QByteArray("\"09:00:00am\",1E-05,-3.25,0,-120,0,0,0,0,0,0,0,0,0,0,0\r\n"));
+    }
+
+    void rowsAreAppended() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state, at(Day, 10, 42, 7));
+        LogWeather(state, at(Day, 10, 42, 7));
+        QCOMPARE(ReadFile(dayFile(Day)), FullRow + FullRow);
+    }
+
+    void pathKeptInTheSettings() {
+        AppState state;
+        LogWeather(state, at(Day, 10, 42, 7));
+        QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
+                 dayFile(Day));
+    }
+
+    void firstRowAfterMidnightStartsANewFile() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state, at(Day, 23, 59, 59));
+        LogWeather(state, at(Day.addDays(1), 0, 0, 1));
+        QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 1);
+        QVERIFY(ReadFile(dayFile(Day)).startsWith("\"11:59:59pm\","));
+        QCOMPARE(ReadFile(dayFile(Day.addDays(1))).count("\r\n"), 1);
+        QVERIFY(ReadFile(dayFile(Day.addDays(1))).startsWith("\"12:00:01am\","));
+    }
+
+    void rowSkippedWhileTheLogIsBusy() {
+        AppState state;
+        state.bLoggingWeather = true;
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(!QFile::exists(dayFile(Day)));
+        QVERIFY(state.bLoggingWeather); // still the scanner's
+    }
+
+    void busyFlagClearedAfterTheRow() {
+        AppState state;
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(!state.bLoggingWeather);
+    }
+
+    void writeErrorLosesTheRowSilently() {
+        AppState state;
+        QVERIFY(QDir().mkpath(dayFile(Day))); // a folder where the file should be
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(QFileInfo(dayFile(Day)).isDir());
+    }
+
+    void clockOfTheMachineNamesTodaysFile() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state);
+        const QByteArray row = ReadFile(dayFile(QDate::currentDate()));
+        QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWeatherLog)
+#include "tst_weatherlog.moc"

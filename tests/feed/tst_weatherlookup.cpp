@@ -1,0 +1,118 @@
+#include "FeedSamples.h"
+#include "common/TestHome.h"
+#include "feed/WeatherLog.h"
+
+#include <QDir>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+using namespace FeedSamples;
+
+namespace {
+const QDate Day(2026, 11, 22);
+} // namespace
+
+class TestWeatherLookup : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+
+    void writeDay(const QByteArray& rows) {
+        QDir().mkpath(home->weatherLogFolder());
+        QVERIFY(WriteFile(WeatherLogPath(Day), rows));
+    }
+
+private slots:
+    void init() { home = std::make_unique<TestHome>(); }
+    void cleanup() { home.reset(); }
+
+    void rowOfTheMinuteFound() {
+        writeDay(Row("10:41:59am") + FullRow + Row("10:43:00am"));
+        AppState state;
+        const LoggedWeather found = FindLoggedWeather(state, Day, QTime(10, 42));
+        LoggedWeather expected;
+        static_cast<WeatherRecord&>(expected) = FullRecord();
+        expected.Date.clear();
+        expected.Time = QStringLiteral("10:42:07am");
+        QCOMPARE(found, expected);
+    }
+
+    void secondsOfTheAskedTimeDoNotMatter() {
+        writeDay(FullRow);
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42, 59)).AL, 340);
+    }
+
+    void minuteWithNoRowGivesEmptyRecord() {
+        writeDay(Row("10:41:59am") + Row("10:43:00am"));
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
+    }
+
+    void missingFileGivesEmptyRecord() {
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
+        QVERIFY(!state.bLoggingWeather);
+    }
+
+    void earliestOfSeveralInTheMinuteWins() {
+        writeDay(Row("10:42:01am", 29.1f) + Row("10:42:02am", 29.2f) + Row("10:42:03am", 29.3f));
+        AppState state;
+        const LoggedWeather found = FindLoggedWeather(state, Day, QTime(10, 42, 30));
+        QCOMPARE(found.Time, QStringLiteral("10:42:01am"));
+        QCOMPARE(found.ABP, 29.1f);
+    }
+
+    void afternoonRowsAreTwelveHoursOn() {
+        writeDay(Row("10:42:00am", 29.1f) + Row("10:42:00pm", 29.2f));
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(22, 42)).ABP, 29.2f);
+    }
+
+    void malformedTimeStopsTheScan() {
+        writeDay(Row("10:41:00am") + Row("teatime") + FullRow);
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
+        QVERIFY(!state.bLoggingWeather);
+    }
+
+    void lastMinuteOfTheDayFound() {
+        writeDay(Row("11:58:59pm", 29.1f) + Row("11:59:30pm", 29.2f));
+        AppState state;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(23, 59)).ABP, 29.2f);
+    }
+
+    void busyFlagClearedAfterTheScan() {
+        writeDay(FullRow);
+        AppState state;
+        FindLoggedWeather(state, Day, QTime(10, 42));
+        QVERIFY(!state.bLoggingWeather);
+    }
+
+    // A row being written holds the flag; the lookup lets events run until it is free.
+    void waitsForTheRowBeingWritten() {
+        writeDay(FullRow);
+        AppState state;
+        state.bLoggingWeather = true;
+        QTimer::singleShot(0, this, [&] { state.bLoggingWeather = false; });
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
+        QVERIFY(!state.bLoggingWeather);
+    }
+
+    void givesUpWaitingAfterSixRounds() {
+        writeDay(FullRow);
+        AppState state;
+        state.bLoggingWeather = true;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
+    }
+
+    void displayInstanceCanLookUp() {
+        writeDay(FullRow);
+        AppState state;
+        state.bDisplayMode = true;
+        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWeatherLookup)
+#include "tst_weatherlookup.moc"
