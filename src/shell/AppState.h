@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <array>
 
 class RaceLogDocument;
 
@@ -39,4 +40,8 @@ struct AppState {
 
     // Open race logs by slot; an empty slot is nullptr. Starts with one empty slot.
     QList<RaceLogDocument*> RaceLogs{nullptr};
+
+    // The run clipboard shared by all race log windows, surviving their closing: element c
+    // holds column c of the run cut or copied last (columns 1 to 32 take part).
+    std::array<QString, 34> runClipboard;
 };

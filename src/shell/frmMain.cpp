@@ -1,0 +1,345 @@
+#include "shell/frmMain.h"
+
+#include "feed/WeatherLog.h"
+#include "shell/AppState.h"
+#include "shell/Calculator.h"
+#include "shell/CommandBar.h"
+#include "shell/Dialogs.h"
+#include "shell/Hourglass.h"
+#include "shell/NumberText.h"
+#include "shell/Palette.h"
+#include "shell/Registry.h"
+#include "shell/WindowArrangement.h"
+#include "shell/frmAbout.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QScreen>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
+const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+
+constexpr int DefaultPagerFrequency = 75;
+constexpr int HighestPagerFrequency = 135;
+
+// Something in the form load went wrong; the rest of the load is skipped.
+struct LoadProblem {};
+
+// Timer intervals in milliseconds; TARNWICK_TIMER_SCALE shortens them for a test that has no
+// time to wait for the instrument's poll.
+int scaledInterval(int milliseconds) {
+    bool ok = false;
+    const double scale = qEnvironmentVariable("TARNWICK_TIMER_SCALE").toDouble(&ok);
+    if (!ok || scale <= 0)
+        return milliseconds;
+    return qMax(1, int(milliseconds * scale));
+}
+
+QTimer* makeTimer(const QString& name, int milliseconds, QObject* parent) {
+    auto* timer = new QTimer(parent);
+    timer->setObjectName(name);
+    timer->setInterval(scaledInterval(milliseconds));
+    return timer;
+}
+
+// The user manual is installed beside the program: <prefix>/bin and
+// <prefix>/share/tarnwick/manual.
+QString manualIndexPath() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../share/tarnwick/manual/index.html"));
+}
+
+} // namespace
+
+frmMain::frmMain(AppState& state, QWidget* parent)
+    : QMainWindow(parent), state(state), backgroundColor(Palette::WorkspaceColor) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Tarnwick"));
+    resize(1024, 720);
+
+    mdi = new QMdiArea(this);
+    mdi->setObjectName(QStringLiteral("mdiClient"));
+    workspace = mdi->background();
+    setCentralWidget(mdi);
+
+    bar = new CommandBar(*this, [this](const QString& name) { dispatch(name); });
+    addCommands();
+    bar->showTools([this](const QString& name) { return commands.contains(name); });
+
+    tmrMain = makeTimer(QStringLiteral("tmrMain"), 20000, this);
+    tmrSend = makeTimer(QStringLiteral("tmrSend"), 4000, this);
+}
+
+frmMain::~frmMain() = default;
+
+// The commands that work now. A tool without a command stays hidden until one is given.
+void frmMain::addCommands() {
+    commands = {
+        {QStringLiteral("miExit"), [this] { close(); }},
+        {QStringLiteral("miLoadLoggedWeather"), [this] { ReplayWeatherLog(); }},
+        {QStringLiteral("miAutomaticUpdates"), [this] { ToggleAutomaticUpdates(); }},
+        {QStringLiteral("miDeltaVP"), [this] { ToggleDeltaVP(); }},
+        {QStringLiteral("miCalculator"), [] { Calculator::Launch(); }},
+        {QStringLiteral("miRefresh"), [this] { bar->refresh(); }},
+        {QStringLiteral("miMoreColors"), [this] { ChooseMoreColors(); }},
+        {QStringLiteral("miTileHorizontally"),
+         [this] { WindowArrangement::TileHorizontally(*mdi); }},
+        {QStringLiteral("miTileVertically"), [this] { WindowArrangement::TileVertically(*mdi); }},
+        {QStringLiteral("miCascade"), [this] { WindowArrangement::Cascade(*mdi); }},
+        {QStringLiteral("miCloseAll"), [this] { mdi->closeAllSubWindows(); }},
+        {QStringLiteral("miHelpContents"), [this] { ShowHelpContents(); }},
+        {QStringLiteral("miAbout"), [this] { ShowAbout(); }},
+    };
+    for (const Palette::Entry& entry : Palette::Entries())
+        commands.insert(entry.name, [this, color = entry.color] { SetBackground(color); });
+    connect(bar->tool(QStringLiteral("miWindowList"))->menu(), &QMenu::aboutToShow, this,
+            &frmMain::ListWindows);
+}
+
+void frmMain::Load() {
+    try {
+        CenterOnScreen();
+        ShowDisplayCaption();
+        LoadBackground();
+        LoadPagerFrequency();
+        LoadDeltaVP();
+        ResetRaceLogs();
+        DisableSetDateTime();
+        ResetFlags();
+        DisablePropertiesInDisplayMode();
+        StartTimers();
+    } catch (const LoadProblem&) {
+        Dialogs::Inform(QStringLiteral("Detected problems while loading the MDI form!"),
+                        QStringLiteral("Tarnwick"), Dialogs::Icon::Critical);
+    }
+}
+
+void frmMain::CenterOnScreen() {
+    const QRect area = screen()->geometry();
+    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+}
+
+// A display instance tells itself apart from the main instance by its caption.
+void frmMain::ShowDisplayCaption() {
+    if (state.bDisplayMode)
+        setWindowTitle(QStringLiteral("Vessimar"));
+}
+
+void frmMain::LoadBackground() {
+    const QString text = Registry::Get(ScreenSettingsKey, QStringLiteral("Background"));
+    if (!NumberText::IsNumeric(text))
+        return;
+    const std::optional<quint32> color = Palette::FromValue(*NumberText::ToDouble(text));
+    if (!color)
+        throw LoadProblem{};
+    SetBackground(*color);
+}
+
+void frmMain::LoadPagerFrequency() {
+    const QString text = Registry::Get(DefaultsKey, QStringLiteral("PagerFrequency"));
+    const std::optional<double> value = NumberText::ToDouble(text);
+    const std::optional<qint32> frequency =
+        value ? NumberText::RoundToInt32(*value) : DefaultPagerFrequency;
+    const bool usable = frequency && *frequency >= 0 && *frequency <= HighestPagerFrequency;
+    iPagerFrequency = usable ? *frequency : DefaultPagerFrequency;
+}
+
+void frmMain::LoadDeltaVP() {
+    state.bDeltaVP = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP")) == u"1";
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+}
+
+void frmMain::ResetRaceLogs() {
+    state.RaceLogs = {nullptr};
+}
+
+void frmMain::DisableSetDateTime() {
+    bar->tool(QStringLiteral("miSetDateTime"))->setEnabled(false);
+}
+
+// No live window is open yet; the logs follow the weather until the user says otherwise.
+void frmMain::ResetFlags() {
+    state.views.bWindDirectionOpen = false;
+    state.views.bWindSpeedOpen = false;
+    state.views.bVPOpen = false;
+    state.bAutomaticUpdates = true;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(true);
+    state.bLoggingWeather = false;
+}
+
+// The port settings belong to the main instance, which owns the instrument.
+void frmMain::DisablePropertiesInDisplayMode() {
+    if (state.bDisplayMode)
+        bar->tool(QStringLiteral("miProperties"))->setEnabled(false);
+}
+
+void frmMain::StartTimers() {
+    tmrMain->start();
+    tmrSend->start();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    StopTimers();
+    if (!WeatherLogClosed()) {
+        // The timers stay stopped: a window that refused to close is to be closed again.
+        event->ignore();
+        Dialogs::Inform(QStringLiteral("Please wait a second so the log file can close!"),
+                        QStringLiteral("Logging Weather Data"), Dialogs::Icon::Information);
+        return;
+    }
+    SaveDeltaVP();
+    SaveBackground();
+    event->accept();
+}
+
+void frmMain::StopTimers() {
+    tmrMain->stop();
+    tmrSend->stop();
+}
+
+// A weather row being written finishes within the events that are waiting.
+bool frmMain::WeatherLogClosed() {
+    if (!state.bLoggingWeather)
+        return true;
+    QCoreApplication::processEvents();
+    return !state.bLoggingWeather;
+}
+
+void frmMain::SaveDeltaVP() {
+    const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
+    Registry::Set(DefaultsKey, QStringLiteral("DeltaVP"),
+                  on ? QStringLiteral("1") : QStringLiteral("0"));
+}
+
+void frmMain::SaveBackground() {
+    Registry::Set(ScreenSettingsKey, QStringLiteral("Background"),
+                  Palette::ToText(backgroundColor));
+}
+
+void frmMain::OpenFile(const QString& path) {
+    bool loaded = false;
+    {
+        Hourglass busy;
+        loaded = raceLogLoader && raceLogLoader(path);
+    }
+    if (!loaded)
+        Dialogs::Inform(QStringLiteral("Not able to load Race Log...\r\n") + path,
+                        QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
+}
+
+void frmMain::dispatch(const QString& toolName) {
+    // A copy: a command may give other tools their commands while it runs.
+    const std::function<void()> command = commands.value(toolName);
+    if (command) {
+        command();
+        return;
+    }
+    if (toolName.startsWith(u"new") && newRaceLog)
+        newRaceLog(toolName.mid(3));
+}
+
+QMdiArea* frmMain::mdiArea() const {
+    return mdi;
+}
+
+void frmMain::setCommand(const QString& toolName, std::function<void()> command) {
+    commands.insert(toolName, std::move(command));
+    bar->showTools([this](const QString& name) { return commands.contains(name); });
+}
+
+void frmMain::setNewRaceLog(std::function<void(const QString&)> command) {
+    newRaceLog = std::move(command);
+}
+
+void frmMain::setRaceLogLoader(std::function<bool(const QString&)> loader) {
+    raceLogLoader = std::move(loader);
+}
+
+void frmMain::setReplaySink(WeatherReplaySink* sink) {
+    replaySink = sink;
+}
+
+// The flag turns over and the tool's check mark shows it.
+void frmMain::ToggleAutomaticUpdates() {
+    state.bAutomaticUpdates = !state.bAutomaticUpdates;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(state.bAutomaticUpdates);
+}
+
+void frmMain::ToggleDeltaVP() {
+    state.bDeltaVP = !state.bDeltaVP;
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+}
+
+void frmMain::SetBackground(quint32 color) {
+    backgroundColor = color;
+    mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
+}
+
+void frmMain::ChooseMoreColors() {
+    const std::optional<QColor> chosen = Dialogs::ChooseColor(mdi->background().color());
+    if (chosen)
+        SetBackground(Palette::FromColor(*chosen));
+}
+
+// The window list is made each time it opens, so it always names the windows open now.
+void frmMain::ListWindows() {
+    QMenu* list = bar->tool(QStringLiteral("miWindowList"))->menu();
+    list->clear();
+    const QList<QMdiSubWindow*> windows = mdi->subWindowList(QMdiArea::CreationOrder);
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow* window = windows[i];
+        QAction* entry =
+            list->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(window->windowTitle()));
+        entry->setObjectName(QStringLiteral("miChildWindow"));
+        entry->setCheckable(true);
+        entry->setChecked(window == mdi->activeSubWindow());
+        connect(entry, &QAction::triggered, mdi,
+                [this, window] { mdi->setActiveSubWindow(window); });
+    }
+}
+
+void frmMain::ShowHelpContents() {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(manualIndexPath()));
+}
+
+void frmMain::ShowAbout() {
+    frmAbout about(this);
+    about.exec();
+}
+
+void frmMain::ReplayWeatherLog() {
+    Hourglass busy;
+    Dialogs::FileRequest request;
+    request.title = QStringLiteral("Load Logged Weather");
+    request.filter = QStringLiteral("Tarnwick Weather Log Files (*.csv) |*.csv|") +
+                     QStringLiteral("All Files (*.*) |*.*|");
+    request.filterIndex = 1;
+    request.initialFolder = WeatherLogFolder();
+    const std::optional<Dialogs::FileChoice> file = Dialogs::ChooseFile(request);
+    if (!file)
+        return;
+
+    const Dialogs::Answer clear =
+        Dialogs::Show({QStringLiteral("Do you want to clear the existing logged weather data\r\n") +
+                           QStringLiteral("from the graph before loading\r\n") + file->title + u'?',
+                       QStringLiteral("Load Logged Weather"), Dialogs::Icon::Question,
+                       Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
+    if (clear == Dialogs::Answer::Yes)
+        ClearViews();
+    if (replaySink)
+        LoadLoggedWeather(file->path, state.views, *replaySink);
+}
+
+// Clears each open chart, in the order wind speed, ABP, RH, GR, VP, AADA, rose plot, ADR, CF.
+// The live weather and wind direction windows keep what they show.
+void frmMain::ClearViews() {}

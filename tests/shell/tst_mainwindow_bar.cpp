@@ -1,0 +1,263 @@
+#include "MainWindowTesting.h"
+#include "common/TestHome.h"
+#include "shell/AppState.h"
+#include "shell/CommandTable.h"
+#include "shell/DateText.h"
+#include "shell/Palette.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/frmMain.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QToolBar>
+#include <memory>
+
+using namespace CommandTable;
+using MainWindowTesting::itemName;
+
+namespace {
+
+// The tools that work in this build of the window, and the tools that are always there.
+const QStringList shownTools = {
+    "miExit",           "miLoadLoggedWeather", "miAutomaticUpdates",
+    "miDeltaVP",        "miCalculator",        "miSetDateTime",
+    "miRefresh",        "miMoreColors",        "miTileHorizontally",
+    "miTileVertically", "miCascade",           "miCloseAll",
+    "miWindowList",     "miHelpContents",      "miAbout",
+    "miRaceLogOptions", "miBackgroundColor",
+};
+
+QStringList names(const QList<QAction*>& actions) {
+    QStringList list;
+    for (QAction* action : actions)
+        list.append(itemName(action));
+    return list;
+}
+
+QStringList visibleNames(const QList<QAction*>& actions) {
+    QStringList list;
+    for (QAction* action : actions) {
+        if (action->isVisible())
+            list.append(itemName(action));
+    }
+    return list;
+}
+
+} // namespace
+
+class TestMainWindowBar : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<AppState> state;
+    std::unique_ptr<frmMain> window;
+
+    QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
+    QMenu* menu(const QString& name) { return window->findChild<QMenu*>(name); }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        state = std::make_unique<AppState>();
+        window = std::make_unique<frmMain>(*state);
+    }
+    void cleanup() {
+        window.reset();
+        state.reset();
+        home.reset();
+    }
+
+    void theFrame() {
+        QCOMPARE(window->objectName(), QStringLiteral("frmMain"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("Tarnwick"));
+        QVERIFY(window->mdiArea());
+        QCOMPARE(window->centralWidget(), static_cast<QWidget*>(window->mdiArea()));
+    }
+
+    void everyToolIsOneActionWithItsCaptionAndTooltip() {
+        for (const Tool& entry : Tools()) {
+            if (entry.kind == ToolKind::TextBox)
+                continue;
+            const QList<QAction*> actions = window->findChildren<QAction*>(entry.name);
+            QVERIFY2(actions.size() == 1, qPrintable(entry.name));
+            QCOMPARE(actions[0]->text(), entry.caption);
+            if (!entry.toolTip.isEmpty())
+                QCOMPARE(actions[0]->toolTip(), entry.toolTip);
+        }
+        QCOMPARE(tool("miTileHorizontally")->text(), QStringLiteral("&Tile &Horizontally"));
+        QCOMPARE(tool("miVioliet")->text(), QStringLiteral("Violiet"));
+        QCOMPARE(tool("miGR")->toolTip(), QStringLiteral("Grains per lb."));
+    }
+
+    void togglesCarryACheckMark() {
+        QVERIFY(tool("miAutomaticUpdates")->isCheckable());
+        QVERIFY(tool("miDeltaVP")->isCheckable());
+        QVERIFY(!tool("miExit")->isCheckable());
+    }
+
+    void menusInBarOrder() {
+        QStringList shown;
+        for (QAction* action : window->menuBar()->actions())
+            shown.append(action->menu()->objectName());
+        QCOMPARE(shown, QStringList({"miFile", "miView", "miTools", "miPellamor", "miReports",
+                                     "miWindow", "miHelp"}));
+        for (const Band& band : Bands()) {
+            if (band.kind == BandKind::Menu)
+                QCOMPARE(menu(band.name)->title(), band.caption);
+        }
+    }
+
+    void menusHoldTheirTools() {
+        for (const Band& band : Bands()) {
+            if (band.kind == BandKind::Menu || band.kind == BandKind::Submenu)
+                QCOMPARE(names(menu(band.name)->actions()), band.items);
+        }
+    }
+
+    void submenusOpenFromTheirTools() {
+        QCOMPARE(tool("miRaceLogOptions")->menu(), menu("miRaceLog"));
+        QCOMPARE(tool("miBackgroundColor")->menu(), menu("tbColor"));
+        QCOMPARE(menu("miRaceLog")->windowTitle(), QStringLiteral("Race Log Options"));
+        QCOMPARE(menu("tbColor")->windowTitle(), QStringLiteral("Color"));
+        QVERIFY(menu("miTools")->actions().contains(tool("miBackgroundColor")));
+        QVERIFY(tool("miWindowList")->menu());
+    }
+
+    void toolBarInTableOrder() {
+        auto* bar = window->findChild<QToolBar*>("tbMain");
+        QVERIFY(bar);
+        QCOMPARE(bar->windowTitle(), QStringLiteral("Tool Bar"));
+        QCOMPARE(names(bar->actions()), FindBand("tbMain")->items);
+        auto* message = bar->findChild<QLineEdit*>("txtPageMessage");
+        QVERIFY(message);
+    }
+
+    void statusBarPanels() {
+        auto* bar = window->findChild<QStatusBar*>("sbMain");
+        QVERIFY(bar);
+        QCOMPARE(window->statusBar(), bar);
+        QStringList order;
+        for (QLabel* label : bar->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
+            order.append(label->objectName());
+        QCOMPARE(order, FindBand("sbMain")->items);
+
+        auto* status = bar->findChild<QLabel*>("lblStatus");
+        QCOMPARE(status->text(), QStringLiteral("Waiting for Weather Update..."));
+        QCOMPARE(status->toolTip(), QStringLiteral("Current Weather"));
+        auto* online = bar->findChild<QLabel*>("lblPellamor");
+        QCOMPARE(online->text(), QStringLiteral("Pellamor"));
+        QCOMPARE(online->toolTip(), QStringLiteral("Pellamor Online Status"));
+        QVERIFY(!online->isEnabled());
+        QCOMPARE(bar->findChild<QLabel*>("lblCAPS")->text(), QStringLiteral("CAPS"));
+    }
+
+    void statusBarShowsTheClock() {
+        auto* time = window->findChild<QLabel*>("lblTIME");
+        auto* date = window->findChild<QLabel*>("lblDATE");
+        const QDateTime before = QDateTime::currentDateTime();
+        time->clear();
+        date->clear();
+        // The clock ticks each second.
+        QTRY_VERIFY(!time->text().isEmpty());
+        const QDateTime after = QDateTime::currentDateTime();
+        QVERIFY(time->text() == DateText::TimeText(before.time()) ||
+                time->text() == DateText::TimeText(after.time()));
+        QVERIFY(date->text() == DateText::LogDateText(before.date()) ||
+                date->text() == DateText::LogDateText(after.date()));
+    }
+
+    void onlyWorkingToolsShow() {
+        for (const Tool& entry : Tools()) {
+            if (entry.kind == ToolKind::TextBox)
+                continue;
+            const bool shown =
+                shownTools.contains(entry.name) || FindBand("tbColor")->items.contains(entry.name);
+            QVERIFY2(tool(entry.name)->isVisible() == shown, qPrintable(entry.name));
+        }
+        QVERIFY(!window->findChild<QToolBar*>("tbMain")->isVisibleTo(window.get()));
+        QVERIFY(!menu("miView")->menuAction()->isVisible());
+        QVERIFY(!menu("miReports")->menuAction()->isVisible());
+        QVERIFY(menu("miFile")->menuAction()->isVisible());
+        // Separators show only between groups that show something.
+        QCOMPARE(visibleNames(menu("miFile")->actions()),
+                 QStringList({"miLoadLoggedWeather", "-", "miExit"}));
+        QCOMPARE(visibleNames(menu("miTools")->actions()),
+                 QStringList(
+                     {"miRaceLogOptions", "-", "miCalculator", "miRefresh", "miBackgroundColor"}));
+    }
+
+    void aGivenCommandShowsItsTool() {
+        int runs = 0;
+        window->setCommand("miWindPlot", [&runs] { ++runs; });
+        QVERIFY(tool("miWindPlot")->isVisible());
+        QVERIFY(menu("miView")->menuAction()->isVisible());
+        QVERIFY(!window->findChild<QToolBar*>("tbMain")->isHidden());
+        QCOMPARE(visibleNames(window->findChild<QToolBar*>("tbMain")->actions()),
+                 QStringList({"miWindPlot"}));
+        tool("miWindPlot")->trigger();
+        QCOMPARE(runs, 1);
+        window->dispatch("miWindPlot");
+        QCOMPARE(runs, 2);
+    }
+
+    void thePageFieldShowsWithTheSendButton() {
+        auto* bar = window->findChild<QToolBar*>("tbMain");
+        QVERIFY(!visibleNames(bar->actions()).contains("txtPageMessage"));
+        window->setCommand("btnSend", [] {});
+        QCOMPARE(visibleNames(bar->actions()), QStringList({"txtPageMessage", "btnSend"}));
+    }
+
+    void unknownToolsRunNothing() {
+        ScriptedDialogs dialogs;
+        window->show();
+        window->dispatch("miNoSuchTool");
+        window->dispatch("miSetDateTime");
+        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(dialogs.fileRequests.isEmpty());
+        QVERIFY(window->isVisible());
+    }
+
+    void newFollowedByATypeMakesALogOfThatType() {
+        QStringList made;
+        window->setNewRaceLog([&made](const QString& type) { made.append(type); });
+        window->dispatch("newFunny Car");
+        window->dispatch("newSuper Pro");
+        window->dispatch("NewNothing");
+        window->dispatch("miNewRaceLog");
+        QCOMPARE(made, QStringList({"Funny Car", "Super Pro"}));
+    }
+
+    void openFileSaysWhenTheLogCannotLoad() {
+        ScriptedDialogs dialogs;
+        window->OpenFile("/nowhere/race.trl");
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(dialogs.messages[0].text,
+                 QStringLiteral("Not able to load Race Log...\r\n/nowhere/race.trl"));
+        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
+        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Information);
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void openFileHandsThePathToTheLoader() {
+        ScriptedDialogs dialogs;
+        QStringList loaded;
+        Qt::CursorShape pointer = Qt::ArrowCursor;
+        window->setRaceLogLoader([&](const QString& path) {
+            loaded.append(path);
+            pointer = QGuiApplication::overrideCursor()->shape();
+            return true;
+        });
+        window->OpenFile("/races/event.trl");
+        QCOMPARE(loaded, QStringList{"/races/event.trl"});
+        QCOMPARE(pointer, Qt::WaitCursor);
+        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+};
+
+QTEST_MAIN(TestMainWindowBar)
+#include "tst_mainwindow_bar.moc"

@@ -1,0 +1,401 @@
+#include "MainWindowTesting.h"
+#include "common/TestHome.h"
+#include "feed/WeatherReplaySink.h"
+#include "shell/AppState.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/frmMain.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+#include <memory>
+
+using MainWindowTesting::whenModal;
+
+namespace {
+
+// A child window that asks before it closes, as a race log with changes does.
+class AskingChild : public QWidget {
+public:
+    int asked = 0;
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        ++asked;
+        const Dialogs::Answer answer =
+            Dialogs::Show({"Close?", "Child", Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
+                           Dialogs::Answer::Yes});
+        if (answer == Dialogs::Answer::Yes)
+            event->accept();
+        else
+            event->ignore();
+    }
+};
+
+// Takes the URLs the desktop would open.
+class UrlCatcher : public QObject {
+    Q_OBJECT
+public:
+    QList<QUrl> urls;
+public slots:
+    void open(const QUrl& url) { urls.append(url); }
+};
+
+// Counts the paint events of a widget.
+class PaintCounter : public QObject {
+public:
+    int paints = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+};
+
+// Records what a replay sends to the views.
+class RecordingViews : public WeatherReplaySink {
+public:
+    QList<float> pressures;
+    void windSpeed(float, qint32) override {}
+    void abp(float, float abp) override { pressures.append(abp); }
+    void rh(float, float, float) override {}
+    void cf(float, float) override {}
+    void adr(float, float) override {}
+    void gr(float, qint32) override {}
+    void vp(float, float, float) override {}
+    void aada(float, qint32, qint32) override {}
+    void rosePlot(qint32, qint32) override {}
+};
+
+// Answers like ScriptedDialogs and notes the pointer while the file dialog is open.
+class PointerWatchingDialogs : public ScriptedDialogs {
+public:
+    std::optional<Qt::CursorShape> pointer;
+    std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override {
+        if (QGuiApplication::overrideCursor())
+            pointer = QGuiApplication::overrideCursor()->shape();
+        return ScriptedDialogs::chooseFile(request);
+    }
+};
+
+const QString weatherRow = QStringLiteral(
+    "\"10:42:07am\",29.92,71.5,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340\r\n");
+
+} // namespace
+
+class TestMainWindowCommands : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<AppState> state;
+    std::unique_ptr<frmMain> window;
+
+    QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
+    QMdiArea* area() { return window->mdiArea(); }
+
+    QMdiSubWindow* addChild(const QString& title, QWidget* content = nullptr) {
+        QMdiSubWindow* child = area()->addSubWindow(content ? content : new QWidget);
+        child->setWindowTitle(title);
+        child->resize(200, 150);
+        child->show();
+        return child;
+    }
+
+    QString writeWeatherLog(const QString& name, int rows) {
+        const QString path = home->root() + u'/' + name;
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return {};
+        for (int i = 0; i < rows; ++i)
+            file.write(weatherRow.toLatin1());
+        return path;
+    }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        state = std::make_unique<AppState>();
+        window = std::make_unique<frmMain>(*state);
+        window->Load();
+        window->resize(900, 700);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+    void cleanup() {
+        window.reset();
+        state.reset();
+        home.reset();
+    }
+
+    void exitClosesTheWindow() {
+        tool("miExit")->trigger();
+        QVERIFY(!window->isVisible());
+    }
+
+    void paletteSetsTheClientArea_data() {
+        QTest::addColumn<QString>("tool");
+        QTest::addColumn<QColor>("color");
+        QTest::newRow("dark red") << "miDarkRed" << QColor(0x80, 0, 0);
+        QTest::newRow("red") << "miRed" << QColor(0xC0, 0, 0);
+        QTest::newRow("blue") << "miBlue" << QColor(0, 0, 0xC0);
+        QTest::newRow("dark yellow") << "miDarkYellow" << QColor(0x80, 0x80, 0);
+        QTest::newRow("violiet") << "miVioliet" << QColor(0x80, 0, 0x80);
+        QTest::newRow("turquoise") << "miTurquoise" << QColor(0, 0xFF, 0xFF);
+    }
+    void paletteSetsTheClientArea() {
+        QFETCH(QString, tool);
+        QFETCH(QColor, color);
+        this->tool(tool)->trigger();
+        QCOMPARE(area()->background().color(), color);
+    }
+
+    void moreColorsTakesThePickedColour() {
+        ScriptedDialogs dialogs;
+        dialogs.queueColor(QColor(10, 20, 30));
+        tool("miMoreColors")->trigger();
+        QCOMPARE(area()->background().color(), QColor(10, 20, 30));
+        QCOMPARE(window->background(), 0x1E140Au);
+        QVERIFY(dialogs.messages.isEmpty());
+    }
+
+    void moreColorsCancelledChangesNothing() {
+        ScriptedDialogs dialogs;
+        tool("miGreen")->trigger();
+        tool("miMoreColors")->trigger();
+        QCOMPARE(area()->background().color(), QColor(0, 0x80, 0));
+        QCOMPARE(window->background(), 0x008000u);
+        QVERIFY(dialogs.messages.isEmpty());
+    }
+
+    void automaticUpdatesToggle() {
+        QVERIFY(state->bAutomaticUpdates);
+        tool("miAutomaticUpdates")->trigger();
+        QVERIFY(!state->bAutomaticUpdates);
+        QVERIFY(!tool("miAutomaticUpdates")->isChecked());
+        window->dispatch("miAutomaticUpdates");
+        QVERIFY(state->bAutomaticUpdates);
+        QVERIFY(tool("miAutomaticUpdates")->isChecked());
+    }
+
+    void deltaVPToggles() {
+        QVERIFY(!state->bDeltaVP);
+        tool("miDeltaVP")->trigger();
+        QVERIFY(state->bDeltaVP);
+        QVERIFY(tool("miDeltaVP")->isChecked());
+        window->dispatch("miDeltaVP");
+        QVERIFY(!state->bDeltaVP);
+        QVERIFY(!tool("miDeltaVP")->isChecked());
+    }
+
+    void calculatorStartsTheFirstOneFound() {
+        QTemporaryDir bin;
+        const QString marker = bin.filePath("started");
+        QFile script(bin.filePath("kcalc"));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        // Only the shell's own commands work with nothing else on the path.
+        script.write(QStringLiteral("#!/bin/sh\necho started > '%1'\n").arg(marker).toLocal8Bit());
+        script.close();
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(bin.path()));
+        tool("miCalculator")->trigger();
+        qputenv("PATH", path);
+        QTRY_VERIFY(QFile::exists(marker));
+    }
+
+    void noCalculatorIsNoMessage() {
+        ScriptedDialogs dialogs;
+        QTemporaryDir empty;
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(empty.path()));
+        window->dispatch("miCalculator");
+        qputenv("PATH", path);
+        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(window->isVisible());
+    }
+
+    void refreshRepaintsTheBars() {
+        auto* time = window->findChild<QLabel*>("lblTIME");
+        QStatusBar* bar = window->statusBar();
+        PaintCounter counter;
+        QApplication::processEvents();
+        bar->installEventFilter(&counter);
+        time->clear();
+        tool("miRefresh")->trigger();
+        bar->removeEventFilter(&counter);
+        QVERIFY(counter.paints > 0);
+        QVERIFY(!time->text().isEmpty());
+    }
+
+    void tileHorizontallyStacksTheWindows() {
+        addChild("One");
+        addChild("Two");
+        addChild("Three")->showMaximized();
+        tool("miTileHorizontally")->trigger();
+        const QRect client = area()->viewport()->rect();
+        const QList<QMdiSubWindow*> children = area()->subWindowList(QMdiArea::CreationOrder);
+        int top = 0;
+        for (QMdiSubWindow* child : children) {
+            QVERIFY(!child->isMaximized());
+            QCOMPARE(child->geometry().left(), 0);
+            QCOMPARE(child->geometry().width(), client.width());
+            QCOMPARE(child->geometry().top(), top);
+            QVERIFY(qAbs(child->geometry().height() - client.height() / 3) <= 1);
+            top = child->geometry().bottom() + 1;
+        }
+        QCOMPARE(top, client.height());
+    }
+
+    void tileVerticallyPutsTheWindowsSideBySide() {
+        addChild("One");
+        addChild("Two");
+        tool("miTileVertically")->trigger();
+        const QRect client = area()->viewport()->rect();
+        const QList<QMdiSubWindow*> children = area()->subWindowList(QMdiArea::CreationOrder);
+        QCOMPARE(children[0]->geometry(), QRect(0, 0, client.width() / 2, client.height()));
+        QCOMPARE(children[1]->geometry().left(), client.width() / 2);
+        QCOMPARE(children[1]->geometry().right(), client.width() - 1);
+        QCOMPARE(children[1]->geometry().height(), client.height());
+    }
+
+    void cascadeStepsTheWindows() {
+        addChild("One");
+        addChild("Two");
+        addChild("Three");
+        tool("miTileVertically")->trigger();
+        tool("miCascade")->trigger();
+        const QList<QMdiSubWindow*> children = area()->subWindowList(QMdiArea::CreationOrder);
+        for (qsizetype i = 1; i < children.size(); ++i) {
+            QVERIFY(children[i]->geometry().top() > children[i - 1]->geometry().top());
+            QVERIFY(children[i]->geometry().left() > children[i - 1]->geometry().left());
+        }
+    }
+
+    void closeAllClosesEachWithItsOwnQuestion() {
+        ScriptedDialogs dialogs;
+        auto* keeps = new AskingChild;
+        auto* goes = new AskingChild;
+        addChild("Plain");
+        addChild("Keeps", keeps);
+        addChild("Goes", goes);
+        dialogs.queueAnswer(Dialogs::Answer::No);
+        dialogs.queueAnswer(Dialogs::Answer::Yes);
+        tool("miCloseAll")->trigger();
+        QCOMPARE(dialogs.messages.size(), 2);
+        const QList<QMdiSubWindow*> left = area()->subWindowList();
+        QCOMPARE(left.size(), 1);
+        QCOMPARE(left[0]->windowTitle(), QStringLiteral("Keeps"));
+        QCOMPARE(keeps->asked, 1);
+    }
+
+    void windowListNamesTheOpenWindows() {
+        QMdiSubWindow* one = addChild("One");
+        QMdiSubWindow* two = addChild("Two");
+        area()->setActiveSubWindow(two);
+        QMenu* list = tool("miWindowList")->menu();
+        emit list->aboutToShow();
+        QList<QAction*> entries = window->findChildren<QAction*>("miChildWindow");
+        QCOMPARE(entries.size(), 2);
+        QCOMPARE(list->actions()[0]->text(), QStringLiteral("&1 One"));
+        QCOMPARE(list->actions()[1]->text(), QStringLiteral("&2 Two"));
+        QVERIFY(!list->actions()[0]->isChecked());
+        QVERIFY(list->actions()[1]->isChecked());
+        list->actions()[0]->trigger();
+        QCOMPARE(area()->activeSubWindow(), one);
+
+        // The list is made anew each time, so a closed window drops out of it.
+        two->close();
+        emit list->aboutToShow();
+        QCOMPARE(window->findChildren<QAction*>("miChildWindow").size(), 1);
+    }
+
+    void helpOpensTheManual() {
+        UrlCatcher catcher;
+        QDesktopServices::setUrlHandler("file", &catcher, "open");
+        tool("miHelpContents")->trigger();
+        QDesktopServices::unsetUrlHandler("file");
+        QCOMPARE(catcher.urls.size(), 1);
+        const QString page = catcher.urls[0].toLocalFile();
+        QVERIFY2(QFile::exists(page), qPrintable(page));
+        QVERIFY(page.endsWith("/share/tarnwick/manual/index.html"));
+    }
+
+    void aboutShowsNameAndVersion() {
+        QString product, version;
+        QString name;
+        bool modal = false;
+        whenModal([&](QWidget* about) {
+            name = about->objectName();
+            modal = about->isModal();
+            product = about->findChild<QLabel*>("lblProduct")->text();
+            version = about->findChild<QLabel*>("lblVersion")->text();
+            about->findChild<QPushButton*>("cmdOK")->click();
+        });
+        tool("miAbout")->trigger();
+        QCOMPARE(name, QStringLiteral("frmAbout"));
+        QVERIFY(modal);
+        QCOMPARE(product, QStringLiteral("Tarnwick"));
+        QVERIFY(version.startsWith("Version "));
+        QVERIFY(version.size() > 8);
+    }
+
+    void loadLoggedWeatherCancelledShowsNothing() {
+        PointerWatchingDialogs dialogs;
+        tool("miLoadLoggedWeather")->trigger();
+        QCOMPARE(dialogs.fileRequests.size(), 1);
+        const Dialogs::FileRequest& request = dialogs.fileRequests[0];
+        QVERIFY(!request.save);
+        QCOMPARE(request.title, QStringLiteral("Load Logged Weather"));
+        QCOMPARE(request.filter, QStringLiteral("Tarnwick Weather Log Files (*.csv) |*.csv|"
+                                                "All Files (*.*) |*.*|"));
+        QCOMPARE(request.filterIndex, 1);
+        QCOMPARE(request.initialFolder, home->weatherLogFolder());
+        QVERIFY(dialogs.messages.isEmpty());
+        QCOMPARE(dialogs.pointer, std::optional(Qt::WaitCursor));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void loadLoggedWeatherAsksAndReplays() {
+        ScriptedDialogs dialogs;
+        RecordingViews views;
+        window->setReplaySink(&views);
+        state->views.bABPOpen = true;
+        dialogs.queueFile(writeWeatherLog("2026-11-22.csv", 3));
+        dialogs.queueAnswer(Dialogs::Answer::No);
+        tool("miLoadLoggedWeather")->trigger();
+        QCOMPARE(dialogs.messages.size(), 1);
+        const Dialogs::Message& question = dialogs.messages[0];
+        QCOMPARE(question.text, QStringLiteral("Do you want to clear the existing logged weather "
+                                               "data\r\nfrom the graph before loading\r\n"
+                                               "2026-11-22.csv?"));
+        QCOMPARE(question.title, QStringLiteral("Load Logged Weather"));
+        QCOMPARE(question.icon, Dialogs::Icon::Question);
+        QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
+        QCOMPARE(views.pressures, QList<float>({29.92f, 29.92f, 29.92f}));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void loadLoggedWeatherReplaysAfterClearing() {
+        ScriptedDialogs dialogs;
+        RecordingViews views;
+        window->setReplaySink(&views);
+        state->views.bABPOpen = true;
+        dialogs.queueFile(writeWeatherLog("day.csv", 2));
+        dialogs.queueAnswer(Dialogs::Answer::Yes);
+        window->dispatch("miLoadLoggedWeather");
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(views.pressures.size(), 2);
+    }
+};
+
+QTEST_MAIN(TestMainWindowCommands)
+#include "tst_mainwindow_commands.moc"

@@ -1,0 +1,294 @@
+#include "common/TestHome.h"
+#include "shell/AppState.h"
+#include "shell/Registry.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/frmMain.h"
+
+#include <QAction>
+#include <QMdiArea>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+namespace {
+
+const QString ScreenSettings = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
+const QString Defaults = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+
+} // namespace
+
+class TestMainWindowLoad : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<AppState> state;
+    std::unique_ptr<frmMain> window;
+
+    void makeWindow() { window = std::make_unique<frmMain>(*state); }
+    QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
+    QTimer* timer(const QString& name) { return window->findChild<QTimer*>(name); }
+    QColor background() { return window->mdiArea()->background().color(); }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        state = std::make_unique<AppState>();
+    }
+    void cleanup() {
+        window.reset();
+        state.reset();
+        home.reset();
+        qunsetenv("TARNWICK_TIMER_SCALE");
+    }
+
+    void centresOnTheScreen() {
+        makeWindow();
+        window->Load();
+        const QRect screen = window->screen()->geometry();
+        QCOMPARE(window->x(), screen.left() + (screen.width() - window->width()) / 2);
+        QCOMPARE(window->y(), screen.top() + (screen.height() - window->height()) / 2);
+    }
+
+    void aMainInstanceIsTarnwick() {
+        makeWindow();
+        window->setCommand("miProperties", [] {});
+        window->Load();
+        QCOMPARE(window->windowTitle(), QStringLiteral("Tarnwick"));
+        QVERIFY(tool("miProperties")->isEnabled());
+    }
+
+    void aDisplayInstanceIsVessimarAndKeepsThePortSettings() {
+        state->bDisplayMode = true;
+        makeWindow();
+        window->Load();
+        // Still off once the port settings dialog joins the bar.
+        window->setCommand("miProperties", [] {});
+        QCOMPARE(window->windowTitle(), QStringLiteral("Vessimar"));
+        QVERIFY(!tool("miProperties")->isEnabled());
+    }
+
+    void backgroundComesBack() {
+        Registry::Set(ScreenSettings, "Background", "128");
+        makeWindow();
+        window->Load();
+        QCOMPARE(background(), QColor(0x80, 0, 0));
+        QCOMPARE(window->background(), 0x000080u);
+    }
+
+    void aBackgroundThatIsNoNumberLeavesTheColour() {
+        makeWindow();
+        const QBrush before = window->mdiArea()->background();
+        Registry::Set(ScreenSettings, "Background", "red");
+        window->Load();
+        QCOMPARE(window->mdiArea()->background(), before);
+    }
+
+    void aBackgroundThatIsNoColourIsAProblem() {
+        ScriptedDialogs dialogs;
+        Registry::Set(ScreenSettings, "Background", "99999999999");
+        makeWindow();
+        window->Load();
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(dialogs.messages[0].text,
+                 QStringLiteral("Detected problems while loading the MDI form!"));
+        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        // The load ends at the problem, so the timers never start.
+        QVERIFY(!timer("tmrMain")->isActive());
+        QVERIFY(!timer("tmrSend")->isActive());
+    }
+
+    void pagerFrequency_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<int>("frequency");
+        QTest::newRow("absent") << QString() << 75;
+        QTest::newRow("above") << "136" << 75;
+        QTest::newRow("below") << "-1" << 75;
+        QTest::newRow("highest") << "135" << 135;
+        QTest::newRow("lowest") << "0" << 0;
+        QTest::newRow("word") << "abc" << 75;
+        QTest::newRow("ordinary") << "20" << 20;
+        QTest::newRow("rounded to even") << "20.5" << 20;
+        QTest::newRow("huge") << "1e12" << 75;
+    }
+    void pagerFrequency() {
+        QFETCH(QString, stored);
+        QFETCH(int, frequency);
+        if (!stored.isNull())
+            Registry::Set(Defaults, "PagerFrequency", stored);
+        makeWindow();
+        window->Load();
+        QCOMPARE(window->pagerFrequency(), frequency);
+    }
+
+    void deltaVP_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<bool>("on");
+        QTest::newRow("one") << "1" << true;
+        QTest::newRow("two") << "2" << false;
+        QTest::newRow("zero") << "0" << false;
+        QTest::newRow("absent") << QString() << false;
+        QTest::newRow("one with blanks") << " 1" << false;
+    }
+    void deltaVP() {
+        QFETCH(QString, stored);
+        QFETCH(bool, on);
+        if (!stored.isNull())
+            Registry::Set(Defaults, "DeltaVP", stored);
+        state->bDeltaVP = !on;
+        makeWindow();
+        window->Load();
+        QCOMPARE(state->bDeltaVP, on);
+        QCOMPARE(tool("miDeltaVP")->isChecked(), on);
+    }
+
+    void startsFresh() {
+        state->RaceLogs = {nullptr, nullptr, nullptr};
+        state->views.bWindDirectionOpen = true;
+        state->views.bWindSpeedOpen = true;
+        state->views.bVPOpen = true;
+        state->bAutomaticUpdates = false;
+        state->bLoggingWeather = true;
+        makeWindow();
+        window->Load();
+        QCOMPARE(state->RaceLogs.size(), 1);
+        QCOMPARE(state->RaceLogs[0], nullptr);
+        QVERIFY(!state->views.bWindDirectionOpen);
+        QVERIFY(!state->views.bWindSpeedOpen);
+        QVERIFY(!state->views.bVPOpen);
+        QVERIFY(state->bAutomaticUpdates);
+        QVERIFY(tool("miAutomaticUpdates")->isChecked());
+        QVERIFY(!state->bLoggingWeather);
+    }
+
+    void setDateTimeStaysOff() {
+        makeWindow();
+        window->Load();
+        QVERIFY(!tool("miSetDateTime")->isEnabled());
+        QVERIFY(tool("miSetDateTime")->isVisible());
+    }
+
+    void timersRunFromTheEndOfTheLoad() {
+        makeWindow();
+        QVERIFY(!timer("tmrMain")->isActive());
+        QVERIFY(!timer("tmrSend")->isActive());
+        window->Load();
+        QVERIFY(timer("tmrMain")->isActive());
+        QVERIFY(timer("tmrSend")->isActive());
+        QCOMPARE(timer("tmrMain")->interval(), 20000);
+        QCOMPARE(timer("tmrSend")->interval(), 4000);
+    }
+
+    void timersCanRunFasterForTests() {
+        qputenv("TARNWICK_TIMER_SCALE", "0.01");
+        makeWindow();
+        QCOMPARE(timer("tmrMain")->interval(), 200);
+        QCOMPARE(timer("tmrSend")->interval(), 40);
+    }
+
+    void shutdownSavesDeltaVPAndBackground() {
+        makeWindow();
+        window->Load();
+        window->show();
+        tool("miDeltaVP")->trigger();
+        tool("miBlue")->trigger();
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
+        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("12582912"));
+        QVERIFY(!timer("tmrMain")->isActive());
+        QVERIFY(!timer("tmrSend")->isActive());
+
+        window.reset();
+        makeWindow();
+        window->Load();
+        QVERIFY(state->bDeltaVP);
+        QCOMPARE(background(), QColor(0, 0, 0xC0));
+        window->show();
+        tool("miDeltaVP")->trigger();
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));
+    }
+
+    void paletteColoursComeBackAtTheNextStart_data() {
+        QTest::addColumn<QString>("tool");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QColor>("color");
+        QTest::newRow("dark red") << "miDarkRed"
+                                  << "128" << QColor(0x80, 0, 0);
+        QTest::newRow("red") << "miRed"
+                             << "192" << QColor(0xC0, 0, 0);
+        QTest::newRow("blue") << "miBlue"
+                              << "12582912" << QColor(0, 0, 0xC0);
+        QTest::newRow("black") << "miBlack"
+                               << "0" << QColor(0, 0, 0);
+    }
+    void paletteColoursComeBackAtTheNextStart() {
+        QFETCH(QString, tool);
+        QFETCH(QString, stored);
+        QFETCH(QColor, color);
+        makeWindow();
+        window->Load();
+        window->show();
+        this->tool(tool)->trigger();
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(ScreenSettings, "Background"), stored);
+        window.reset();
+        makeWindow();
+        window->Load();
+        QCOMPARE(background(), color);
+    }
+
+    void noFillIsKeptAsTheDesktopColour() {
+        makeWindow();
+        const QBrush system = window->mdiArea()->background();
+        window->Load();
+        window->show();
+        tool("miRed")->trigger();
+        tool("miNoFill")->trigger();
+        QCOMPARE(window->mdiArea()->background(), system);
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("2147483649"));
+        window.reset();
+        makeWindow();
+        window->Load();
+        QCOMPARE(window->background(), 0x80000001u);
+        QCOMPARE(window->mdiArea()->background(), system);
+    }
+
+    void aWeatherRowBeingWrittenRefusesTheClose() {
+        ScriptedDialogs dialogs;
+        makeWindow();
+        window->Load();
+        window->show();
+        state->bLoggingWeather = true;
+        QVERIFY(!window->close());
+        QVERIFY(window->isVisible());
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(dialogs.messages[0].text,
+                 QStringLiteral("Please wait a second so the log file can close!"));
+        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Logging Weather Data"));
+        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Information);
+        // Polling and paging stay stopped in the window that refused to close.
+        QVERIFY(!timer("tmrMain")->isActive());
+        QVERIFY(!timer("tmrSend")->isActive());
+        QTest::qWait(50);
+        QVERIFY(!timer("tmrMain")->isActive());
+        // Nothing was saved.
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), Registry::NoKeyValue);
+    }
+
+    void aWeatherRowFinishingInTheWaitingEventsLetsTheCloseGoOn() {
+        ScriptedDialogs dialogs;
+        makeWindow();
+        window->Load();
+        window->show();
+        state->bLoggingWeather = true;
+        QMetaObject::invokeMethod(
+            window.get(), [this] { state->bLoggingWeather = false; }, Qt::QueuedConnection);
+        QVERIFY(window->close());
+        QVERIFY(dialogs.messages.isEmpty());
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));
+    }
+};
+
+QTEST_MAIN(TestMainWindowLoad)
+#include "tst_mainwindow_load.moc"
