@@ -1,0 +1,34 @@
+#include "racelog/RunRows.h"
+
+#include "racelog/RunTable.h"
+#include "shell/DateText.h"
+
+namespace RunRows {
+
+namespace {
+
+// Shift Time, Dial-In and Timer 1, in the order they are carried over.
+constexpr int CarriedColumns[] = {16, 17, 15};
+
+} // namespace
+
+int appendRun(RunTable& table, const QDateTime& now) {
+    const int row = table.addRun();
+    table.setTextMatrix(row, 1, DateText::TimeText(now.time()));
+    table.setTextMatrix(row, 2, DateText::RunDateText(now.date()));
+    for (const int column : CarriedColumns)
+        table.setTextMatrix(row, column, table.TextMatrix(row - 1, column));
+    table.paintRowBand(row);
+    return row;
+}
+
+void deleteRun(RunTable& table, int row) {
+    if (table.Rows() < 3 && row < 2) {
+        for (int column = 1; column < table.Cols(); ++column)
+            table.setTextMatrix(row, column, QString());
+        return;
+    }
+    table.removeRun(row);
+}
+
+} // namespace RunRows
