@@ -5,10 +5,19 @@
 
 QString BuildStatusLine(const WeatherRecord& record) {
     static const QString columnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+    static const QStringList names = [] {
+        QStringList list;
+        for (const WeatherQuantity& quantity : WeatherQuantities)
+            list.append(QLatin1String(quantity.name));
+        return list;
+    }();
+    const QStringList selected =
+        Registry::GetKeyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
     QString text;
-    for (const WeatherQuantity& quantity : WeatherQuantities) {
-        if (Registry::Get(columnsKey, QLatin1String(quantity.name)) == u"0")
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (selected[i] == u"0")
             continue;
+        const WeatherQuantity& quantity = WeatherQuantities[i];
         text += QLatin1String(quantity.label) + QuantityText(quantity, record) + u' ';
     }
     return text.trimmed();

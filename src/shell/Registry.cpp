@@ -47,16 +47,23 @@ QString StoreFilePath() {
 }
 
 QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
+    return GetKeyValues(hive, keyPath, {valueName}).constFirst();
+}
+
+QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& valueNames) {
+    QStringList texts;
+    texts.reserve(valueNames.size());
     auto settings = openHive(hive);
-    if (!settings || settings->status() != QSettings::NoError)
-        return NoKeyValue;
-    const QVariant value = settings->value(groupOf(keyPath) + u'/' + valueName);
-    if (!value.isValid())
-        return NoKeyValue;
-    const QString text = value.typeId() == QMetaType::QDateTime
-                             ? value.toDateTime().toString(Qt::ISODate)
-                             : value.toString();
-    return text.isEmpty() ? NoKeyValue : text;
+    const bool readable = settings && settings->status() == QSettings::NoError;
+    const QString group = groupOf(keyPath) + u'/';
+    for (const QString& name : valueNames) {
+        const QVariant value = readable ? settings->value(group + name) : QVariant();
+        const QString text = value.typeId() == QMetaType::QDateTime
+                                 ? value.toDateTime().toString(Qt::ISODate)
+                                 : value.toString();
+        texts.append(text.isEmpty() ? NoKeyValue : text);
+    }
+    return texts;
 }
 
 void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
