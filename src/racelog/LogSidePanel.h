@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QTabWidget>
+
+struct RaceLogData;
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QToolButton;
+
+// The side panel of a race log window (objectName "tabLog"): the log's settings, its notes
+// and the inputs of its prediction, on three tabs. Each text field filters the keys typed
+// into it, selects its whole text when entered, and puts right or complains about what it
+// holds when left.
+class LogSidePanel : public QTabWidget {
+    Q_OBJECT
+public:
+    enum Tab { SettingsTab = 0, NotesTab = 1, PredictTab = 2 };
+
+    explicit LogSidePanel(QWidget* parent = nullptr);
+
+    // The race tracks the user keeps, as the list of cboRaceTrack.
+    void fillRaceTracks();
+
+    // The log's fields from and into the record the file is read into and written from. The
+    // reference run list gets its items only; the window selects the reference run.
+    void readFrom(const RaceLogData& log);
+    void writeTo(RaceLogData& log) const;
+
+    // The settings tab.
+    QLineEdit* txtDate;
+    QToolButton* imgDate;
+    QComboBox* cboRaceTrack;
+    QLineEdit* txtPF;
+    QLineEdit* txtTSR;
+    QLineEdit* txtPageIdentifier;
+    QLineEdit* txtCarNumber;
+    QLineEdit* txtFileName;
+    // The notes tab.
+    QPlainTextEdit* txtNotes;
+    // The predict tab.
+    QLineEdit* txtTargetET;
+    QLineEdit* txtAA;
+    QLineEdit* txtVP;
+    QComboBox* cboRefRun;
+    QPushButton* cmdPredict;
+    QCheckBox* chkPagerPredictions;
+
+signals:
+    // The page identifier was left; its text is trimmed.
+    void pageIdentifierLeft(const QString& identifier);
+    void predictRequested();
+
+private:
+    QWidget* settingsPage();
+    QWidget* notesPage();
+    QWidget* predictPage();
+    void addFieldRules();
+    void complain(QLineEdit* field, const QString& text, const QString& title);
+};

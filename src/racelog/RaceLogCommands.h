@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+struct AppState;
+class frmLog;
+class frmMain;
+class QMdiSubWindow;
+
+// The main window's commands on race logs: new and open, save, close, print, and the list of
+// race log types under "New Race Log". It gives the main window these commands when it is
+// made, and keeps the open logs in the slots of AppState::RaceLogs.
+class RaceLogCommands : public QObject {
+    Q_OBJECT
+public:
+    RaceLogCommands(frmMain& main, AppState& state);
+
+    // Hangs the list of race log types (the subkeys of the defaults) under "New Race Log",
+    // in the File menu and on the tool bar. With no type, "New Race Log" stays a command.
+    void CreateRaceLogListing();
+
+    // A new, empty log of a type (empty for the general defaults) in the first free slot.
+    void NewRaceLog(const QString& raceLogType);
+    // Opens a race log file in a new window; false, and no window, when there is no such
+    // file. A file that is not a whole race log still gets a window with what it held.
+    bool LoadRaceLog(const QString& path, const QString& title);
+
+private:
+    frmLog* createLog(const QString& raceLogType);
+    void showLog(frmLog* log);
+    QMdiSubWindow* activeChild() const;
+    frmLog* activeLog() const;
+
+    void OpenRaceLog();
+    void CloseActive();
+    void SaveActive(bool choosePath);
+    void SaveAll();
+    void RunOnActive(const char* member);
+
+    frmMain& main;
+    AppState& state;
+};

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+#include <array>
+#include <optional>
+
+// What a new race log starts from, as the settings tree keeps it: the general defaults and
+// the named race log types with their four default values, the pager frequency, the race
+// tracks the user visits, and the Excel template.
+namespace RaceLogDefaults {
+
+inline const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+inline const QString TracksKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Tracks\\");
+inline const QString TemplatesKey = QStringLiteral("SOFTWARE\\Zorvane\\Templates\\");
+inline const QString PagerFrequencyValue = QStringLiteral("PagerFrequency");
+inline const QString MasterTemplateValue = QStringLiteral("MasterTemplate");
+// The value a track is stored with; only its name counts.
+inline const QString TrackData = QStringLiteral("0");
+
+// The key of a race log type's defaults: the general defaults for an empty name, else the
+// subkey of that name.
+QString TypeKey(const QString& name);
+
+// The named race log types and the race tracks, in the order the settings give them.
+QStringList RaceLogTypes();
+QStringList RaceTracks();
+
+// One default value of a race log type. The numbers are kept only when they are numbers, so
+// a new log never starts from text it cannot predict with; the car number is any text.
+struct DefaultValue {
+    QStringView valueName;
+    bool numeric;
+};
+// In the order they are read and written: PF, TSR, CarNumber, TargetET.
+extern const std::array<DefaultValue, 4> DefaultValues;
+
+// The text a field takes from a stored value; nullopt leaves the field as it stands. A number
+// that is missing or no number leaves its field alone; a missing car number empties it.
+std::optional<QString> ShownText(const DefaultValue& value, const QString& stored);
+// Whether a field's text is written as the default.
+bool IsStored(const DefaultValue& value, const QString& text);
+
+// The template shipped with the program, in its own folder.
+QString SystemTemplatePath();
+// The template path to store: the shipped one for the system default, else the chosen path
+// when such a file exists; nullopt stores nothing.
+std::optional<QString> TemplateToStore(bool systemDefault, const QString& chosenPath);
+
+// How many send timer ticks go by between two pages. Nine choices of whole minutes, 15 ticks
+// a minute; 75, "5min", when nothing usable is stored.
+constexpr int PagerFrequencyChoices = 9;
+constexpr qint32 TicksPerMinute = 15;
+constexpr qint32 DefaultPagerFrequency = 75;
+constexpr qint32 HighestPagerFrequency = 135;
+
+// The stored pager frequency made usable: text that is no number is 75, a whole number out
+// of 0 to 135 is 75. nullopt for a number too large to be taken as a whole number.
+std::optional<qint32> PagerFrequencyFromText(const QString& text);
+// The choice (0 for "1min") that shows a frequency: whole minutes, rounded down; -1, no
+// choice, below one minute.
+int PagerFrequencyChoice(qint32 frequency);
+
+} // namespace RaceLogDefaults

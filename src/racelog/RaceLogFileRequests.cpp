@@ -1,0 +1,60 @@
+#include "racelog/RaceLogFileRequests.h"
+
+#include "shell/DateText.h"
+#include "shell/Registry.h"
+
+#include <QFileInfo>
+
+namespace RaceLogFileRequests {
+
+namespace {
+
+const QString PathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
+const QString PathValue = QStringLiteral("0");
+
+// The remembered folder, or the fallback when none is kept.
+QString startFolder(const QString& fallback) {
+    const QString folder = Registry::Get(PathKey, PathValue);
+    return folder == Registry::NoKeyValue ? fallback : folder;
+}
+
+} // namespace
+
+QString filter() {
+    return QStringLiteral("Tarnwick Race Log Files (*.trl) |*.trl|") +
+           QStringLiteral("All Files (*.*) |*.*|");
+}
+
+Dialogs::FileRequest saveRequest(const QString& caption, const QString& raceTrack,
+                                 const QDate& today, const QString& programFolder) {
+    Dialogs::FileRequest request;
+    request.save = true;
+    request.title = QStringLiteral("Save Race Log - ") + caption;
+    request.fileName = DateText::FileStamp(today);
+    if (!raceTrack.isEmpty())
+        request.fileName += u' ' + raceTrack;
+    request.fileName += QStringLiteral(".trl");
+    request.filter = filter();
+    request.filterIndex = 1;
+    request.initialFolder = startFolder(programFolder);
+    return request;
+}
+
+Dialogs::FileRequest openRequest() {
+    Dialogs::FileRequest request;
+    request.title = QStringLiteral("Open Race Log");
+    request.filter = filter();
+    request.filterIndex = 1;
+    request.initialFolder = startFolder(QString());
+    return request;
+}
+
+void rememberFolder(const QString& chosenPath) {
+    Registry::Set(PathKey, PathValue, QFileInfo(chosenPath).absolutePath());
+}
+
+QString fileExtension(const QString& name) {
+    return name.right(3);
+}
+
+} // namespace RaceLogFileRequests

@@ -1,0 +1,28 @@
+#include "racelog/SidePanelRules.h"
+
+#include "shell/DateText.h"
+#include "shell/NumberText.h"
+
+namespace SidePanelRules {
+
+QString settledLogDate(const QString& text, const QDate& today) {
+    const auto value = DateText::Parse(text);
+    if (!value)
+        return DateText::LogDateText(today);
+    return DateText::LogDateText(value->date.value_or(QDate(1899, 12, 30)));
+}
+
+QString settledTargetET(const QString& text) {
+    const double value = NumberText::ToDouble(text).value_or(0.0);
+    return NumberText::Format(value, QStringLiteral("#0.00##"));
+}
+
+QString settledPredictInput(const QString& text) {
+    return NumberText::IsNumeric(text) ? text : QStringLiteral("0");
+}
+
+QString settledPageIdentifier(const QString& text) {
+    return text.trimmed();
+}
+
+} // namespace SidePanelRules

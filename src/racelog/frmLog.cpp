@@ -1,0 +1,310 @@
+#include "racelog/frmLog.h"
+
+#include "racelog/ColumnTable.h"
+#include "racelog/Database.h"
+#include "racelog/LogSidePanel.h"
+#include "racelog/RaceLogDefaults.h"
+#include "racelog/RaceLogFileRequests.h"
+#include "racelog/RaceLogSlots.h"
+#include "racelog/RunGrid.h"
+#include "racelog/ShowColumnMenu.h"
+#include "shell/AppState.h"
+#include "shell/Dialogs.h"
+#include "shell/Hourglass.h"
+#include "shell/NumberText.h"
+#include "shell/Registry.h"
+#include "shell/WindowPlacement.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPainter>
+
+namespace {
+
+const QString PlacementKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings");
+const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+
+// The corner cell of the run table tells whether the side panel is open.
+const QString PanelClosedMark = QStringLiteral(">>>");
+const QString PanelOpenMark = QStringLiteral("<<<");
+
+} // namespace
+
+frmLog::frmLog(AppState& state, QWidget* parent) : QWidget(parent), state(state) {
+    setObjectName(QStringLiteral("frmLog"));
+    tabLog = new LogSidePanel(this);
+    tabLog->hide();
+    tabLog->readFrom(log);
+    gridLog = new RunGrid(state, log.grid, *tabLog->cboRefRun, this);
+    gridLog->setObjectName(QStringLiteral("gridLog"));
+    miShowColumn = new ShowColumnMenu(log.grid, this);
+    gridLog->setShowColumnMenu(miShowColumn);
+
+    connect(gridLog, &RunGrid::panelToggleRequested, this, &frmLog::togglePanel);
+    connect(gridLog, &RunGrid::panelTabRequested, this, &frmLog::showPanelTab);
+    connect(gridLog, &RunGrid::referenceRunRequested, this,
+            [this](int row) { selectReferenceRun(row - 1); });
+    // An emptied list selects nothing; it is about to be filled again.
+    connect(tabLog->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (index >= 0)
+            markReferenceRun(index);
+    });
+    connect(tabLog, &LogSidePanel::pageIdentifierLeft, this, &frmLog::settleCaption);
+    connect(tabLog, &LogSidePanel::predictRequested, this, [this] {
+        gridLog->commitCellEdit();
+        updatePredictions();
+    });
+}
+
+frmLog::~frmLog() {
+    // The grid goes first: it works on the run table and the reference run list.
+    delete gridLog;
+    releaseSlot();
+}
+
+void frmLog::Load(const QColor& mainBackground) {
+    Settings::LoadWindowPlacement(PlacementKey, placedWindow());
+    setupGrid();
+    tabLog->fillRaceTracks();
+    applyTypeDefaults();
+    takeBackground(mainBackground);
+    gridLeft = gridLog->x();
+    arrange();
+}
+
+// The run table as a new window shows it: the run numbers, the captions and widths, and the
+// columns the user chose not to see. The table centres every cell of itself.
+void frmLog::setupGrid() {
+    RunTable& grid = log.grid;
+    grid.setColumnWidth(0, RunTable::RunNumberWidth);
+    grid.setTextMatrix(0, 0, PanelClosedMark);
+    for (int row = 1; row < grid.Rows(); ++row)
+        grid.setTextMatrix(row, 0, QString::number(row));
+    for (const ColumnTable::Column& column : ColumnTable::Columns) {
+        if (column.number == 0)
+            continue;
+        grid.setColumnWidth(column.number, RunTable::InitialWidth);
+        grid.setTextMatrix(0, column.number, column.caption.toString());
+        // Only an exact "0" hides: a column never chosen either way is shown.
+        if (column.canBeHidden() &&
+            Registry::Get(LogColumnsKey, column.visibilityValue.toString()) == u"0")
+            miShowColumn->toggleColumn(column.number);
+    }
+}
+
+// A log of a named type is called by its type and starts from that type's defaults; a log of
+// no type starts from the general defaults. Values that are no number are passed over.
+void frmLog::applyTypeDefaults() {
+    if (!sRaceLogType.isEmpty()) {
+        tabLog->txtPageIdentifier->setText(sRaceLogType);
+        setWindowTitle(sRaceLogType);
+    }
+    const QString defaults = RaceLogDefaults::TypeKey(sRaceLogType);
+    const auto takeNumber = [&defaults](const char* name, QLineEdit* field) {
+        const QString value = Registry::Get(defaults, QLatin1String(name));
+        if (NumberText::IsNumeric(value))
+            field->setText(value);
+    };
+    takeNumber("PF", tabLog->txtPF);
+    takeNumber("TSR", tabLog->txtTSR);
+    const QString carNumber = Registry::Get(defaults, QStringLiteral("CarNumber"));
+    if (carNumber != Registry::NoKeyValue)
+        tabLog->txtCarNumber->setText(carNumber.trimmed());
+    takeNumber("TargetET", tabLog->txtTargetET);
+    selectReferenceRun(0);
+    sFileTitle.clear();
+}
+
+void frmLog::takeBackground(const QColor& color) {
+    QPalette palette = tabLog->palette();
+    palette.setColor(QPalette::Window, color);
+    tabLog->setPalette(palette);
+    tabLog->setAutoFillBackground(true);
+    gridBackdrop = color;
+    gridLog->viewport()->installEventFilter(this);
+    gridLog->viewport()->update();
+}
+
+bool frmLog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == gridLog->viewport() && event->type() == QEvent::Paint)
+        paintGridBackdrop();
+    return QWidget::eventFilter(watched, event);
+}
+
+// The area of the grid beyond its last column and its last run: the cells keep their own
+// colours, painted over this.
+void frmLog::paintGridBackdrop() {
+    QWidget* area = gridLog->viewport();
+    const QHeaderView* columns = gridLog->horizontalHeader();
+    const QHeaderView* rows = gridLog->verticalHeader();
+    const QRect cells(0, 0, columns->length() - columns->offset(), rows->length() - rows->offset());
+    QPainter painter(area);
+    painter.setClipRegion(QRegion(area->rect()).subtracted(cells));
+    painter.fillRect(area->rect(), gridBackdrop);
+}
+
+bool frmLog::loadFile(const QString& path) {
+    // What the file does not hold keeps the value the window has now.
+    tabLog->writeTo(log);
+    const bool loaded = Database::loadLog(path, log);
+    tabLog->readFrom(log);
+    if (!log.pageIdentifier.isEmpty())
+        setWindowTitle(log.pageIdentifier);
+    selectReferenceRun(log.refRunIndex);
+    return loaded;
+}
+
+void frmLog::logFile(const QString& path, const QString& title) {
+    sFilePath = path;
+    tabLog->txtFileName->setToolTip(path);
+    sFileTitle = title;
+    tabLog->txtFileName->setText(title);
+}
+
+bool frmLog::saveLog(const QString& path) {
+    Hourglass busy;
+    gridLog->commitCellEdit();
+    QString target = path;
+    if (!path.isEmpty()) {
+        const Dialogs::Answer answer = Dialogs::Show(
+            {QStringLiteral("Do you want to save the information for:\r\n  ") + windowTitle(),
+             QStringLiteral("Save Race Log?"), Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
+             Dialogs::Answer::Yes});
+        if (answer == Dialogs::Answer::No)
+            return true;
+    } else {
+        const std::optional<Dialogs::FileChoice> chosen =
+            Dialogs::ChooseFile(RaceLogFileRequests::saveRequest(
+                windowTitle(), tabLog->cboRaceTrack->currentText(), QDate::currentDate(),
+                QCoreApplication::applicationDirPath()));
+        // Cancel is how a log that was never saved is thrown away: the window may close.
+        if (!chosen)
+            return true;
+        RaceLogFileRequests::rememberFolder(chosen->path);
+        logFile(chosen->path, chosen->title);
+        target = chosen->path;
+    }
+    tabLog->writeTo(log);
+    const Database::SaveResult result = Database::saveRaceLog(target, log);
+    if (result == Database::SaveResult::Ok)
+        return true;
+    const Database::SaveFailureMessage failure = Database::saveFailureMessage(result);
+    Dialogs::Inform(failure.text, failure.title, Dialogs::Icon::Critical);
+    return false;
+}
+
+QString frmLog::fileExtension(const QString& name) const {
+    return RaceLogFileRequests::fileExtension(name);
+}
+
+void frmLog::paintRowBands() {
+    log.grid.paintRowBands();
+}
+
+void frmLog::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) {
+    tabLog->txtAA->setText(QString::number(adjustedAltitude));
+    tabLog->txtVP->setText(NumberText::General(vaporPressure));
+}
+
+void frmLog::updatePredictions() {}
+
+// A log whose file cannot be written stays open; the window is released all the same, so a
+// log that failed to save on closing is no longer among the open logs.
+void frmLog::closeEvent(QCloseEvent* event) {
+    if (saveLog(sFilePath))
+        event->accept();
+    else
+        event->ignore();
+    Settings::SaveWindowPlacement(PlacementKey, placedWindow());
+    releaseSlot();
+}
+
+void frmLog::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+bool frmLog::panelClosed() const {
+    return log.grid.TextMatrix(0, 0) == PanelClosedMark;
+}
+
+void frmLog::togglePanel() {
+    if (panelClosed())
+        openPanel(tabLog->currentIndex());
+    else
+        closePanel();
+}
+
+void frmLog::showPanelTab(int tab) {
+    if (panelClosed())
+        openPanel(tab);
+    else
+        tabLog->setCurrentIndex(tab);
+}
+
+void frmLog::openPanel(int tab) {
+    gridLog->commitCellEdit();
+    log.grid.setTextMatrix(0, 0, PanelOpenMark);
+    tabLog->setCurrentIndex(tab);
+    tabLog->show();
+    arrange();
+}
+
+void frmLog::closePanel() {
+    tabLog->hide();
+    gridLog->setFocus();
+    log.grid.setTextMatrix(0, 0, PanelClosedMark);
+    arrange();
+}
+
+// The panel stands at the left edge, the whole height; the grid takes the rest of the width
+// beside it, or all of it while the panel is closed.
+void frmLog::arrange() {
+    if (placedWindow()->isMinimized())
+        return;
+    tabLog->setGeometry(0, 0, tabLog->width(), height());
+    const int left = tabLog->isHidden() ? gridLeft : tabLog->geometry().right() + 1;
+    const int gridWidth = width() > tabLog->width() ? qMax(width() - left, 0) : gridLog->width();
+    gridLog->setGeometry(left, 0, gridWidth, height());
+}
+
+// A log without a page identifier is called by its slot.
+void frmLog::settleCaption(const QString& pageIdentifier) {
+    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(iIndex)
+                                            : pageIdentifier);
+}
+
+// A new choice marks the run through the list's signal; the run that is already selected is
+// marked again, and a run missing from the list is reported.
+void frmLog::selectReferenceRun(int index) {
+    QComboBox* list = tabLog->cboRefRun;
+    if (index >= 0 && index < list->count() && index != list->currentIndex())
+        list->setCurrentIndex(index);
+    else
+        markReferenceRun(index);
+}
+
+void frmLog::markReferenceRun(int index) {
+    const int row = index + 1;
+    if (index < 0 || index >= tabLog->cboRefRun->count() || !log.grid.markReferenceRun(row)) {
+        Dialogs::Inform(QStringLiteral("Error on combo box ref run selection!"),
+                        QStringLiteral("Race Log"), Dialogs::Icon::Critical);
+        return;
+    }
+    gridLog->setCurrentRunCell(row, 1);
+}
+
+QWidget* frmLog::placedWindow() {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
+        return frame;
+    return this;
+}
+
+void frmLog::releaseSlot() {
+    if (iIndex >= 0 && iIndex < state.RaceLogs.size() && state.RaceLogs[iIndex] == this)
+        state.RaceLogs[iIndex] = nullptr;
+}

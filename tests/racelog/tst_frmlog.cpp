@@ -1,0 +1,742 @@
+#include "common/TestHome.h"
+#include "racelog/CellColor.h"
+#include "racelog/Database.h"
+#include "racelog/LogSidePanel.h"
+#include "racelog/RunGrid.h"
+#include "racelog/RunTable.h"
+#include "racelog/ShowColumnMenu.h"
+#include "racelog/frmLog.h"
+#include "shell/AppState.h"
+#include "shell/DateText.h"
+#include "shell/Registry.h"
+#include "shell/ScriptedDialogs.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <memory>
+
+namespace {
+
+const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+
+QStringList items(const QComboBox* box) {
+    QStringList all;
+    for (int i = 0; i < box->count(); ++i)
+        all << box->itemText(i);
+    return all;
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A log window on its own, loaded as a new log of a type in a slot.
+struct LogWindow {
+    explicit LogWindow(const QString& type = QString(), int slot = 0) {
+        log.iIndex = slot;
+        log.sRaceLogType = type;
+        log.resize(900, 500);
+        log.Load(QColor(0x33, 0x66, 0x99));
+    }
+    RunTable& table() { return log.gridLog->table(); }
+    LogSidePanel& panel() { return *log.tabLog; }
+    QAction* menuItem(const char* name) { return log.miShowColumn->findChild<QAction*>(name); }
+    // Shown and in front, with the side panel open, so fields can take the focus.
+    void showWithPanel() {
+        log.show();
+        QVERIFY(QTest::qWaitForWindowActive(&log));
+        emit log.gridLog->panelToggleRequested();
+    }
+    // Enters one field and leaves it for another.
+    void leave(QWidget* field, QWidget* next) {
+        field->setFocus();
+        QVERIFY(field->hasFocus());
+        next->setFocus();
+    }
+
+    AppState state;
+    frmLog log{state};
+};
+
+} // namespace
+
+class TestFrmLog : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<ScriptedDialogs> dialogs;
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        dialogs = std::make_unique<ScriptedDialogs>();
+    }
+    void cleanup() {
+        dialogs.reset();
+        home.reset();
+    }
+
+    void aNewLogHasOneEmptyRunAndItIsTheReference() {
+        LogWindow window;
+        frmLog& log = window.log;
+        QCOMPARE(log.objectName(), QStringLiteral("frmLog"));
+        QCOMPARE(log.gridLog->objectName(), QStringLiteral("gridLog"));
+        QCOMPARE(window.table().Rows(), 2);
+        QCOMPARE(window.table().TextMatrix(1, 0), QStringLiteral("1"));
+        for (int column = 1; column < RunTable::ColumnCount; ++column)
+            QCOMPARE(window.table().TextMatrix(1, column), QString());
+        QCOMPARE(items(window.panel().cboRefRun), QStringList{"1"});
+        QCOMPARE(window.panel().cboRefRun->currentIndex(), 0);
+        QVERIFY(window.table().look(1, 0).bold);
+        QCOMPARE(window.table().look(1, 0).background, CellColor::ReferenceRun);
+        QVERIFY(log.sFilePath.isEmpty());
+        QVERIFY(log.sFileTitle.isEmpty());
+        QVERIFY(log.sPagerMessage.isEmpty());
+        QCOMPARE(log.windowTitle(), QString());
+    }
+
+    void aNewLogStartsWithTheFieldsOfAnEmptyLog() {
+        LogWindow window;
+        LogSidePanel& panel = window.panel();
+        QCOMPARE(panel.txtPF->text(), QStringLiteral("0"));
+        QCOMPARE(panel.txtTSR->text(), QStringLiteral("0"));
+        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.txtAA->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.txtVP->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.txtDate->text(), QString());
+        QCOMPARE(panel.txtCarNumber->text(), QString());
+        QCOMPARE(panel.txtPageIdentifier->text(), QString());
+    }
+
+    void theSidePanelHasItsTabsAndCaptions() {
+        LogWindow window;
+        LogSidePanel& panel = window.panel();
+        QCOMPARE(panel.objectName(), QStringLiteral("tabLog"));
+        QCOMPARE(panel.count(), 3);
+        QCOMPARE(panel.tabText(0), QStringLiteral(" Settings"));
+        QCOMPARE(panel.tabText(1), QStringLiteral(" Notes"));
+        QCOMPARE(panel.tabText(2), QStringLiteral("Predict..."));
+        const QList<QPair<const char*, QString>> captions{{"lblDate", "Date"},
+                                                          {"lblRaceTrack", "Race Track"},
+                                                          {"lblPF", "Performance Factor"},
+                                                          {"lblTSR", "Throttle Stop Ratio"},
+                                                          {"lblPageIdentifier", "Page Identifier"},
+                                                          {"lblCarNumber", "Car Number"},
+                                                          {"lblFileName", "File Name"},
+                                                          {"lblTargetET", "Target ET"},
+                                                          {"lblAA", "AA"},
+                                                          {"lblVP", "VP"},
+                                                          {"lblRefRun", "Reference Run"}};
+        for (const auto& [name, caption] : captions)
+            QCOMPARE(panel.findChild<QLabel*>(name)->text(), caption);
+        QCOMPARE(panel.findChild<QToolButton*>("imgDate")->toolTip(),
+                 QStringLiteral("Today's Date"));
+        QCOMPARE(panel.findChild<QPushButton*>("cmdPredict")->text(), QStringLiteral("Predict"));
+        QCOMPARE(panel.chkPagerPredictions->text(), QStringLiteral("Pager Predictions"));
+        QVERIFY(panel.findChild<QPlainTextEdit*>("txtNotes"));
+        QVERIFY(panel.cboRaceTrack->isEditable());
+        QVERIFY(panel.txtFileName->isReadOnly());
+        QCOMPARE(panel.txtPageIdentifier->maxLength(), 15);
+        QCOMPARE(panel.txtCarNumber->maxLength(), 5);
+    }
+
+    void theRaceTracksFillTheList() {
+        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Rockwell Dragway", "0");
+        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
+        LogWindow window;
+        QStringList tracks = items(window.panel().cboRaceTrack);
+        tracks.sort();
+        QCOMPARE(tracks, (QStringList{"Brainerd", "Rockwell Dragway"}));
+        QCOMPARE(window.panel().cboRaceTrack->currentText(), QString());
+    }
+
+    void aTypedLogTakesItsNameAndDefaults() {
+        const QString key = DefaultsKey + "Bracket\\";
+        Registry::Set(key, "PF", "5.5");
+        Registry::Set(key, "TSR", "fast");
+        Registry::Set(key, "CarNumber", " 7X ");
+        Registry::Set(key, "TargetET", "9.5");
+        Registry::Set(DefaultsKey, "PF", "3");
+        LogWindow window("Bracket");
+        LogSidePanel& panel = window.panel();
+        QCOMPARE(window.log.windowTitle(), QStringLiteral("Bracket"));
+        QCOMPARE(panel.txtPageIdentifier->text(), QStringLiteral("Bracket"));
+        QCOMPARE(panel.txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(panel.txtTSR->text(), QStringLiteral("0"));
+        QCOMPARE(panel.txtCarNumber->text(), QStringLiteral("7X"));
+        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("9.5"));
+    }
+
+    void aLogOfNoTypeTakesTheGeneralDefaults() {
+        Registry::Set(DefaultsKey, "PF", "3");
+        Registry::Set(DefaultsKey, "TSR", "0.25");
+        Registry::Set(DefaultsKey, "TargetET", "none");
+        LogWindow window;
+        QCOMPARE(window.panel().txtPF->text(), QStringLiteral("3"));
+        QCOMPARE(window.panel().txtTSR->text(), QStringLiteral("0.25"));
+        QCOMPARE(window.panel().txtTargetET->text(), QStringLiteral("0.00"));
+        QCOMPARE(window.panel().txtCarNumber->text(), QString());
+        QCOMPARE(window.panel().txtPageIdentifier->text(), QString());
+    }
+
+    void fLabelAddressesTheLastColumn() {
+        LogWindow window;
+        QCOMPARE(window.log.fLabel(2, 33), 101);
+        QCOMPARE(window.log.fLabel(0, 0), 0);
+    }
+
+    void oneRunHasNoBandAndTheSecondRunIsBanded() {
+        LogWindow window;
+        window.log.paintRowBands();
+        for (int column = 1; column < RunTable::ColumnCount; ++column)
+            QVERIFY(window.table().look(1, column).background != CellColor::Band);
+        window.table().addRun();
+        window.log.paintRowBands();
+        for (int column = 1; column < RunTable::ColumnCount; ++column) {
+            QCOMPARE(window.table().look(2, column).background, CellColor::Band);
+            QVERIFY(window.table().look(1, column).background != CellColor::Band);
+        }
+    }
+
+    void theGridStartsWithItsWidthsAndCaptions() {
+        LogWindow window;
+        RunTable& table = window.table();
+        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(table.columnWidth(0), 570);
+        for (int column = 1; column < RunTable::ColumnCount; ++column)
+            QCOMPARE(table.columnWidth(column), 1000);
+        QCOMPARE(table.TextMatrix(0, 14), QStringLiteral("Timer 2"));
+        QCOMPARE(table.TextMatrix(0, 15), QStringLiteral("Timer 1"));
+        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(table.TextMatrix(0, 33), QStringLiteral("AL"));
+        QCOMPARE(table.data(table.index(0, 5), Qt::TextAlignmentRole).toInt(),
+                 int(Qt::AlignCenter));
+    }
+
+    void aStoredZeroUnderTrackTempHidesColumn18() {
+        Registry::Set(LogColumnsKey, "Track Temp", "0");
+        Registry::Set(LogColumnsKey, "RT", "1");
+        Registry::Set(LogColumnsKey, "60 ft", "no");
+        LogWindow window;
+        QCOMPARE(window.table().columnWidth(18), 0);
+        QCOMPARE(window.table().TextMatrix(0, 18), QString());
+        QVERIFY(!window.menuItem("miTrackTemp")->isChecked());
+        QCOMPARE(window.table().columnWidth(4), 1000);
+        QCOMPARE(window.table().columnWidth(6), 1000);
+        QVERIFY(window.menuItem("miRT")->isChecked());
+    }
+
+    void aValueUnderTheHeaderCaptionHasNoEffect() {
+        Registry::Set(LogColumnsKey, "T. Temp", "0");
+        LogWindow window;
+        QCOMPARE(window.table().columnWidth(18), 1000);
+        QCOMPARE(window.table().TextMatrix(0, 18), QStringLiteral("T. Temp"));
+    }
+
+    void theShowColumnMenuListsTheColumnsChecked() {
+        LogWindow window;
+        ShowColumnMenu* menu = window.log.miShowColumn;
+        QCOMPARE(menu->objectName(), QStringLiteral("miShowColumn"));
+        QCOMPARE(menu->title(), QStringLiteral("Show Column"));
+        QStringList names;
+        for (QAction* item : menu->actions()) {
+            QVERIFY(item->isCheckable());
+            QVERIFY(item->isChecked());
+            names << item->objectName();
+        }
+        QCOMPARE(names,
+                 (QStringList{"miLane",      "miRT",     "miDelayBox", "miDialIn", "miTrackTemp",
+                              "mi60ft",      "mi330ft",  "mi660ft",    "mi660mph", "mi1000ft",
+                              "mi1000mph",   "mi1320ft", "mi1320mph",  "miTimer2", "miTimer1",
+                              "miShiftTime", "miAA",     "miDA",       "miVP",     "miABP",
+                              "miTemp",      "miRH",     "miAH",       "miGR",     "miDP",
+                              "miADR",       "miPA",     "miWD",       "miWS",     "miWG",
+                              "miAL"}));
+        QCOMPARE(window.menuItem("miTrackTemp")->text(), QStringLiteral("Track Temp"));
+    }
+
+    void toggledOffAndOnAColumnComesBackWider() {
+        LogWindow window;
+        RunTable& table = window.table();
+        QAction* item = window.menuItem("mi1320mph");
+        item->trigger();
+        QCOMPARE(table.columnWidth(13), 0);
+        QCOMPARE(table.TextMatrix(0, 13), QString());
+        QVERIFY(!item->isChecked());
+        item->trigger();
+        QCOMPARE(table.columnWidth(13), 1140);
+        QCOMPARE(table.TextMatrix(0, 13), QStringLiteral("1320 MPH"));
+        QVERIFY(item->isChecked());
+
+        window.menuItem("miTrackTemp")->trigger();
+        window.menuItem("miTrackTemp")->trigger();
+        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+    }
+
+    void aColumnHiddenByTheMenuIsSavedAndShownAfterAReload() {
+        const QString path = home->root() + "/hidden.trl";
+        {
+            LogWindow window;
+            window.table().setTextMatrix(1, 6, "1.0234");
+            window.menuItem("mi60ft")->trigger();
+            QCOMPARE(window.table().columnWidth(6), 0);
+            window.log.logFile(path, "hidden.trl");
+            dialogs->queueAnswer(Dialogs::Answer::Yes);
+            QVERIFY(window.log.saveLog(window.log.sFilePath));
+        }
+        LogWindow reloaded;
+        QVERIFY(reloaded.log.loadFile(path));
+        QCOMPARE(reloaded.table().columnWidth(6), 1000);
+        QCOMPARE(reloaded.table().TextMatrix(0, 6), QStringLiteral("60 ft"));
+        QCOMPARE(reloaded.table().TextMatrix(1, 6), QStringLiteral("1.0234"));
+    }
+
+    void theCornerCellOpensAndClosesThePanel() {
+        LogWindow window;
+        frmLog& log = window.log;
+        log.show();
+        QVERIFY(QTest::qWaitForWindowActive(&log));
+        QVERIFY(window.panel().isHidden());
+        QCOMPARE(log.gridLog->x(), 0);
+        QCOMPARE(log.gridLog->width(), log.width());
+
+        emit log.gridLog->panelToggleRequested();
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        QVERIFY(window.panel().isVisible());
+        QCOMPARE(log.gridLog->x(), window.panel().geometry().right() + 1);
+        QCOMPARE(log.gridLog->geometry().right(), log.width() - 1);
+        QCOMPARE(window.panel().height(), log.height());
+
+        emit log.gridLog->panelToggleRequested();
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral(">>>"));
+        QVERIFY(window.panel().isHidden());
+        QCOMPARE(log.gridLog->x(), 0);
+        QVERIFY(log.gridLog->hasFocus());
+    }
+
+    void aClickOnTheCornerOpensAndClosesThePanel() {
+        LogWindow window;
+        window.log.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window.log));
+        auto* corner =
+            window.log.gridLog->findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(corner);
+        QTest::mouseClick(corner, Qt::LeftButton);
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        QVERIFY(window.panel().isVisible());
+        QTest::mouseClick(corner, Qt::RightButton);
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral(">>>"));
+        QVERIFY(window.panel().isHidden());
+        // The release of the right button may have opened the column menu.
+        if (QWidget* menu = QApplication::activePopupWidget())
+            menu->close();
+    }
+
+    void theRowMenuReachesThePanelAndTheReferenceRun() {
+        LogWindow window;
+        window.log.show();
+        QMenu* rows = window.log.gridLog->rowMenu();
+        rows->findChild<QAction*>("miSettings")->trigger();
+        QVERIFY(window.panel().isVisible());
+        QCOMPARE(window.panel().currentIndex(), 0);
+        rows->findChild<QAction*>("miPredict")->trigger();
+        QCOMPARE(window.panel().currentIndex(), 2);
+
+        window.table().addRun();
+        window.panel().cboRefRun->addItem("2");
+        window.log.gridLog->setCurrentRunCell(2, 5);
+        rows->findChild<QAction*>("miReferenceRun")->trigger();
+        QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
+        QVERIFY(window.table().look(2, 0).bold);
+        QCOMPARE(window.log.gridLog->currentRunColumn(), 1);
+    }
+
+    void theColumnMenuHoldsTheShowColumnMenu() {
+        LogWindow window;
+        QVERIFY(window.log.gridLog->columnMenu()->actions().contains(
+            window.log.miShowColumn->menuAction()));
+    }
+
+    void theGridAreaBeyondTheRunsShowsTheMainBackground() {
+        LogWindow window;
+        window.log.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window.log));
+        QWidget* area = window.log.gridLog->viewport();
+        const QImage image = area->grab().toImage();
+        QCOMPARE(image.pixelColor(area->width() - 2, area->height() - 2), QColor(0x33, 0x66, 0x99));
+        const QRect firstCell = window.log.gridLog->visualRect(window.table().index(0, 3));
+        QVERIFY(image.pixelColor(firstCell.center()) != QColor(0x33, 0x66, 0x99));
+    }
+
+    void theTabCommandsOpenThePanelAtTheirTab() {
+        LogWindow window;
+        window.log.show();
+        emit window.log.gridLog->panelTabRequested(LogSidePanel::PredictTab);
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        QVERIFY(window.panel().isVisible());
+        QCOMPARE(window.panel().currentIndex(), 2);
+        emit window.log.gridLog->panelTabRequested(LogSidePanel::NotesTab);
+        QCOMPARE(window.panel().currentIndex(), 1);
+        QVERIFY(window.panel().isVisible());
+        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+    }
+
+    void theWindowFollowsItsSize() {
+        LogWindow window;
+        window.log.show();
+        emit window.log.gridLog->panelToggleRequested();
+        window.log.resize(700, 320);
+        QCOMPARE(window.panel().height(), 320);
+        QCOMPARE(window.log.gridLog->height(), 320);
+        QCOMPARE(window.log.gridLog->geometry().right(), 699);
+    }
+
+    void theGridAreaAndThePanelTakeTheMainBackground() {
+        LogWindow window;
+        QCOMPARE(window.panel().palette().color(QPalette::Window), QColor(0x33, 0x66, 0x99));
+        QVERIFY(window.panel().autoFillBackground());
+    }
+
+    void theFieldsLetThroughOnlyTheirKeys() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        const QList<std::tuple<QLineEdit*, QString, QString>> cases{
+            {panel.txtPF, "a-1.5b", "-1.5"},
+            {panel.txtTSR, "-0.25x", "0.25"},
+            {panel.txtTargetET, "9,5.1", "95.1"},
+            {panel.txtAA, "-21a5", "-215"},
+            {panel.txtVP, "-0.48", "0.48"},
+            {panel.txtDate, "4/5x/26", "4/5/26"},
+            {panel.txtPageIdentifier, "Pro 1x", "Prox"},
+            {panel.txtCarNumber, "ab1-2cd", "AB12C"},
+        };
+        for (const auto& [field, typed, kept] : cases) {
+            field->clear();
+            field->setFocus();
+            QTest::keyClicks(field, typed);
+            QCOMPARE(field->text(), kept);
+            QTest::keyClick(field, Qt::Key_Backspace);
+            QCOMPARE(field->text(), kept.chopped(1));
+        }
+    }
+
+    void enteringAFieldSelectsItsText() {
+        LogWindow window;
+        window.showWithPanel();
+        window.panel().txtTSR->setText("0.25");
+        window.panel().txtTSR->setFocus();
+        QTRY_COMPARE(window.panel().txtTSR->selectedText(), QStringLiteral("0.25"));
+    }
+
+    void aPerformanceFactorThatIsNoNumberIsReported() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.txtPF->setText("-");
+        window.leave(panel.txtPF, panel.txtTSR);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("The performance factor is not a number!"));
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Performance Factor"));
+        QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
+        QCOMPARE(panel.txtPF->text(), QStringLiteral("-"));
+        QVERIFY(panel.txtPF->hasFocus());
+    }
+
+    void aThrottleStopRatioThatIsNoNumberIsReported() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.txtTSR->setText(".");
+        window.leave(panel.txtTSR, panel.txtPF);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("The throttle stop ratio is not a number!"));
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Throttle Stop Ratio"));
+        QCOMPARE(panel.txtTSR->text(), QStringLiteral("."));
+        QVERIFY(panel.txtTSR->hasFocus());
+
+        panel.txtTSR->setText("0.25");
+        window.leave(panel.txtTSR, panel.txtPF);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QVERIFY(panel.txtPF->hasFocus());
+    }
+
+    void theTargetEtIsRepairedAndRewritten() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.setCurrentIndex(LogSidePanel::PredictTab);
+        panel.txtTargetET->setText("9.5");
+        window.leave(panel.txtTargetET, panel.txtAA);
+        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("9.50"));
+        panel.txtTargetET->setText(".");
+        window.leave(panel.txtTargetET, panel.txtAA);
+        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("0.00"));
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void predictInputsThatAreNoNumberBecomeZero() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.setCurrentIndex(LogSidePanel::PredictTab);
+        panel.txtAA->setText("-");
+        window.leave(panel.txtAA, panel.txtVP);
+        QCOMPARE(panel.txtAA->text(), QStringLiteral("0"));
+        panel.txtVP->setText("");
+        window.leave(panel.txtVP, panel.txtAA);
+        QCOMPARE(panel.txtVP->text(), QStringLiteral("0"));
+        panel.txtAA->setText("-150");
+        window.leave(panel.txtAA, panel.txtVP);
+        QCOMPARE(panel.txtAA->text(), QStringLiteral("-150"));
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void theDateIsRewrittenOrBecomesToday() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.txtDate->setText("4/5/26");
+        window.leave(panel.txtDate, panel.txtPF);
+        QCOMPARE(panel.txtDate->text(), QStringLiteral("04/05/2026"));
+        panel.txtDate->setText("99");
+        window.leave(panel.txtDate, panel.txtPF);
+        QCOMPARE(panel.txtDate->text(), DateText::LogDateText(QDate::currentDate()));
+        panel.txtDate->clear();
+        panel.imgDate->click();
+        QCOMPARE(panel.txtDate->text(), DateText::LogDateText(QDate::currentDate()));
+    }
+
+    void thePageIdentifierNamesTheWindow() {
+        LogWindow window(QString(), 2);
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        panel.txtPageIdentifier->setText("  Pro  ");
+        window.leave(panel.txtPageIdentifier, panel.txtPF);
+        QCOMPARE(panel.txtPageIdentifier->text(), QStringLiteral("Pro"));
+        QCOMPARE(window.log.windowTitle(), QStringLiteral("Pro"));
+        panel.txtPageIdentifier->setText("   ");
+        window.leave(panel.txtPageIdentifier, panel.txtPF);
+        QCOMPARE(panel.txtPageIdentifier->text(), QString());
+        QCOMPARE(window.log.windowTitle(), QStringLiteral("Race Log# 3"));
+    }
+
+    void theLiveWeatherFillsThePredictionInputs() {
+        LogWindow window;
+        window.log.takeLiveWeather(2150, 0.487f);
+        QCOMPARE(window.panel().txtAA->text(), QStringLiteral("2150"));
+        QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.487"));
+        window.log.takeLiveWeather(-120, 0.5f);
+        QCOMPARE(window.panel().txtAA->text(), QStringLiteral("-120"));
+        QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.5"));
+    }
+
+    void logFileKeepsThePathAndShowsTheName() {
+        LogWindow window;
+        window.log.logFile("/races/2026-05-04.trl", "2026-05-04.trl");
+        QCOMPARE(window.log.sFilePath, QStringLiteral("/races/2026-05-04.trl"));
+        QCOMPARE(window.log.sFileTitle, QStringLiteral("2026-05-04.trl"));
+        QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("2026-05-04.trl"));
+        QCOMPARE(window.panel().txtFileName->toolTip(), QStringLiteral("/races/2026-05-04.trl"));
+        QCOMPARE(window.log.fileExtension("print.pdf"), QStringLiteral("pdf"));
+    }
+
+    void theReferenceRunIsMarkedAndBecomesCurrent() {
+        LogWindow window;
+        window.table().addRun();
+        window.panel().cboRefRun->addItem("2");
+        emit window.log.gridLog->referenceRunRequested(2);
+        QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
+        QVERIFY(window.table().look(2, 0).bold);
+        QCOMPARE(window.table().look(2, 0).background, CellColor::ReferenceRun);
+        QVERIFY(!window.table().look(1, 0).bold);
+        QCOMPARE(window.table().look(1, 0).background, CellColor::ButtonFace);
+        QCOMPARE(window.log.gridLog->currentRunRow(), 2);
+        QCOMPARE(window.log.gridLog->currentRunColumn(), 1);
+
+        window.panel().cboRefRun->setCurrentIndex(0);
+        QVERIFY(window.table().look(1, 0).bold);
+        QVERIFY(!window.table().look(2, 0).bold);
+        QCOMPARE(window.log.gridLog->currentRunRow(), 1);
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void aReferenceRunThatCannotBeMarkedIsReported() {
+        LogWindow window;
+        window.panel().cboRefRun->addItem("2"); // a list longer than the table
+        window.panel().cboRefRun->setCurrentIndex(1);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("Error on combo box ref run selection!"));
+        QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Critical);
+        emit window.log.gridLog->referenceRunRequested(3);
+        QCOMPARE(dialogs->messages.size(), 2);
+    }
+
+    void saveWithoutAPathAsksForAFileAndRemembersIt() {
+        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
+        LogWindow window;
+        window.log.setWindowTitle("Race Log# 1");
+        window.panel().cboRaceTrack->setEditText("Brainerd");
+        window.panel().txtPF->setText("5.5");
+        window.table().setTextMatrix(1, 15, "1.25");
+        const QString folder = home->root() + "/races";
+        QVERIFY(QDir().mkpath(folder));
+        const QString path = folder + "/day.trl";
+        dialogs->queueFile(path);
+
+        QVERIFY(window.log.saveLog(QString()));
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        const Dialogs::FileRequest& request = dialogs->fileRequests[0];
+        QVERIFY(request.save);
+        QCOMPARE(request.title, QStringLiteral("Save Race Log - Race Log# 1"));
+        QCOMPARE(request.fileName,
+                 DateText::FileStamp(QDate::currentDate()) + QStringLiteral(" Brainerd.trl"));
+        QCOMPARE(request.initialFolder, QCoreApplication::applicationDirPath());
+        QVERIFY(dialogs->messages.isEmpty());
+        QCOMPARE(window.log.sFilePath, path);
+        QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("day.trl"));
+        QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\Path", "0"), folder);
+
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.pf, QStringLiteral("5.5"));
+        QCOMPARE(saved.raceTrack, QStringLiteral("Brainerd"));
+        QCOMPARE(saved.grid.TextMatrix(1, 15), QStringLiteral("1.25"));
+    }
+
+    void saveTakesTheCellBeingEdited() {
+        const QString path = home->root() + "/edited.trl";
+        LogWindow window;
+        window.log.show();
+        window.log.logFile(path, "edited.trl");
+        window.log.gridLog->setCurrentRunCell(1, 6);
+        window.log.gridLog->beginCellEdit('7');
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        QVERIFY(window.log.saveLog(path));
+        QCOMPARE(window.table().TextMatrix(1, 6), QStringLiteral("7"));
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.grid.TextMatrix(1, 6), QStringLiteral("7.0000"));
+    }
+
+    void cancelInTheSaveDialogueSavesNothingAndSucceeds() {
+        LogWindow window;
+        dialogs->queueFile(QString());
+        QVERIFY(window.log.saveLog(QString()));
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        QVERIFY(window.log.sFilePath.isEmpty());
+        QVERIFY(QDir(home->root()).entryList({"*.trl"}).isEmpty());
+    }
+
+    void saveToTheKnownFileAsksFirst() {
+        const QString path = home->root() + "/known.trl";
+        LogWindow window;
+        window.log.setWindowTitle("Pro");
+        window.log.logFile(path, "known.trl");
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        QVERIFY(window.log.saveLog(path));
+        QCOMPARE(dialogs->messages.size(), 1);
+        const Dialogs::Message& question = dialogs->messages[0];
+        QCOMPARE(question.text,
+                 QStringLiteral("Do you want to save the information for:\r\n  Pro"));
+        QCOMPARE(question.title, QStringLiteral("Save Race Log?"));
+        QCOMPARE(question.icon, Dialogs::Icon::Question);
+        QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
+        QVERIFY(QFileInfo::exists(path));
+
+        // No keeps the file as it was.
+        const QByteArray before = contents(path);
+        window.table().setTextMatrix(1, 6, "1.1111");
+        window.panel().txtPF->setText("8");
+        dialogs->queueAnswer(Dialogs::Answer::No);
+        QVERIFY(window.log.saveLog(path));
+        QCOMPARE(contents(path), before);
+        QVERIFY(dialogs->fileRequests.isEmpty());
+
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        QVERIFY(window.log.saveLog(path));
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.pf, QStringLiteral("8"));
+        QCOMPARE(saved.grid.TextMatrix(1, 6), QStringLiteral("1.1111"));
+    }
+
+    void aSaveThatFailsSaysSoAndFails() {
+        LogWindow window;
+        const QString path = home->root() + "/gone/log.trl";
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        QVERIFY(!window.log.saveLog(path));
+        QCOMPARE(dialogs->messages.size(), 2);
+        QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to create log database!"));
+        QCOMPARE(dialogs->messages[1].title, QStringLiteral("Database Create"));
+        QCOMPARE(dialogs->messages[1].icon, Dialogs::Icon::Critical);
+
+        // A file that is no race log is not written over.
+        const QString text = home->root() + "/notes.trl";
+        QFile file(text);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("not a race log\n");
+        file.close();
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        QVERIFY(!window.log.saveLog(text));
+        QCOMPARE(dialogs->messages.last().text,
+                 QStringLiteral("Unable to save race log table data!"));
+        QCOMPARE(contents(text), QByteArray("not a race log\n"));
+    }
+
+    void aLoadedFileFillsTheWindow() {
+        const QString path = home->root() + "/pro.trl";
+        {
+            RaceLogData data;
+            data.grid.addRun();
+            data.grid.addRun();
+            data.grid.setTextMatrix(2, 12, "9.5123");
+            data.refRunItems = QStringList{"1", "2", "3"};
+            data.refRunIndex = 1;
+            data.pageIdentifier = "Pro";
+            data.date = "05/04/2026";
+            data.carNumber = "A123";
+            data.raceTrack = "Brainerd";
+            data.pf = "5.5";
+            data.notes = "Cool evening";
+            data.aa = "2150";
+            QCOMPARE(Database::saveRaceLog(path, data), Database::SaveResult::Ok);
+        }
+        LogWindow window;
+        QVERIFY(window.log.loadFile(path));
+        LogSidePanel& panel = window.panel();
+        QCOMPARE(window.log.windowTitle(), QStringLiteral("Pro"));
+        QCOMPARE(window.table().Rows(), 4);
+        QCOMPARE(window.table().TextMatrix(2, 12), QStringLiteral("9.5123"));
+        QCOMPARE(items(panel.cboRefRun), (QStringList{"1", "2", "3"}));
+        QCOMPARE(panel.cboRefRun->currentIndex(), 1);
+        QVERIFY(window.table().look(2, 0).bold);
+        QCOMPARE(window.log.gridLog->currentRunRow(), 2);
+        QCOMPARE(panel.txtDate->text(), QStringLiteral("05/04/2026"));
+        QCOMPARE(panel.txtCarNumber->text(), QStringLiteral("A123"));
+        QCOMPARE(panel.cboRaceTrack->currentText(), QStringLiteral("Brainerd"));
+        QCOMPARE(panel.txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(panel.txtNotes->toPlainText(), QStringLiteral("Cool evening"));
+        QCOMPARE(panel.txtAA->text(), QStringLiteral("2150"));
+        QCOMPARE(panel.txtVP->text(), QStringLiteral("0"));
+    }
+};
+
+QTEST_MAIN(TestFrmLog)
+#include "tst_frmlog.moc"

@@ -1,0 +1,449 @@
+#include "common/TestHome.h"
+#include "racelog/Database.h"
+#include "racelog/LogSidePanel.h"
+#include "racelog/RaceLogCommands.h"
+#include "racelog/RunGrid.h"
+#include "racelog/RunTable.h"
+#include "racelog/frmLog.h"
+#include "shell/AppState.h"
+#include "shell/Registry.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/frmMain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <memory>
+
+namespace {
+
+const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+const QString PathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
+const QString PrintMessage = QStringLiteral("The Active Form does not support this feature.");
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A race log file as the program writes it, with some runs and a page identifier.
+void writeRaceLog(const QString& path, int runs, const QString& pageIdentifier) {
+    RaceLogData data;
+    for (int run = 2; run <= runs; ++run) {
+        data.grid.addRun();
+        data.refRunItems << QString::number(run);
+    }
+    data.grid.setTextMatrix(runs, 6, "1.0123");
+    data.refRunIndex = runs - 1;
+    data.pageIdentifier = pageIdentifier;
+    data.pf = "5.5";
+    QCOMPARE(Database::saveRaceLog(path, data), Database::SaveResult::Ok);
+}
+
+// A window that can print, as the charts can.
+class Printable : public QWidget {
+    Q_OBJECT
+public:
+    Q_INVOKABLE void PrintDocument() { ++printed; }
+    int printed = 0;
+};
+
+// The main window with its race log commands, shown and in front.
+struct MainWindow {
+    MainWindow() {
+        commands = new RaceLogCommands(main, state);
+        main.show();
+        QVERIFY(QTest::qWaitForWindowActive(&main));
+    }
+    ~MainWindow() {
+        // The logs go without their save questions when the test is over.
+        const QList<QMdiSubWindow*> windows = main.mdiArea()->subWindowList();
+        for (QMdiSubWindow* window : windows)
+            delete window;
+    }
+    QAction* tool(const char* name) { return main.findChild<QAction*>(name); }
+    void run(const char* name) { tool(name)->trigger(); }
+    frmLog* slot(int index) {
+        return index < state.RaceLogs.size() ? dynamic_cast<frmLog*>(state.RaceLogs[index])
+                                             : nullptr;
+    }
+    QList<QMdiSubWindow*> children() { return main.mdiArea()->subWindowList(); }
+    frmLog* active() {
+        QMdiSubWindow* child = main.mdiArea()->currentSubWindow();
+        return child ? qobject_cast<frmLog*>(child->widget()) : nullptr;
+    }
+    void activate(frmLog* log) {
+        main.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(log->parentWidget()));
+    }
+    // Deletes what the closes left for later.
+    static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+    AppState state;
+    frmMain main{state};
+    RaceLogCommands* commands;
+};
+
+} // namespace
+
+class TestRaceLogCommands : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<ScriptedDialogs> dialogs;
+
+    QString file(const QString& name) const { return home->root() + u'/' + name; }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        dialogs = std::make_unique<ScriptedDialogs>();
+    }
+    void cleanup() {
+        dialogs.reset();
+        home.reset();
+    }
+
+    void aNewLogTakesAFreeSlotAndIsNamedByIt() {
+        MainWindow window;
+        window.run("miNewRaceLog");
+        window.run("miNewRaceLog");
+        QCOMPARE(window.state.RaceLogs.size(), 2);
+        frmLog* first = window.slot(0);
+        frmLog* second = window.slot(1);
+        QVERIFY(first && second);
+        QCOMPARE(first->iIndex, 0);
+        QCOMPARE(second->iIndex, 1);
+        QCOMPARE(first->windowTitle(), QStringLiteral("Race Log# 1"));
+        QCOMPARE(second->windowTitle(), QStringLiteral("Race Log# 2"));
+        QVERIFY(first->isVisible() && second->isVisible());
+        QCOMPARE(window.children().size(), 2);
+        QCOMPARE(second->gridLog->table().Rows(), 2);
+    }
+
+    void closingSlot0FreesItForTheNextNewLog() {
+        MainWindow window;
+        window.run("miNewRaceLog");
+        window.run("miNewRaceLog");
+        frmLog* second = window.slot(1);
+        window.activate(window.slot(0));
+        // A log never saved asks for a file; Cancel throws it away.
+        dialogs->queueFile(QString());
+        window.run("miClose");
+        MainWindow::settle();
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 1"));
+        QCOMPARE(window.state.RaceLogs[0], nullptr);
+        QCOMPARE(window.slot(1), second);
+        QCOMPARE(window.children().size(), 1);
+        QVERIFY(dialogs->messages.isEmpty());
+        QVERIFY(QDir(QCoreApplication::applicationDirPath()).entryList({"*.trl"}).isEmpty());
+
+        window.run("miNewRaceLog");
+        QVERIFY(window.slot(0));
+        QCOMPARE(window.slot(0)->windowTitle(), QStringLiteral("Race Log# 1"));
+        QCOMPARE(window.state.RaceLogs.size(), 2);
+        window.run("miNewRaceLog");
+        QCOMPARE(window.state.RaceLogs.size(), 3);
+        QCOMPARE(window.slot(2)->windowTitle(), QStringLiteral("Race Log# 3"));
+    }
+
+    void closingKeepsThePlacement() {
+        MainWindow window;
+        window.run("miNewRaceLog");
+        auto* frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
+        frame->setGeometry(10, 20, 500, 300);
+        dialogs->queueFile(QString());
+        window.run("miClose");
+        const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
+        QCOMPARE(Registry::Get(key, "Width"), QStringLiteral("500"));
+        QCOMPARE(Registry::Get(key, "Top"), QStringLiteral("20"));
+        MainWindow::settle();
+
+        window.run("miNewRaceLog");
+        frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
+        QCOMPARE(frame->geometry(), QRect(10, 20, 500, 300));
+    }
+
+    void closingASavedLogAsksAndNoKeepsTheFile() {
+        const QString path = file("kept.trl");
+        writeRaceLog(path, 2, "Pro");
+        MainWindow window;
+        window.main.OpenFile(path);
+        frmLog* log = window.slot(0);
+        QVERIFY(log);
+        log->gridLog->table().setTextMatrix(1, 6, "1.5555");
+        const QByteArray before = contents(path);
+
+        dialogs->queueAnswer(Dialogs::Answer::No);
+        window.run("miClose");
+        MainWindow::settle();
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("Do you want to save the information for:\r\n  Pro"));
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Save Race Log?"));
+        QCOMPARE(contents(path), before);
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(window.state.RaceLogs[0], nullptr);
+    }
+
+    void aFailedSaveOnCloseKeepsTheWindowOutOfTheList() {
+        QVERIFY(QDir().mkpath(file("event")));
+        const QString path = file("event/log.trl");
+        writeRaceLog(path, 1, "");
+        MainWindow window;
+        window.main.OpenFile(path);
+        frmLog* log = window.slot(0);
+        QVERIFY(QDir(file("event")).removeRecursively());
+
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        window.run("miClose");
+        MainWindow::settle();
+        QCOMPARE(dialogs->messages.size(), 2);
+        QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to create log database!"));
+        QCOMPARE(window.children().size(), 1);
+        QVERIFY(log->isVisible());
+        QCOMPARE(window.state.RaceLogs[0], nullptr);
+
+        // Save All no longer reaches it, and its slot goes to the next log.
+        window.run("miSaveAll");
+        QCOMPARE(dialogs->messages.size(), 2);
+        QVERIFY(dialogs->fileRequests.isEmpty());
+        window.run("miNewRaceLog");
+        QVERIFY(window.slot(0) != log);
+        QCOMPARE(window.slot(0)->windowTitle(), QStringLiteral("Race Log# 1"));
+    }
+
+    void openAsksForAFileAndLoadsIt() {
+        QVERIFY(QDir().mkpath(file("logs")));
+        const QString path = file("logs/2026-05-04 Brainerd.trl");
+        writeRaceLog(path, 2, "Pro");
+        Registry::Set(PathKey, "0", file("start"));
+        MainWindow window;
+        dialogs->queueFile(path);
+        window.run("miOpenRaceLog");
+
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        const Dialogs::FileRequest& request = dialogs->fileRequests[0];
+        QVERIFY(!request.save);
+        QCOMPARE(request.title, QStringLiteral("Open Race Log"));
+        QCOMPARE(request.filter,
+                 QStringLiteral("Tarnwick Race Log Files (*.trl) |*.trl|All Files (*.*) |*.*|"));
+        QCOMPARE(request.filterIndex, 1);
+        QCOMPARE(request.initialFolder, file("start"));
+        QCOMPARE(Registry::Get(PathKey, "0"), file("logs"));
+
+        frmLog* log = window.slot(0);
+        QVERIFY(log);
+        QVERIFY(log->isVisible());
+        QCOMPARE(log->windowTitle(), QStringLiteral("Pro"));
+        QCOMPARE(log->sFilePath, path);
+        QCOMPARE(log->sFileTitle, QStringLiteral("2026-05-04 Brainerd.trl"));
+        QCOMPARE(log->tabLog->txtFileName->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
+        QCOMPARE(log->tabLog->txtFileName->toolTip(), path);
+        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->tabLog->cboRefRun->count(), 2);
+        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), 1);
+        RunTable& table = log->gridLog->table();
+        QCOMPARE(table.TextMatrix(2, 6), QStringLiteral("1.0123"));
+        QCOMPARE(table.look(2, 5).background, 0xC0FFFFu);
+        QVERIFY(table.look(1, 5).background != 0xC0FFFFu);
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void cancelledOpenDoesNothing() {
+        MainWindow window;
+        window.run("miOpenRaceLog");
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        QCOMPARE(dialogs->fileRequests[0].initialFolder, QString());
+        QVERIFY(dialogs->messages.isEmpty());
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(Registry::Get(PathKey, "0"), Registry::NoKeyValue);
+    }
+
+    void aMissingFileIsNotLoaded() {
+        MainWindow window;
+        const QString path = file("missing.trl");
+        window.main.OpenFile(path);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("Not able to load Race Log...\r\n") + path);
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
+        QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+        QVERIFY(!window.commands->LoadRaceLog(QString(), "x.trl"));
+        QVERIFY(!window.commands->LoadRaceLog(path, QString()));
+        QVERIFY(!window.commands->LoadRaceLog(home->root(), "folder"));
+        QVERIFY(window.children().isEmpty());
+    }
+
+    void aFileThatIsNoRaceLogOpensWithWhatItHolds() {
+        const QString path = file("notes.trl");
+        QFile text(path);
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("Runs: 9.51, 9.49\n");
+        text.close();
+        MainWindow window;
+        window.main.OpenFile(path);
+        QVERIFY(dialogs->messages.isEmpty());
+        frmLog* log = window.slot(0);
+        QVERIFY(log);
+        QVERIFY(log->isVisible());
+        QCOMPARE(log->windowTitle(), QStringLiteral("Race Log# 1"));
+        QCOMPARE(log->gridLog->table().Rows(), 2);
+        QCOMPARE(log->sFilePath, path);
+    }
+
+    void saveActsOnTheActiveLog() {
+        MainWindow window;
+        window.run("miSave");
+        window.run("miSaveAs");
+        QVERIFY(dialogs->messages.isEmpty());
+        QVERIFY(dialogs->fileRequests.isEmpty());
+
+        const QString path = file("active.trl");
+        writeRaceLog(path, 1, "Pro");
+        window.main.OpenFile(path);
+        frmLog* log = window.slot(0);
+        log->tabLog->txtPF->setText("6.25");
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        window.run("miSave");
+        QCOMPARE(dialogs->messages.size(), 1);
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.pf, QStringLiteral("6.25"));
+
+        // Save As asks for a file even when the log has one.
+        const QString copy = file("copy.trl");
+        dialogs->queueFile(copy);
+        window.run("miSaveAs");
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Pro"));
+        QCOMPARE(log->sFilePath, copy);
+        QVERIFY(Database::loadLog(copy, saved));
+    }
+
+    void saveAllSavesEveryOpenLog() {
+        const QString first = file("first.trl");
+        writeRaceLog(first, 1, "First");
+        MainWindow window;
+        window.main.OpenFile(first);
+        window.run("miNewRaceLog");
+        window.slot(0)->gridLog->table().setTextMatrix(1, 12, "9.8765");
+        window.slot(1)->gridLog->table().setTextMatrix(1, 12, "10.125");
+        const QString second = file("second.trl");
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        dialogs->queueFile(second);
+
+        window.run("miSaveAll");
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("Do you want to save the information for:\r\n  First"));
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 2"));
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(first, saved));
+        QCOMPARE(saved.grid.TextMatrix(1, 12), QStringLiteral("9.8765"));
+        RaceLogData other;
+        QVERIFY(Database::loadLog(second, other));
+        QCOMPARE(other.grid.TextMatrix(1, 12), QStringLiteral("10.1250"));
+    }
+
+    void closeAllClosesEveryWindowWithItsQuestions() {
+        MainWindow window;
+        window.run("miNewRaceLog");
+        window.run("miNewRaceLog");
+        dialogs->queueFile(QString());
+        dialogs->queueFile(QString());
+        window.run("miCloseAll");
+        MainWindow::settle();
+        QCOMPARE(dialogs->fileRequests.size(), 2);
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(window.state.RaceLogs, (QList<RaceLogDocument*>{nullptr, nullptr}));
+    }
+
+    void printAndPdfOnARaceLogOrNoWindowSayTheyCannot() {
+        MainWindow window;
+        window.run("miPrint");
+        window.run("miNewRaceLog");
+        window.run("miPrint");
+        window.run("miPDFExport");
+        QCOMPARE(dialogs->messages.size(), 3);
+        for (const Dialogs::Message& message : dialogs->messages) {
+            QCOMPARE(message.text, PrintMessage);
+            QCOMPARE(message.title, QStringLiteral("Tarnwick - Print"));
+        }
+    }
+
+    void printReachesAWindowThatCanPrint() {
+        MainWindow window;
+        auto* printable = new Printable;
+        window.main.mdiArea()->addSubWindow(printable)->show();
+        window.main.mdiArea()->setActiveSubWindow(
+            qobject_cast<QMdiSubWindow*>(printable->parentWidget()));
+        window.run("miPrint");
+        QCOMPARE(printable->printed, 1);
+        QVERIFY(dialogs->messages.isEmpty());
+        window.run("miPDFExport");
+        QCOMPARE(dialogs->messages.size(), 1);
+    }
+
+    void eachRaceLogTypeGetsANewTool() {
+        Registry::Set(DefaultsKey + "Bracket\\", "PF", "5.5");
+        Registry::Set(DefaultsKey + "Bracket\\", "CarNumber", "7X");
+        Registry::Set(DefaultsKey + "Super Pro\\", "PF", "2");
+        MainWindow window;
+        window.commands->CreateRaceLogListing();
+        auto* band = window.main.findChild<QMenu*>("RaceLogType");
+        QVERIFY(band);
+        QStringList names, captions;
+        for (QAction* tool : band->actions()) {
+            names << tool->objectName();
+            captions << tool->text();
+        }
+        QCOMPARE(names, (QStringList{"newBracket", "newSuper Pro"}));
+        QCOMPARE(captions, (QStringList{"Bracket", "Super Pro"}));
+        QCOMPARE(band->actions()[0]->data().toInt(), 10000);
+        QCOMPARE(band->actions()[1]->data().toInt(), 10001);
+
+        QAction* newRaceLog = window.tool("miNewRaceLog");
+        QCOMPARE(newRaceLog->menu(), band);
+        QVERIFY(window.main.findChild<QMenu*>("miFile")->actions().contains(newRaceLog));
+        auto* bar = window.main.findChild<QToolBar*>("tbMain");
+        auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(newRaceLog));
+        QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
+
+        band->actions()[0]->trigger();
+        frmLog* log = window.slot(0);
+        QVERIFY(log);
+        QCOMPARE(log->sRaceLogType, QStringLiteral("Bracket"));
+        QCOMPARE(log->windowTitle(), QStringLiteral("Bracket"));
+        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->tabLog->txtCarNumber->text(), QStringLiteral("7X"));
+
+        window.main.dispatch("newSuper Pro");
+        QCOMPARE(window.slot(1)->sRaceLogType, QStringLiteral("Super Pro"));
+        QCOMPARE(window.slot(1)->tabLog->txtPF->text(), QStringLiteral("2"));
+    }
+
+    void withoutTypesNewRaceLogStaysACommand() {
+        MainWindow window;
+        window.commands->CreateRaceLogListing();
+        QVERIFY(window.main.findChild<QMenu*>("RaceLogType")->actions().isEmpty());
+        QCOMPARE(window.tool("miNewRaceLog")->menu(), nullptr);
+        window.run("miNewRaceLog");
+        QVERIFY(window.slot(0));
+        QCOMPARE(window.slot(0)->sRaceLogType, QString());
+    }
+};
+
+QTEST_MAIN(TestRaceLogCommands)
+#include "tst_racelogcommands.moc"
