@@ -1,6 +1,10 @@
 #include "shell/frmMain.h"
 
+#include "feed/InstrumentConnection.h"
+#include "feed/PortSettings.h"
+#include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
+#include "feed/frmProperties.h"
 #include "shell/AppState.h"
 #include "shell/Calculator.h"
 #include "shell/CommandBar.h"
@@ -17,6 +21,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -78,6 +83,42 @@ frmMain::frmMain(AppState& state, QWidget* parent)
 
     tmrMain = makeTimer(QStringLiteral("tmrMain"), 20000, this);
     tmrSend = makeTimer(QStringLiteral("tmrSend"), 4000, this);
+
+    connection = new InstrumentConnection(this);
+    feed = new WeatherFeed(state, this);
+    ConnectFeed();
+}
+
+// The serial port's bytes are framed, handled and then relayed to a connected display
+// instance; the relay's bytes are only handled. The poll greys the online mark, and every
+// handled line lights it again.
+void frmMain::ConnectFeed() {
+    connect(connection, &InstrumentConnection::serialBytesReceived, feed,
+            &WeatherFeed::serialBytes);
+    connect(connection, &InstrumentConnection::serialError, feed,
+            [this](int code, const QString&) { feed->commError(code); });
+    connect(connection, &InstrumentConnection::tcpBytesReceived, feed, &WeatherFeed::tcpBytes);
+    connect(feed, &WeatherFeed::relayLine, this, [this](const QByteArray& line) {
+        if (connection->IPPort().isOpen())
+            connection->IPPort().write(line);
+    });
+    connect(feed, &WeatherFeed::statusText, this, &frmMain::ShowStatus);
+    connect(feed, &WeatherFeed::onlineMarkEnabled, this, [this] { SetOnlineMark(true); });
+    connect(connection, &InstrumentConnection::onlineMarkDisabled, this,
+            [this] { SetOnlineMark(false); });
+    connect(tmrMain, &QTimer::timeout, connection, &InstrumentConnection::poll);
+}
+
+QLabel* frmMain::statusPanel(const QString& name) const {
+    return findChild<QLabel*>(name);
+}
+
+void frmMain::ShowStatus(const QString& text) {
+    statusPanel(QStringLiteral("lblStatus"))->setText(text);
+}
+
+void frmMain::SetOnlineMark(bool online) {
+    statusPanel(QStringLiteral("lblPellamor"))->setEnabled(online);
 }
 
 frmMain::~frmMain() = default;
@@ -86,6 +127,7 @@ frmMain::~frmMain() = default;
 void frmMain::addCommands() {
     commands = {
         {QStringLiteral("miExit"), [this] { close(); }},
+        {QStringLiteral("miProperties"), [this] { ShowPortSettings(); }},
         {QStringLiteral("miLoadLoggedWeather"), [this] { ReplayWeatherLog(); }},
         {QStringLiteral("miAutomaticUpdates"), [this] { ToggleAutomaticUpdates(); }},
         {QStringLiteral("miDeltaVP"), [this] { ToggleDeltaVP(); }},
@@ -114,9 +156,14 @@ void frmMain::Load() {
         LoadPagerFrequency();
         LoadDeltaVP();
         ResetRaceLogs();
+        LoadPortSettings();
         DisableSetDateTime();
+        ListRaceLogTypes();
         ResetFlags();
+        AskForPortWhenNone();
         DisablePropertiesInDisplayMode();
+        UseRelayDefaultsInDisplayMode();
+        StartSerialPort();
         StartTimers();
     } catch (const LoadProblem&) {
         Dialogs::Inform(QStringLiteral("Detected problems while loading the MDI form!"),
@@ -163,8 +210,17 @@ void frmMain::ResetRaceLogs() {
     state.RaceLogs = {nullptr};
 }
 
+void frmMain::LoadPortSettings() {
+    ::LoadPortSettings(connection->portSettings);
+}
+
 void frmMain::DisableSetDateTime() {
     bar->tool(QStringLiteral("miSetDateTime"))->setEnabled(false);
+}
+
+void frmMain::ListRaceLogTypes() {
+    if (raceLogListing)
+        raceLogListing();
 }
 
 // No live window is open yet; the logs follow the weather until the user says otherwise.
@@ -177,10 +233,45 @@ void frmMain::ResetFlags() {
     state.bLoggingWeather = false;
 }
 
+// The program runs without a link until the user chooses a port.
+void frmMain::AskForPortWhenNone() {
+    if (connection->portSettings.iComPort != 0)
+        return;
+    Dialogs::Inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
+                        QStringLiteral("and select a port that Pellamor\r\n") +
+                        QStringLiteral("is connected to."),
+                    QStringLiteral("Tarnwick - Communications"), Dialogs::Icon::Information);
+}
+
 // The port settings belong to the main instance, which owns the instrument.
 void frmMain::DisablePropertiesInDisplayMode() {
     if (state.bDisplayMode)
         bar->tool(QStringLiteral("miProperties"))->setEnabled(false);
+}
+
+// A display instance reads the relay on this machine unless told otherwise. Only memory
+// changes here; the settings reach the store at exit.
+void frmMain::UseRelayDefaultsInDisplayMode() {
+    if (!state.bDisplayMode)
+        return;
+    PortSettings& settings = connection->portSettings;
+    if (settings.sHost.isEmpty() || settings.sHost == u"None")
+        settings.sHost = QStringLiteral("localhost");
+    if (settings.sTcpPort.isEmpty() || settings.sTcpPort == u"None")
+        settings.sTcpPort = QStringLiteral("5555");
+}
+
+// A main instance on a COM port opens it now; one set to TCP/IP connects only when the user
+// applies the port settings.
+void frmMain::StartSerialPort() {
+    if (state.bDisplayMode || connection->portSettings.iComPort == TcpIpComPort)
+        return;
+    connection->StartComm();
+    feed->ResetReceiveState();
+}
+
+void frmMain::ConnectRelay() {
+    connection->connectIPPort();
 }
 
 void frmMain::StartTimers() {
@@ -189,6 +280,13 @@ void frmMain::StartTimers() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    // Every race log closes first with its own save question; one that refuses keeps the
+    // program open, so no run is lost on the way out.
+    mdi->closeAllSubWindows();
+    if (!mdi->subWindowList().isEmpty()) {
+        event->ignore();
+        return;
+    }
     StopTimers();
     if (!WeatherLogClosed()) {
         // The timers stay stopped: a window that refused to close is to be closed again.
@@ -197,9 +295,23 @@ void frmMain::closeEvent(QCloseEvent* event) {
                         QStringLiteral("Logging Weather Data"), Dialogs::Icon::Information);
         return;
     }
-    SaveDeltaVP();
-    SaveBackground();
+    try {
+        CloseLinks();
+        SaveDeltaVP();
+        SaveBackground();
+    } catch (...) {
+        Dialogs::Inform(QStringLiteral("Detected error in shutdown!"), QStringLiteral("Tarnwick"),
+                        Dialogs::Icon::Information);
+    }
     event->accept();
+}
+
+// The relay goes first, then the port; the port settings in memory are kept for the next start.
+void frmMain::CloseLinks() {
+    if (connection->IPPort().isOpen())
+        connection->IPPort().close();
+    connection->CloseComm();
+    SavePortSettings(connection->portSettings);
 }
 
 void frmMain::StopTimers() {
@@ -269,6 +381,10 @@ void frmMain::setReplaySink(WeatherReplaySink* sink) {
     replaySink = sink;
 }
 
+void frmMain::setRaceLogListing(std::function<void()> listing) {
+    raceLogListing = std::move(listing);
+}
+
 // The flag turns over and the tool's check mark shows it.
 void frmMain::ToggleAutomaticUpdates() {
     state.bAutomaticUpdates = !state.bAutomaticUpdates;
@@ -283,6 +399,11 @@ void frmMain::ToggleDeltaVP() {
 void frmMain::SetBackground(quint32 color) {
     backgroundColor = color;
     mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
+}
+
+void frmMain::ShowPortSettings() {
+    frmProperties dialog(*connection, this);
+    dialog.exec();
 }
 
 void frmMain::ChooseMoreColors() {

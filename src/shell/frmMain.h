@@ -7,8 +7,11 @@
 
 struct AppState;
 class CommandBar;
+class InstrumentConnection;
+class QLabel;
 class QMdiArea;
 class QTimer;
+class WeatherFeed;
 class WeatherReplaySink;
 
 // The main window: the multiple-document frame with the one command bar, the status bar, the
@@ -28,6 +31,13 @@ public:
 
     QMdiArea* mdiArea() const;
 
+    // The instrument's port and the relay connection, with their settings.
+    InstrumentConnection& instrument() const { return *connection; }
+    // The feed that turns the instrument's bytes into the live weather.
+    WeatherFeed& weatherFeed() const { return *feed; }
+    // A display instance takes its feed from the relay named by the host and port settings.
+    void ConnectRelay();
+
     // Gives a tool its command; from then on the tool shows on the bar.
     void setCommand(const QString& toolName, std::function<void()> command);
     // What a tool named "new" followed by a race log type runs: a new log of that type.
@@ -36,9 +46,15 @@ public:
     void setRaceLogLoader(std::function<bool(const QString& path)> loader);
     // Where a replay of the weather log sends its rows: the open charts.
     void setReplaySink(WeatherReplaySink* sink);
+    // What lists the race log types under "New Race Log" during the load.
+    void setRaceLogListing(std::function<void()> listing);
 
     // How many send ticks go by between two pages (0 to 135), as the defaults set it.
     int pagerFrequency() const { return iPagerFrequency; }
+    // The configuration sets it at once when the user picks another frequency.
+    void setPagerFrequency(int frequency) { iPagerFrequency = frequency; }
+    // The send timer whose ticks count towards the next page.
+    QTimer* sendTimer() const { return tmrSend; }
     // The colour of the client area as a colour number (blue, green, red).
     quint32 background() const { return backgroundColor; }
 
@@ -56,18 +72,31 @@ private:
     void LoadPagerFrequency();
     void LoadDeltaVP();
     void ResetRaceLogs();
+    void LoadPortSettings();
     void DisableSetDateTime();
+    void ListRaceLogTypes();
     void ResetFlags();
+    void AskForPortWhenNone();
     void DisablePropertiesInDisplayMode();
+    void UseRelayDefaultsInDisplayMode();
+    void StartSerialPort();
     void StartTimers();
 
     // The shutdown.
     void StopTimers();
     bool WeatherLogClosed();
+    void CloseLinks();
     void SaveDeltaVP();
     void SaveBackground();
 
+    // The feed: where the instrument's bytes go and where the results show.
+    void ConnectFeed();
+    void ShowStatus(const QString& text);
+    void SetOnlineMark(bool online);
+    QLabel* statusPanel(const QString& name) const;
+
     // The commands.
+    void ShowPortSettings();
     void ToggleAutomaticUpdates();
     void ToggleDeltaVP();
     void SetBackground(quint32 color);
@@ -81,11 +110,14 @@ private:
     AppState& state;
     QMdiArea* mdi = nullptr;
     CommandBar* bar = nullptr;
+    InstrumentConnection* connection = nullptr;
+    WeatherFeed* feed = nullptr;
     QTimer* tmrMain = nullptr; // polls the instrument and marks it offline
     QTimer* tmrSend = nullptr; // counts to the next page
     QHash<QString, std::function<void()>> commands;
     std::function<void(const QString&)> newRaceLog;
     std::function<bool(const QString&)> raceLogLoader;
+    std::function<void()> raceLogListing;
     WeatherReplaySink* replaySink = nullptr;
     QBrush workspace; // the client area as the system paints it
     quint32 backgroundColor;

@@ -29,7 +29,7 @@ const QStringList shownTools = {
     "miRefresh",        "miMoreColors",        "miTileHorizontally",
     "miTileVertically", "miCascade",           "miCloseAll",
     "miWindowList",     "miHelpContents",      "miAbout",
-    "miRaceLogOptions", "miBackgroundColor",
+    "miRaceLogOptions", "miBackgroundColor",   "miProperties",
 };
 
 QStringList names(const QList<QAction*>& actions) {

@@ -1,4 +1,5 @@
 #include "common/TestHome.h"
+#include "feed/InstrumentConnection.h"
 #include "shell/AppState.h"
 #include "shell/Registry.h"
 #include "shell/ScriptedDialogs.h"
@@ -254,10 +255,48 @@ private slots:
         QCOMPARE(window->mdiArea()->background(), system);
     }
 
+    void aLoadWithNoPortAsksForOne() {
+        ScriptedDialogs dialogs;
+        makeWindow();
+        window->Load();
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(dialogs.messages[0].text,
+                 QStringLiteral("Please go to Pellamor->Properties\r\nand select a port that "
+                                "Pellamor\r\nis connected to."));
+        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Tarnwick - Communications"));
+        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Information);
+        // The program runs on without a link.
+        QVERIFY(!window->instrument().serialPort().isOpen());
+        QVERIFY(timer("tmrMain")->isActive());
+    }
+
+    void aDisplayInstanceReadsTheRelayOnThisMachineUnlessToldOtherwise() {
+        ScriptedDialogs dialogs;
+        Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "6", "None");
+        state->bDisplayMode = true;
+        makeWindow();
+        window->Load();
+        QCOMPARE(window->instrument().portSettings.sHost, QStringLiteral("localhost"));
+        QCOMPARE(window->instrument().portSettings.sTcpPort, QStringLiteral("5555"));
+        // Only memory changes at the load; the store keeps what it had.
+        QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\SerialPort", "6"), QStringLiteral("None"));
+    }
+
+    void aMainInstanceSetToTcpIpStartsNoLinkAtTheLoad() {
+        ScriptedDialogs dialogs;
+        Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "0", "25");
+        makeWindow();
+        window->Load();
+        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(!window->instrument().serialPort().isOpen());
+        QVERIFY(!window->instrument().IPPort().isOpen());
+    }
+
     void aWeatherRowBeingWrittenRefusesTheClose() {
         ScriptedDialogs dialogs;
         makeWindow();
         window->Load();
+        dialogs.messages.clear(); // the load asked for a port
         window->show();
         state->bLoggingWeather = true;
         QVERIFY(!window->close());
@@ -280,6 +319,7 @@ private slots:
         ScriptedDialogs dialogs;
         makeWindow();
         window->Load();
+        dialogs.messages.clear(); // the load asked for a port
         window->show();
         state->bLoggingWeather = true;
         QMetaObject::invokeMethod(
