@@ -1,6 +1,7 @@
 #include "racelog/RaceLogCommands.h"
 
 #include "racelog/RaceLogDefaults.h"
+#include "racelog/RaceLogDocument.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
 #include "racelog/frmConfiguration.h"
@@ -44,6 +45,7 @@ RaceLogCommands::RaceLogCommands(frmMain& main, AppState& state)
                                 &this->main);
         dialog.exec();
     });
+    main.setCommand(QStringLiteral("btnPredict"), [this] { PredictAll(); });
     main.setNewRaceLog([this](const QString& type) { NewRaceLog(type); });
     main.setRaceLogLoader(
         [this](const QString& path) { return LoadRaceLog(path, QFileInfo(path).fileName()); });
@@ -143,6 +145,15 @@ void RaceLogCommands::SaveAll() {
     for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
         if (auto* log = dynamic_cast<frmLog*>(state.RaceLogs[slot]))
             log->saveLog(log->sFilePath);
+    }
+}
+
+// A failed prediction shows a box, during which a log may close: the slots are looked at
+// afresh for each log.
+void RaceLogCommands::PredictAll() {
+    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
+        if (RaceLogDocument* log = state.RaceLogs[slot])
+            log->updatePredictions();
     }
 }
 

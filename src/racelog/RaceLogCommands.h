@@ -8,9 +8,9 @@ class frmLog;
 class frmMain;
 class QMdiSubWindow;
 
-// The main window's commands on race logs: new and open, save, close, print, and the list of
-// race log types under "New Race Log". It gives the main window these commands when it is
-// made, and keeps the open logs in the slots of AppState::RaceLogs.
+// The main window's commands on race logs: new and open, save, close, print, predict all, and
+// the list of race log types under "New Race Log". It gives the main window these commands
+// when it is made, and keeps the open logs in the slots of AppState::RaceLogs.
 class RaceLogCommands : public QObject {
     Q_OBJECT
 public:
@@ -36,6 +36,7 @@ private:
     void CloseActive();
     void SaveActive(bool choosePath);
     void SaveAll();
+    void PredictAll();
     void RunOnActive(const char* member);
 
     frmMain& main;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
-// What the weather feed needs of an open race log. The race log window offers it; the feed
-// holds the open logs only through this face, so it never depends on a window.
+// What the weather feed and the pager need of an open race log. The race log window offers
+// it; the feed and the pager hold the open logs only through this face, so they never depend
+// on a window.
 class RaceLogDocument {
 public:
     virtual ~RaceLogDocument() = default;
@@ -12,4 +14,9 @@ public:
     virtual void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) = 0;
     // Recompute the log's prediction from its inputs.
     virtual void updatePredictions() = 0;
+    // Whether the log's prediction goes into the periodic page. A log that predicts nothing
+    // for the pager takes no part.
+    virtual bool pagerPredictions() const { return false; }
+    // The log's piece of the page: its last published prediction, empty before the first.
+    virtual QString pagerMessage() const { return {}; }
 };

@@ -79,8 +79,13 @@ RunTable& RunGrid::table() const {
 void RunGrid::connectMenus() {
     const RunMenus& menus = d->menus;
     connect(menus.miNewRunNum, &QAction::triggered, this, &RunGrid::newRun);
-    connect(menus.miReferenceRun, &QAction::triggered, this,
-            [this] { emit referenceRunRequested(currentRunRow()); });
+    // The item stays checked for the run it made the reference run, even when chosen again.
+    connect(menus.miReferenceRun, &QAction::triggered, this, [this] {
+        d->menus.miReferenceRun->setChecked(true);
+        emit referenceRunRequested(currentRunRow());
+    });
+    connect(menus.miRunComplete, &QAction::triggered, this,
+            [this] { emit runCompleteRequested(currentRunRow()); });
     connect(menus.miGetLoggedWeather, &QAction::triggered, this, &RunGrid::getLoggedWeather);
     connect(menus.miGetWeather, &QAction::triggered, this, &RunGrid::getCurrentWeather);
     connect(menus.miCut, &QAction::triggered, this, &RunGrid::cutRun);

@@ -52,6 +52,8 @@ signals:
     // "Reference Run" for a row. After a delete that leaves run 1 the reference run it was
     // already, run 1 is asked for again: its row may be another now.
     void referenceRunRequested(int row);
+    // "Run Complete..." for a row: complete the run from the reference run.
+    void runCompleteRequested(int row);
 
 protected:
     bool event(QEvent* event) override;

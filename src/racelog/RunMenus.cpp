@@ -21,6 +21,7 @@ constexpr Item ColumnItems[] = {
 
 constexpr Item RowItems[] = {
     {"miReferenceRun", "Reference Run", &RunMenus::miReferenceRun},
+    {"miRunComplete", "Run Complete...", &RunMenus::miRunComplete},
     Separator,
     {"miGetLoggedWeather", "Get Logged Weather...", &RunMenus::miGetLoggedWeather},
     {"miGetWeather", "Get Current Weather...", &RunMenus::miGetWeather},

@@ -19,6 +19,7 @@ struct RunMenus {
 
     QMenu* miRow;
     QAction* miReferenceRun;
+    QAction* miRunComplete;
     QAction* miGetLoggedWeather;
     QAction* miGetWeather;
     QAction* miCut;

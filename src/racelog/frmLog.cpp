@@ -1,5 +1,9 @@
 #include "racelog/frmLog.h"
 
+#include "prediction/PagerComposer.h"
+#include "prediction/PagerLogs.h"
+#include "prediction/PredictionModel.h"
+#include "prediction/RunCompletion.h"
 #include "racelog/ColumnTable.h"
 #include "racelog/Database.h"
 #include "racelog/LogSidePanel.h"
@@ -15,6 +19,7 @@
 #include "shell/Registry.h"
 #include "shell/WindowPlacement.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -22,6 +27,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPainter>
+#include <QPlainTextEdit>
 
 namespace {
 
@@ -48,6 +54,7 @@ frmLog::frmLog(AppState& state, QWidget* parent) : QWidget(parent), state(state)
     connect(gridLog, &RunGrid::panelTabRequested, this, &frmLog::showPanelTab);
     connect(gridLog, &RunGrid::referenceRunRequested, this,
             [this](int row) { selectReferenceRun(row - 1); });
+    connect(gridLog, &RunGrid::runCompleteRequested, this, &frmLog::completeRun);
     // An emptied list selects nothing; it is about to be filled again.
     connect(tabLog->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
@@ -58,6 +65,7 @@ frmLog::frmLog(AppState& state, QWidget* parent) : QWidget(parent), state(state)
         gridLog->commitCellEdit();
         updatePredictions();
     });
+    connect(tabLog->chkPagerPredictions, &QCheckBox::clicked, this, &frmLog::warnOfManyPagingLogs);
 }
 
 frmLog::~frmLog() {
@@ -210,7 +218,67 @@ void frmLog::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) {
     tabLog->txtVP->setText(NumberText::General(vaporPressure));
 }
 
-void frmLog::updatePredictions() {}
+// Each publish shows at once, so a fault after the ET leaves the ET standing in the caption
+// and in the page.
+void frmLog::updatePredictions() {
+    const PredictionModel::Outcome outcome = PredictionModel::compute({
+        runCells(),
+        tabLog->cboRefRun->currentIndex() + 1,
+        tabLog->txtAA->text(),
+        tabLog->txtVP->text(),
+        tabLog->txtPF->text(),
+        tabLog->txtTSR->text(),
+        tabLog->txtTargetET->text(),
+        tabLog->txtPageIdentifier->text(),
+        iIndex,
+        state.bDeltaVP,
+    });
+    for (const PredictionModel::Publication& publication : outcome.publications) {
+        sPagerMessage = publication.sPagerMessage;
+        setWindowTitle(publication.caption);
+    }
+    if (outcome.fault)
+        Dialogs::Show(PredictionModel::faultMessage());
+}
+
+bool frmLog::pagerPredictions() const {
+    return tabLog->chkPagerPredictions->isChecked();
+}
+
+QString frmLog::pagerMessage() const {
+    return sPagerMessage;
+}
+
+// The prediction and run completion read the run table as it stands at the moment.
+RunCells frmLog::runCells() const {
+    const RunTable& grid = log.grid;
+    return [&grid](int row, int column) { return grid.TextArray(grid.fLabel(row, column)); };
+}
+
+// The box has already changed when this is asked; the warning does not undo it.
+void frmLog::warnOfManyPagingLogs() {
+    if (const auto warning =
+            PagerComposer::pagerPredictionsWarning(PagerLogs::pagerSlots(state.RaceLogs)))
+        Dialogs::Show(*warning);
+}
+
+// A run shut off before the finish gets the finish the reference run says it would have
+// made; the user is asked first, and the notes keep what the finish cell held.
+void frmLog::completeRun(int row) {
+    const std::optional<RunCompletion::Proposal> proposal =
+        RunCompletion::confirm(RunCompletion::compute({
+            runCells(),
+            tabLog->cboRefRun->currentIndex(),
+            row,
+            tabLog->txtPF->text(),
+            tabLog->txtNotes->toPlainText(),
+        }));
+    if (!proposal)
+        return;
+    tabLog->txtNotes->setPlainText(proposal->newNotes);
+    log.grid.setTextArray(log.grid.fLabel(proposal->finishRow, proposal->finishColumn),
+                          proposal->finishText);
+}
 
 // A log whose file cannot be written stays open; the window is released all the same, so a
 // log that failed to save on closing is no longer among the open logs.

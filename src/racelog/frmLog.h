@@ -1,5 +1,6 @@
 #pragma once
 
+#include "prediction/RunCells.h"
 #include "racelog/RaceLogData.h"
 #include "racelog/RaceLogDocument.h"
 
@@ -42,8 +43,11 @@ public:
     void paintRowBands();
 
     void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override;
-    // The prediction from the reference run; sPagerMessage carries it to the pager.
+    // The prediction from the reference run, shown in the caption; sPagerMessage carries it
+    // to the pager. A prediction that fails says so in a box.
     void updatePredictions() override;
+    bool pagerPredictions() const override;
+    QString pagerMessage() const override;
 
     int iIndex = 0;
     QString sFilePath;
@@ -74,6 +78,9 @@ private:
     void arrange();
 
     void settleCaption(const QString& pageIdentifier);
+    RunCells runCells() const;
+    void warnOfManyPagingLogs();
+    void completeRun(int row);
     void selectReferenceRun(int index);
     void markReferenceRun(int index);
 

@@ -592,7 +592,7 @@ private slots:
         QCOMPARE(row->objectName(), QStringLiteral("miRow"));
         QCOMPARE(row->title(), QStringLiteral("Row"));
         QCOMPARE(menuLines(row),
-                 (QStringList{"miReferenceRun:Reference Run", "-",
+                 (QStringList{"miReferenceRun:Reference Run", "miRunComplete:Run Complete...", "-",
                               "miGetLoggedWeather:Get Logged Weather...",
                               "miGetWeather:Get Current Weather...", "-", "miCut:Cut",
                               "miCopy:Copy", "miPaste:Paste", "-", "miPredict:Predict...",
