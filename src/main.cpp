@@ -1,3 +1,37 @@
-int main() {
-    return 0;
+#include "shell/Main.h"
+#include "shell/AppState.h"
+#include "shell/DemoRecorder.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/WidgetDialogs.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+#include <memory>
+
+namespace {
+
+// A person answers the boxes, unless the process is run by a test: then the answers come
+// from TARNWICK_SCRIPTED_DIALOGS and every box is printed.
+std::unique_ptr<Dialogs::Seam> dialogSeam(QTextStream& out) {
+    if (!qEnvironmentVariableIsSet("TARNWICK_SCRIPTED_DIALOGS"))
+        return std::make_unique<WidgetDialogs>();
+    auto scripted = std::make_unique<ScriptedDialogs>();
+    scripted->queueAnswers(qEnvironmentVariable("TARNWICK_SCRIPTED_DIALOGS"));
+    scripted->echoTo(&out);
+    return scripted;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QTextStream out(stdout);
+    const auto dialogs = dialogSeam(out);
+    AppState state;
+    Startup startup(state, QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
+    if (const auto exitCode = startup.Main())
+        return *exitCode;
+    DemoRecorder::Install(*startup.mainWindow());
+    return app.exec();
 }

@@ -1,0 +1,32 @@
+#include "shell/DemoRecorder.h"
+
+#include "feed/WeatherFeed.h"
+#include "shell/frmMain.h"
+
+#include <QPixmap>
+#include <QTextStream>
+#include <QTimer>
+
+namespace DemoRecorder {
+
+void Install(frmMain& window) {
+    if (qEnvironmentVariableIsSet("TARNWICK_ECHO_STATUS")) {
+        QObject::connect(&window.weatherFeed(), &WeatherFeed::statusText, &window,
+                         [](const QString& text) {
+                             QTextStream out(stdout);
+                             out << "STATUS: " << text << Qt::endl;
+                         });
+    }
+    bool ok = false;
+    const int quitAfter = qEnvironmentVariableIntValue("TARNWICK_QUIT_AFTER_MS", &ok);
+    if (!ok || quitAfter <= 0)
+        return;
+    QTimer::singleShot(quitAfter, &window, [&window] {
+        const QString picture = qEnvironmentVariable("TARNWICK_SCREENSHOT");
+        if (!picture.isEmpty())
+            window.grab().save(picture, "PNG");
+        window.close();
+    });
+}
+
+} // namespace DemoRecorder

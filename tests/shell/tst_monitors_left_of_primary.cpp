@@ -1,0 +1,58 @@
+#include "ScreenLayout.h"
+#include "shell/CountMonitors.h"
+#include "shell/clsMonitors.h"
+
+#include <QMainWindow>
+#include <QScreen>
+
+namespace {
+
+const QRect primaryScreen(0, 0, 1920, 1080);
+const QRect leftScreen(-1280, 0, 1280, 1024);
+
+} // namespace
+
+class TestLeftOfPrimary : public QObject {
+    Q_OBJECT
+private slots:
+    void theDesktopStartsLeftOfTheOrigin() {
+        const clsMonitors monitors;
+        QCOMPARE(monitors.DesktopLeft(), -1280);
+        QCOMPARE(monitors.DesktopTop(), 0);
+        QCOMPARE(monitors.DesktopWidth(), 3200);
+        QCOMPARE(monitors.DesktopHeight(), 1080);
+    }
+
+    // Sampling starts at the desktop's left edge, so the monitor there is found first.
+    void theLeftMonitorIsFoundFirstWithANegativeLeft() {
+        const clsMonitors monitors;
+        QCOMPARE(monitors.Monitors.Count(), 2);
+        const clsMonitor& first = monitors.Monitors.Item(1);
+        QCOMPARE(first.Left, -1280);
+        QCOMPARE(first.Right, 0);
+        QCOMPARE(first.WorkLeft, -1280);
+        QCOMPARE(first.Width, 1280);
+        QCOMPARE(monitors.Monitors.Item(2).Left, 0);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(-1000, 100, clsMonitors::DefaultToNone),
+                 first.Handle);
+    }
+
+    // The second monitor found is the primary one, so that is where a display goes.
+    void aDisplayInstanceGoesToTheSecondFoundNotTheOneToTheRight() {
+        QMainWindow window;
+        window.resize(640, 480);
+        window.move(-1000, 100);
+        window.show();
+        QTRY_COMPARE(window.screen(), QGuiApplication::screens().at(1));
+        QVERIFY(CountMonitors(window));
+        QVERIFY(window.isMaximized());
+        QTRY_COMPARE(window.screen(), QGuiApplication::primaryScreen());
+        QTRY_VERIFY(window.width() > 640);
+        QVERIFY(primaryScreen.contains(window.frameGeometry()));
+    }
+};
+
+int main(int argc, char** argv) {
+    return RunWithScreens<TestLeftOfPrimary>({primaryScreen, leftScreen}, argc, argv);
+}
+#include "tst_monitors_left_of_primary.moc"

@@ -1,0 +1,37 @@
+#include "ScreenLayout.h"
+#include "shell/CountMonitors.h"
+#include "shell/clsMonitors.h"
+
+#include <QMainWindow>
+
+namespace {
+
+// Two monitors smaller than a sampling cell, with no cell centre on either.
+const QRect tinyLeft(0, 0, 300, 200);
+const QRect tinyRight(300, 0, 300, 200);
+
+} // namespace
+
+class TestTinyMonitors : public QObject {
+    Q_OBJECT
+private slots:
+    void smallMonitorsCanBeMissed() {
+        const clsMonitors monitors;
+        QCOMPARE(monitors.Monitors.Count(), 0);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(350, 100, clsMonitors::DefaultToNone), 2);
+    }
+
+    void withNoMonitorFoundTheMonitorsCannotBeExamined() {
+        QMainWindow window;
+        window.resize(200, 100);
+        window.move(10, 20);
+        window.show();
+        QVERIFY(!CountMonitors(window));
+        QCOMPARE(window.pos(), QPoint(10, 20));
+    }
+};
+
+int main(int argc, char** argv) {
+    return RunWithScreens<TestTinyMonitors>({tinyLeft, tinyRight}, argc, argv);
+}
+#include "tst_monitors_tiny.moc"

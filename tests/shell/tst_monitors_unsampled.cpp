@@ -1,0 +1,43 @@
+#include "ScreenLayout.h"
+#include "shell/CountMonitors.h"
+#include "shell/clsMonitors.h"
+
+#include <QMainWindow>
+
+namespace {
+
+// A desktop that starts right of the origin: its width, taken as the bound of the sampling,
+// stops short of its right edge.
+const QRect wideScreen(1000, 0, 1920, 1080);
+const QRect lastScreen(2920, 0, 800, 600);
+
+} // namespace
+
+class TestUnsampledColumns : public QObject {
+    Q_OBJECT
+private slots:
+    void theLastColumnsAreNotSampled() {
+        const clsMonitors monitors;
+        QCOMPARE(monitors.DesktopLeft(), 1000);
+        QCOMPARE(monitors.DesktopWidth(), 2720);
+        QCOMPARE(monitors.Monitors.Count(), 1);
+        QCOMPARE(monitors.Monitors.Item(1).Left, 1000);
+        // The monitor is there, and wider than a cell; the grid just never reaches it.
+        QVERIFY(monitors.GetMonitorFromXYPoint(2920 + 320, 240, clsMonitors::DefaultToNone) > 0);
+    }
+
+    void withOnlyOneMonitorFoundNothingMoves() {
+        QMainWindow window;
+        window.resize(400, 300);
+        window.move(1200, 100);
+        window.show();
+        QVERIFY(CountMonitors(window));
+        QVERIFY(!window.isMaximized());
+        QCOMPARE(window.pos(), QPoint(1200, 100));
+    }
+};
+
+int main(int argc, char** argv) {
+    return RunWithScreens<TestUnsampledColumns>({wideScreen, lastScreen}, argc, argv);
+}
+#include "tst_monitors_unsampled.moc"

@@ -1,0 +1,131 @@
+#include "common/TestHome.h"
+#include "shell/Registry.h"
+#include "shell/Settings.h"
+
+#include <QFile>
+#include <QTest>
+
+using namespace Registry;
+
+namespace {
+
+const QString mainKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
+const QString defaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+
+} // namespace
+
+class TestSettings : public QObject {
+    Q_OBJECT
+private slots:
+    void emptyValueReadsLikeAnAbsentOne() {
+        TestHome home;
+        Set(defaultsKey, "CarNumber", "");
+        QCOMPARE(Get(defaultsKey, "CarNumber"), NoKeyValue);
+        QCOMPARE(Get(defaultsKey, "NeverWritten"), NoKeyValue);
+        QCOMPARE(Get("SOFTWARE\\Zorvane\\NoSuchKey\\", "PF"), NoKeyValue);
+    }
+
+    void valueComesBackWhole() {
+        TestHome home;
+        Set(defaultsKey, "CarNumber", "A 1234, \"x\"");
+        QCOMPARE(Get(defaultsKey, "CarNumber"), QString("A 1234, \"x\""));
+    }
+
+    void noHiveReadsTheSentinelAndWritesNothing() {
+        TestHome home;
+        SetKeyValue(NoHive, defaultsKey, "PF", "3");
+        QCOMPARE(GetKeyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
+    }
+
+    void scaleIsKeptBetweenAQuarterAndFour_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<float>("scale");
+        QTest::newRow("too large") << "9" << 4.0f;
+        QTest::newRow("too small") << "0.1" << 0.25f;
+        QTest::newRow("not a number") << "abc" << 1.0f;
+        QTest::newRow("in range") << "1.5" << 1.5f;
+        QTest::newRow("upper bound") << "4" << 4.0f;
+        QTest::newRow("lower bound") << "0.25" << 0.25f;
+    }
+    void scaleIsKeptBetweenAQuarterAndFour() {
+        QFETCH(QString, stored);
+        QFETCH(float, scale);
+        TestHome home;
+        Set(mainKey, "Scale", stored);
+        QCOMPARE(Settings::LoadScale(), scale);
+    }
+
+    void scaleIsOneWhenNoneIsStored() {
+        TestHome home;
+        QCOMPARE(Settings::LoadScale(), 1.0f);
+    }
+
+    void scaleIsSavedAsGeneralNumberText() {
+        TestHome home;
+        Settings::SaveScale(1.25f);
+        QCOMPARE(Get(mainKey, "Scale"), QString("1.25"));
+        QCOMPARE(Settings::LoadScale(), 1.25f);
+    }
+
+    void deletingAValueAnswersZeroThenTheSentinel() {
+        TestHome home;
+        Set(defaultsKey, "PF", "3");
+        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QString("0"));
+        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(DeleteKeyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
+    }
+
+    void deletingASubkeyRemovesItsValues() {
+        TestHome home;
+        Set(defaultsKey + "Super Gas", "PF", "3");
+        Set(defaultsKey + "Stock", "PF", "4");
+        QVERIFY(DeleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
+        QCOMPARE(Get(defaultsKey + "Super Gas", "PF"), NoKeyValue);
+        QCOMPARE(Get(defaultsKey + "Stock", "PF"), QString("4"));
+        QVERIFY(!DeleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
+    }
+
+    void deletingAKeyWithoutAHiveFails() {
+        TestHome home;
+        Set(defaultsKey + "Stock", "PF", "4");
+        QVERIFY(!DeleteKey(NoHive, defaultsKey, "Stock"));
+        QCOMPARE(Get(defaultsKey + "Stock", "PF"), QString("4"));
+    }
+
+    void subkeysAndValuesAreListed() {
+        TestHome home;
+        Set(defaultsKey, "PF", "3");
+        Set(defaultsKey, "TSR", "1.2");
+        Set(defaultsKey + "Stock", "PF", "4");
+        Set(defaultsKey + "Super Gas", "PF", "5");
+        QStringList subKeys;
+        QVERIFY(EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+        QCOMPARE(subKeys, QStringList({"Stock", "Super Gas"}));
+        QStringList values;
+        QVERIFY(EnumValues(HKEY_CURRENT_USER, defaultsKey, values));
+        values.sort();
+        QCOMPARE(values, QStringList({"PF", "TSR"}));
+    }
+
+    void anUnopenableKeyLeavesTheListUntouched() {
+        TestHome home;
+        QStringList names{"kept"};
+        QVERIFY(!EnumSubKeys(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
+        QVERIFY(!EnumValues(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
+        QVERIFY(!EnumValues(NoHive, defaultsKey, names));
+        QCOMPARE(names, QStringList{"kept"});
+    }
+
+    void nothingIsWrittenUntilAValueIs() {
+        TestHome home;
+        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
+        QVERIFY(!QFile::exists(StoreFilePath()));
+        Set(defaultsKey, "PF", "3");
+        QVERIFY(QFile::exists(StoreFilePath()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSettings)
+#include "tst_settings.moc"

@@ -1,0 +1,221 @@
+#include "OtherInstance.h"
+#include "common/TestHome.h"
+#include "shell/AppState.h"
+#include "shell/Main.h"
+#include "shell/Registry.h"
+#include "shell/ScriptedDialogs.h"
+#include "shell/frmMain.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+using Dialogs::Answer;
+using OtherInstance::Process;
+
+namespace {
+
+const QString displayQuestion =
+    QStringLiteral("A previous instance of Tarnwick has been detected.\r\n"
+                   "Tarnwick is being configured with display options!");
+
+bool saidLoadFailure(const ScriptedDialogs& dialogs, const QString& path) {
+    for (const Dialogs::Message& message : dialogs.messages) {
+        if (message.title == u"Tarnwick - Load Race Log" &&
+            message.text == QStringLiteral("Not able to load Race Log...\r\n") + path)
+            return true;
+    }
+    return false;
+}
+
+bool saidTitle(const ScriptedDialogs& dialogs, const QString& title) {
+    for (const Dialogs::Message& message : dialogs.messages) {
+        if (message.title == title)
+            return true;
+    }
+    return false;
+}
+
+bool splashShown() {
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == u"frmSplash")
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+class TestStartupMain : public QObject {
+    Q_OBJECT
+private:
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<ScriptedDialogs> dialogs;
+    AppState state;
+    // The program folder of the start under test: empty, or holding a stand-in relay that
+    // notes each start in a file beside it.
+    QTemporaryDir bareFolder;
+    QTemporaryDir relayFolder;
+
+    QString relayStarts() const { return relayFolder.filePath("oskerby.starts"); }
+
+    std::unique_ptr<Startup> startup(const QStringList& arguments, const QString& folder) {
+        return std::make_unique<Startup>(state, QStringList{"tarnwick"} + arguments, folder);
+    }
+
+private slots:
+    void initTestCase() {
+        QFile relay(relayFolder.filePath("oskerby"));
+        QVERIFY(relay.open(QIODevice::WriteOnly));
+        relay.write("#!/bin/sh\necho started >> \"$(dirname \"$0\")/oskerby.starts\"\n");
+        relay.close();
+        relay.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void init() {
+        home = std::make_unique<TestHome>();
+        dialogs = std::make_unique<ScriptedDialogs>();
+        state = AppState();
+        QFile::remove(relayStarts());
+    }
+
+    void cleanup() {
+        dialogs.reset();
+        home.reset();
+    }
+
+    void theFirstProcessIsTheMainInstance() {
+        auto start = startup({}, relayFolder.path());
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(start->Main(), std::nullopt);
+        // The splash stood for its second and is gone.
+        QVERIFY(clock.elapsed() >= 1000);
+        QVERIFY(!splashShown());
+        QVERIFY(!state.bDisplayMode);
+        QVERIFY(start->mainWindow());
+        QVERIFY(start->mainWindow()->isVisible());
+        QVERIFY(!saidTitle(*dialogs, "Tarnwick"));
+        // A main instance never starts the relay.
+        QTest::qWait(100);
+        QVERIFY(!QFile::exists(relayStarts()));
+    }
+
+    void theCommandLineIsOnePath() {
+        auto start = startup({"/races/Car", "12", "Bristol.trl"}, bareFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        QVERIFY(saidLoadFailure(*dialogs, "/races/Car 12 Bristol.trl"));
+    }
+
+    void theMainInstanceOpensAHandedPathInFront() {
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        start->mainWindow()->showMinimized();
+        Process later({OtherInstance::handOver, "/races/handed over.trl"});
+        QTRY_VERIFY_WITH_TIMEOUT(saidLoadFailure(*dialogs, "/races/handed over.trl"), 5000);
+        QVERIFY(!start->mainWindow()->isMinimized());
+        QTRY_COMPARE_WITH_TIMEOUT(later.state(), QProcess::NotRunning, 5000);
+        QCOMPARE(later.exitCode(), 0);
+    }
+
+    void theMainInstanceTakesNoPathsOnceItsWindowHasClosed() {
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        start->mainWindow()->close();
+        QVERIFY(!start->mainWindow()->isVisible());
+        Process later({OtherInstance::handOver, "/races/after closing.trl"});
+        QTRY_COMPARE_WITH_TIMEOUT(later.state(), QProcess::NotRunning, 5000);
+        QCOMPARE(later.exitCode(), 1);
+        QVERIFY(!saidLoadFailure(*dialogs, "/races/after closing.trl"));
+    }
+
+    void aLaterStartWithAPathHandsItOverAndEnds() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        auto start = startup({"/races/second.trl"}, relayFolder.path());
+        QCOMPARE(start->Main(), 0);
+        QVERIFY(!start->mainWindow());
+        QVERIFY(dialogs->messages.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(mainInstance.received().contains("RECEIVED: /races/second.trl\n"),
+                                 5000);
+    }
+
+    void aLaterStartWithAPathWhileOnlyADisplayRunsLosesIt() {
+        Process displayInstance({OtherInstance::holdDisplay});
+        QVERIFY(displayInstance.holding());
+        auto start = startup({"/races/lost.trl"}, relayFolder.path());
+        QCOMPARE(start->Main(), 0);
+        QVERIFY(!start->mainWindow());
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void aLaterStartWithoutAPathAsksAndCancelEndsIt() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        dialogs->queueAnswer(Answer::Cancel);
+        auto start = startup({}, relayFolder.path());
+        QCOMPARE(start->Main(), 0);
+        QCOMPARE(dialogs->messages.size(), 1);
+        const Dialogs::Message& question = dialogs->messages.at(0);
+        QCOMPARE(question.text, displayQuestion);
+        QCOMPARE(question.title, QString("Tarnwick"));
+        QCOMPARE(question.icon, Dialogs::Icon::Information);
+        QCOMPARE(question.buttons, Dialogs::Buttons::OkCancel);
+        QVERIFY(!start->mainWindow());
+        QVERIFY(!state.bDisplayMode);
+        QVERIFY(!QFile::exists(Registry::StoreFilePath()));
+        QVERIFY(!QFile::exists(relayStarts()));
+    }
+
+    void okMakesADisplayInstanceThatStartsTheRelay() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        dialogs->queueAnswer(Answer::Ok);
+        auto start = startup({}, relayFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        QVERIFY(state.bDisplayMode);
+        QCOMPARE(dialogs->messages.at(0).text, displayQuestion);
+        QVERIFY(start->mainWindow()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(relayStarts()), 5000);
+        // One monitor: the window stays where its load put it.
+        QVERIFY(!start->mainWindow()->isMaximized());
+        QVERIFY(!saidTitle(*dialogs, "Tarnwick - Startup"));
+    }
+
+    void aDisplayInstanceTakesNoPaths() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        dialogs->queueAnswer(Answer::Ok);
+        auto start = startup({}, relayFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        mainInstance.kill();
+        InstanceChannel later;
+        QVERIFY(later.anotherProcessRunning());
+        QVERIFY(!InstanceChannel::handOver("/races/nobody.trl"));
+    }
+
+    void withoutTheRelayADisplayInstanceEndsInSilence() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        dialogs->queueAnswer(Answer::Ok);
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->Main(), 0);
+        // It ends after the main window was shown.
+        QVERIFY(start->mainWindow());
+        QVERIFY(start->mainWindow()->isVisible());
+        QVERIFY(!saidTitle(*dialogs, "Tarnwick - Startup"));
+    }
+};
+
+int main(int argc, char** argv) {
+    if (const auto exitCode = OtherInstance::PlayRole(argc, argv))
+        return *exitCode;
+    QApplication app(argc, argv);
+    TestStartupMain test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_startup_main.moc"
