@@ -1,0 +1,111 @@
+// The race log window under load: a run added and a cell edited in a log of 1,000 runs, a
+// prediction on such a log, and one feed line reaching twenty open logs of 500 runs each.
+#include "feed/WeatherFeed.h"
+#include "racelog/RunGrid.h"
+#include "racelog/RunTable.h"
+#include "racelog/frmLog.h"
+#include "shell/AppState.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+// A loaded log with the given number of runs and run 1 as a complete reference run.
+std::unique_ptr<frmLog> logWithRuns(AppState& state, int runs, int slot) {
+    auto log = std::make_unique<frmLog>(state);
+    log->iIndex = slot;
+    log->Load(QColor(Qt::white));
+    RunGrid& grid = *log->gridLog;
+    while (grid.table().Rows() - 1 < runs)
+        grid.newRun();
+    RunTable& table = grid.table();
+    for (int row = 1; row < table.Rows(); ++row) {
+        table.setTextMatrix(row, 12, QStringLiteral("9.5"));
+        table.setTextMatrix(row, 19, QStringLiteral("2000"));
+        table.setTextMatrix(row, 14, QStringLiteral("1.5"));
+        table.setTextMatrix(row, 21, QStringLiteral("0.512"));
+    }
+    const auto field = [&log](const char* name, const char* text) {
+        log->findChild<QLineEdit*>(QLatin1String(name))->setText(QLatin1String(text));
+    };
+    field("txtPF", "5");
+    field("txtTSR", "0.25");
+    field("txtTargetET", "9.50");
+    field("txtAA", "2100");
+    field("txtVP", "0.487");
+    return log;
+}
+
+void BM_NewRunIn1000RunLog(benchmark::State& bench) {
+    AppState state;
+    auto log = logWithRuns(state, 1000, 0);
+    RunGrid& grid = *log->gridLog;
+    for (auto _ : bench) {
+        grid.newRun();
+        bench.PauseTiming();
+        grid.table().removeRun(grid.table().Rows() - 1);
+        bench.ResumeTiming();
+    }
+}
+BENCHMARK(BM_NewRunIn1000RunLog)->Unit(benchmark::kMicrosecond);
+
+void BM_CellEditIn1000RunLog(benchmark::State& bench) {
+    AppState state;
+    auto log = logWithRuns(state, 1000, 0);
+    RunGrid& grid = *log->gridLog;
+    grid.setCurrentRunCell(500, 6);
+    for (auto _ : bench) {
+        grid.beginCellEdit('5');
+        grid.commitCellEdit();
+    }
+}
+BENCHMARK(BM_CellEditIn1000RunLog)->Unit(benchmark::kMicrosecond);
+
+void BM_UpdatePredictions1000Runs(benchmark::State& bench) {
+    AppState state;
+    auto log = logWithRuns(state, 1000, 0);
+    for (auto _ : bench)
+        log->updatePredictions();
+}
+BENCHMARK(BM_UpdatePredictions1000Runs)->Unit(benchmark::kMicrosecond);
+
+// From the bytes of one serial line to every open log's caption updated and the weather log
+// row written.
+void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
+    AppState state;
+    std::vector<std::unique_ptr<frmLog>> logs;
+    state.RaceLogs.clear();
+    for (int slot = 0; slot < 20; ++slot) {
+        logs.push_back(logWithRuns(state, 500, slot));
+        state.RaceLogs.append(logs.back().get());
+    }
+    WeatherFeed feed(state);
+    const QByteArray line = " 11/22/2026 10:42:07 29.92 71.5 43.2 2100 5.1 45 0.487 49 98.6 "
+                            "1410 120 275 7 11 340\r";
+    for (auto _ : bench)
+        feed.serialBytes(line);
+    if (!logs.back()->windowTitle().contains(QStringLiteral("ET: ")))
+        bench.SkipWithError("the captions did not follow the feed");
+}
+BENCHMARK(BM_FeedLineWith20LogsOf500Runs)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Settings and weather log rows go to a folder of their own, not the user's.
+    QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
+    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
