@@ -69,7 +69,9 @@ frmLog::frmLog(AppState& state, QWidget* parent) : QWidget(parent), state(state)
 }
 
 frmLog::~frmLog() {
-    // The grid goes first: it works on the run table and the reference run list.
+    // The grid goes first: it works on the run table and the reference run list. The window
+    // stops painting behind it before it goes.
+    gridLog->viewport()->removeEventFilter(this);
     delete gridLog;
     releaseSlot();
 }
@@ -138,7 +140,9 @@ void frmLog::takeBackground(const QColor& color) {
 }
 
 bool frmLog::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == gridLog->viewport() && event->type() == QEvent::Paint)
+    // The type comes first: while the grid is being destroyed its viewport still sends events,
+    // and the grid may then no longer be asked for anything.
+    if (event->type() == QEvent::Paint && watched == gridLog->viewport())
         paintGridBackdrop();
     return QWidget::eventFilter(watched, event);
 }
