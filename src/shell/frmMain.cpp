@@ -457,8 +457,7 @@ void frmMain::ReplayWeatherLog() {
                        Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
     if (clear == Dialogs::Answer::Yes)
         ClearViews();
-    if (replaySink)
-        LoadLoggedWeather(file->path, state.views, *replaySink);
+    LoadLoggedWeather(file->path, state.views, *replaySink);
 }
 
 // Clears each open chart, in the order wind speed, ABP, RH, GR, VP, AADA, rose plot, ADR, CF.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "feed/WeatherReplaySink.h"
 #include <QBrush>
 #include <QHash>
+
 #include <QMainWindow>
 #include <functional>
 
@@ -12,7 +14,6 @@ class QLabel;
 class QMdiArea;
 class QTimer;
 class WeatherFeed;
-class WeatherReplaySink;
 
 // The main window: the multiple-document frame with the one command bar, the status bar, the
 // link to the instrument and the two timers.
@@ -118,7 +119,8 @@ private:
     std::function<void(const QString&)> newRaceLog;
     std::function<bool(const QString&)> raceLogLoader;
     std::function<void()> raceLogListing;
-    WeatherReplaySink* replaySink = nullptr;
+    WeatherReplaySink noCharts; // until the charts take the replay
+    WeatherReplaySink* replaySink = &noCharts;
     QBrush workspace; // the client area as the system paints it
     quint32 backgroundColor;
     int iPagerFrequency = 75;

@@ -384,6 +384,19 @@ private slots:
         QVERIFY(!QGuiApplication::overrideCursor());
     }
 
+    void loadLoggedWeatherWithNoChartLeavesTheLiveWeatherAlone() {
+        ScriptedDialogs dialogs;
+        state->CurrentWeather.ABP = 28.5f;
+        state->sStatusLine = QStringLiteral("ABP=28.5");
+        dialogs.queueFile(writeWeatherLog("quiet.csv", 5));
+        dialogs.queueAnswer(Dialogs::Answer::No);
+        window->dispatch("miLoadLoggedWeather");
+        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(state->CurrentWeather.ABP, 28.5f);
+        QCOMPARE(state->sStatusLine, QStringLiteral("ABP=28.5"));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
     void loadLoggedWeatherReplaysAfterClearing() {
         ScriptedDialogs dialogs;
         RecordingViews views;
