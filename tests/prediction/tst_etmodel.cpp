@@ -1,4 +1,4 @@
-#include "RunTable.h"
+#include "SampleRunTable.h"
 #include "prediction/EtModel.h"
 #include "prediction/RunCells.h"
 
@@ -70,7 +70,7 @@ private slots:
     void referenceEtTakesTheFarthestMark() {
         QFETCH(int, column);
         QFETCH(QString, text);
-        RunTable table;
+        SampleRunTable table;
         const int row = table.addRun({});
         // Fill the marks from the nearest out to the one under test.
         const QList<std::pair<int, QString>> marks{
@@ -84,13 +84,13 @@ private slots:
     }
 
     void referenceEtSkipsCellsThatAreNoNumber() {
-        RunTable table;
+        SampleRunTable table;
         const int row = table.addRun({{Ft1320, "DNF"}, {Ft1000, ""}, {Ft660, "6.10"}});
         QCOMPARE(referenceEtText(table.cells(), row), std::optional<QString>("6.10"));
     }
 
     void headerRowHasNoReferenceEt() {
-        RunTable table;
+        SampleRunTable table;
         table.addRun({{Ft1320, "9.50"}, {AA, "2000"}});
         QCOMPARE(referenceEtText(table.cells(), 0), std::nullopt);
     }

@@ -1,4 +1,4 @@
-#include "RunTable.h"
+#include "SampleRunTable.h"
 #include "prediction/PredictionModel.h"
 
 #include <QTest>
@@ -13,7 +13,7 @@ namespace {
 // The checked example: reference 9.5 s at AA 2000, timer 1.5, VP 0.512; now AA 2100,
 // VP 0.487, PF 5, target 9.50, ratio 0.25, VP option on, no identifier, first slot.
 struct Case {
-    RunTable table;
+    SampleRunTable table;
     int row = 0;
     Inputs in;
 

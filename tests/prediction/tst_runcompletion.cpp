@@ -1,4 +1,4 @@
-#include "RunTable.h"
+#include "SampleRunTable.h"
 #include "prediction/RunCompletion.h"
 #include "shell/ScriptedDialogs.h"
 
@@ -15,7 +15,7 @@ namespace {
 // run 2 a full run, run 3 shut off after 1000 ft (7.95, AA 2100) with a slow 12.3456.
 // Completed with PF 5 it should have run 9.6507.
 struct Log {
-    RunTable table;
+    SampleRunTable table;
     Inputs in;
 
     Log() {

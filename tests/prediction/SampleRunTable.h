@@ -9,11 +9,11 @@
 
 // A run table for tests: the header row of labels the window shows, then runs added with
 // just the cells a test cares about; every other cell is empty.
-class RunTable {
+class SampleRunTable {
 public:
     static constexpr int ColumnCount = 34;
 
-    RunTable() {
+    SampleRunTable() {
         rows.append(QStringList{
             "#",       "Time",    "Date",       "Lane",    "RT",       "Delay Box", "60 ft",
             "330 ft",  "660 ft",  "660 MPH",    "1000 ft", "1000 MPH", "1320 ft",   "1320 MPH",
