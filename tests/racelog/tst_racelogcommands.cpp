@@ -11,6 +11,7 @@
 #include "shell/frmMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,9 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <memory>
@@ -109,6 +112,38 @@ private slots:
     void cleanup() {
         dialogs.reset();
         home.reset();
+    }
+
+    void selectLogColumnsOpensItsModalDialogue() {
+        MainWindow window;
+        QString opened;
+        QTimer::singleShot(0, [&opened] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            opened = dialog ? dialog->objectName() : QString();
+            if (dialog)
+                dialog->findChild<QPushButton*>("cmdCancel")->click();
+        });
+        window.run("miSelectColumns");
+        QCOMPARE(opened, QStringLiteral("frmSelectLogColumns"));
+    }
+
+    void aFrequencyChosenInTheConfigurationTakesEffectAtOnce() {
+        MainWindow window;
+        QCOMPARE(window.main.pagerFrequency(), 75);
+        QString opened;
+        QTimer::singleShot(0, [&opened] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            opened = dialog ? dialog->objectName() : QString();
+            if (!dialog)
+                return;
+            auto* frequency = dialog->findChild<QComboBox*>("cboPagerFrequency");
+            frequency->setCurrentIndex(0); // "1min"
+            emit frequency->activated(0);  // as a click of the user picks it
+            dialog->findChild<QPushButton*>("cmdCancel")->click();
+        });
+        window.run("miConfiguration");
+        QCOMPARE(opened, QStringLiteral("frmConfiguration"));
+        QCOMPARE(window.main.pagerFrequency(), 15);
     }
 
     void aNewLogTakesAFreeSlotAndIsNamedByIt() {

@@ -1,11 +1,14 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "feed/InstrumentConnection.h"
 #include "feed/WeatherReplaySink.h"
 #include "shell/AppState.h"
 #include "shell/ScriptedDialogs.h"
 #include "shell/frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
@@ -17,6 +20,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 #include <memory>
 
@@ -382,6 +386,23 @@ private slots:
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
         QCOMPARE(views.pressures, QList<float>({29.92f, 29.92f, 29.92f}));
         QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void propertiesOpensThePortSettingsOnTheWindowsLink() {
+        QString opened;
+        QString comPort;
+        QTimer::singleShot(0, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            opened = dialog->objectName();
+            comPort = dialog->findChild<QComboBox*>("cboComPort")->currentText();
+            dialog->findChild<QPushButton*>("cmdCancel")->click();
+        });
+        window->instrument().portSettings.iComPort = 3;
+        tool("miProperties")->trigger();
+        QCOMPARE(opened, QStringLiteral("frmProperties"));
+        QCOMPARE(comPort, QStringLiteral("Com3"));
     }
 
     void loadLoggedWeatherWithNoChartLeavesTheLiveWeatherAlone() {
