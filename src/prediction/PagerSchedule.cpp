@@ -1,14 +1,13 @@
 #include "prediction/PagerSchedule.h"
 
-#include "shell/NumberText.h"
+#include "racelog/RaceLogDefaults.h"
+
 #include "shell/Registry.h"
 
 qint32 PagerSchedule::frequencyFromText(const QString& text) {
-    const auto whole =
-        NumberText::RoundToInt32(NumberText::ToDouble(text).value_or(DefaultFrequency));
-    if (!whole || *whole > MaxFrequency || *whole < 0)
-        return DefaultFrequency;
-    return *whole;
+    // One rule for the main window, the pager and the configuration: a number too large for
+    // a whole number is as good as none here.
+    return RaceLogDefaults::PagerFrequencyFromText(text).value_or(DefaultFrequency);
 }
 
 qint32 PagerSchedule::loadFrequency() {

@@ -9,7 +9,6 @@
 class PagerSchedule {
 public:
     static constexpr qint32 DefaultFrequency = 75;
-    static constexpr qint32 MaxFrequency = 135;
 
     explicit PagerSchedule(qint32 frequency = DefaultFrequency) : iPagerFrequency(frequency) {}
 

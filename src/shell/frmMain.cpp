@@ -5,6 +5,7 @@
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
 #include "feed/frmProperties.h"
+#include "prediction/PagerSchedule.h"
 #include "shell/AppState.h"
 #include "shell/Calculator.h"
 #include "shell/CommandBar.h"
@@ -33,9 +34,6 @@ namespace {
 
 const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
 const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
-
-constexpr int DefaultPagerFrequency = 75;
-constexpr int HighestPagerFrequency = 135;
 
 // Something in the form load went wrong; the rest of the load is skipped.
 struct LoadProblem {};
@@ -193,12 +191,7 @@ void frmMain::LoadBackground() {
 }
 
 void frmMain::LoadPagerFrequency() {
-    const QString text = Registry::Get(DefaultsKey, QStringLiteral("PagerFrequency"));
-    const std::optional<double> value = NumberText::ToDouble(text);
-    const std::optional<qint32> frequency =
-        value ? NumberText::RoundToInt32(*value) : DefaultPagerFrequency;
-    const bool usable = frequency && *frequency >= 0 && *frequency <= HighestPagerFrequency;
-    iPagerFrequency = usable ? *frequency : DefaultPagerFrequency;
+    iPagerFrequency = PagerSchedule::loadFrequency();
 }
 
 void frmMain::LoadDeltaVP() {
