@@ -14,7 +14,7 @@ ninja -C build tarnwick oskerby pellamor-sim
 
 bin="$repo/build/bin"
 registry="${XDG_CONFIG_HOME:-$HOME/.config}/Zorvane/registry.ini"
-port=$(sed -n 's/^Zorvane\\SerialPort\\0=//p' "$registry" 2>/dev/null | head -n1)
+port=$(sed -n 's/^Zorvane\\SerialPort\\0=//p' "$registry" 2>/dev/null | head -n1 || true)
 if [ -n "$port" ] && [ "$port" != "0" ]; then
     exec "$bin/tarnwick" "$@"
 fi
