@@ -469,6 +469,36 @@ private slots:
         QCOMPARE(window.slot(1)->tabLog->txtPF->text(), QStringLiteral("2"));
     }
 
+    void removingATypeLeavesAnOpenLogOfThatTypeAsItIs() {
+        Registry::Set("SOFTWARE\\Zorvane\\Main\\Defaults\\Red\\", "PF", "7");
+        MainWindow window;
+        window.main.dispatch("newRed");
+        frmLog* log = window.slot(0);
+        QVERIFY(log);
+        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("7"));
+
+        QTimer::singleShot(0, [] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            auto* types = dialog->findChild<QComboBox*>("cboPageIdentifier");
+            types->setCurrentIndex(types->findText("Red"));
+            emit types->activated(types->currentIndex());
+            dialog->findChild<QPushButton*>("cmdRemoveSetting")->click();
+            dialog->findChild<QPushButton*>("cmdCancel")->click();
+        });
+        window.run("miConfiguration");
+
+        QStringList types;
+        Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Main\\Defaults\\",
+                              types);
+        QVERIFY(!types.contains("Red"));
+        QCOMPARE(log->sRaceLogType, QStringLiteral("Red"));
+        QCOMPARE(log->windowTitle(), QStringLiteral("Red"));
+        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("7"));
+        QCOMPARE(log->tabLog->txtPageIdentifier->text(), QStringLiteral("Red"));
+    }
+
     void withoutTypesNewRaceLogStaysACommand() {
         MainWindow window;
         window.commands->CreateRaceLogListing();
