@@ -2,10 +2,7 @@
 
 #include <QFile>
 
-ReplayLink::ReplayLink(const QString& path, QObject* parent) : PortLink(parent), path(path) {
-    timer.setInterval(2000);
-    connect(&timer, &QTimer::timeout, this, &ReplayLink::sendNextLine);
-}
+ReplayLink::ReplayLink(const QString& path, QObject* parent) : PacedLink(parent), path(path) {}
 
 bool ReplayLink::open(const PortOptions&) {
     QFile file(path);
@@ -16,27 +13,17 @@ bool ReplayLink::open(const PortOptions&) {
     if (!lines.isEmpty() && lines.last().isEmpty())
         lines.removeLast();
     next = 0;
-    portOpen = true;
-    timer.start();
-    emit opened();
+    startPacing();
     return true;
 }
 
 bool ReplayLink::write(const QByteArray&) {
-    return portOpen;
+    return isOpen();
 }
 
-void ReplayLink::close() {
-    if (!portOpen)
-        return;
-    timer.stop();
-    portOpen = false;
-    emit closed();
-}
-
-void ReplayLink::sendNextLine() {
+void ReplayLink::tick() {
     if (next >= lines.size()) {
-        timer.stop();
+        stopPacing();
         return;
     }
     QByteArray line = lines[next++];

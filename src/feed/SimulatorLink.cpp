@@ -3,24 +3,19 @@
 #include <QDateTime>
 
 SimulatorLink::SimulatorLink(SimulatedInstrument::Options options, QObject* parent)
-    : PortLink(parent), instrument(options) {
-    timer.setInterval(2000);
-    connect(&timer, &QTimer::timeout, this, &SimulatorLink::sendLine);
-}
+    : PacedLink(parent), instrument(options) {}
 
 bool SimulatorLink::open(const PortOptions&) {
-    if (portOpen)
+    if (isOpen())
         return true;
-    portOpen = true;
     command.clear();
-    timer.start();
-    emit opened();
+    startPacing();
     return true;
 }
 
 // Commands end in a CR; a line feed is no part of one.
 bool SimulatorLink::write(const QByteArray& bytes) {
-    if (!portOpen)
+    if (!isOpen())
         return false;
     for (const char byte : bytes) {
         if (byte == '\r') {
@@ -33,16 +28,8 @@ bool SimulatorLink::write(const QByteArray& bytes) {
     return true;
 }
 
-void SimulatorLink::close() {
-    if (!portOpen)
-        return;
-    timer.stop();
-    portOpen = false;
-    emit closed();
-}
-
-void SimulatorLink::sendLine() {
-    if (portOpen)
+void SimulatorLink::tick() {
+    if (isOpen())
         emit bytesReceived(instrument.nextLine(QDateTime::currentDateTime()));
 }
 
@@ -50,7 +37,7 @@ void SimulatorLink::sendLine() {
 // never arrives inside the write that asked for it.
 void SimulatorLink::obey(const QByteArray& received) {
     if (received == "l")
-        QTimer::singleShot(0, this, &SimulatorLink::sendLine);
+        QTimer::singleShot(0, this, &SimulatorLink::tick);
     else if (received.startsWith('f'))
         receivedPages.append(received.mid(1));
 }

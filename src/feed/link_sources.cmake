@@ -2,6 +2,7 @@
 target_sources(tarnwick_core PRIVATE
     InstrumentConnection.cpp InstrumentConnection.h
     LineSettings.cpp LineSettings.h
+    PacedLink.cpp PacedLink.h
     PortDevices.cpp PortDevices.h
     PortLink.h
     PortSettings.cpp PortSettings.h
