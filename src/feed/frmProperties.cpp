@@ -1,5 +1,7 @@
 #include "feed/frmProperties.h"
 
+#include "shell/DialogParts.h"
+
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 
@@ -48,12 +50,6 @@ QComboBox* comboBox(const QString& name, const QStringList& entries, bool editab
     return box;
 }
 
-QPushButton* button(const QString& name, const QString& caption, QWidget* parent) {
-    auto* item = new QPushButton(caption, parent);
-    item->setObjectName(name);
-    return item;
-}
-
 void addRow(QFormLayout* form, const QString& label, QWidget* field) {
     auto* caption = new QLabel(label, field->parentWidget());
     caption->setBuddy(field);
@@ -90,11 +86,12 @@ frmProperties::frmProperties(InstrumentConnection& connection, QWidget* parent)
     addRow(networkForm, QStringLiteral("Host:"), cboHost);
     addRow(networkForm, QStringLiteral("Port:"), cboPort);
 
-    cmdOK = button(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
-    cmdCancel = button(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
-    cmdApply = button(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
-    cmdRestoreDefaults =
-        button(QStringLiteral("cmdRestoreDefaults"), QStringLiteral("&Restore Defaults"), this);
+    cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    cmdCancel =
+        DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
+    cmdApply = DialogParts::NamedButton(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
+    cmdRestoreDefaults = DialogParts::NamedButton(QStringLiteral("cmdRestoreDefaults"),
+                                                  QStringLiteral("&Restore Defaults"), this);
     cmdOK->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdRestoreDefaults);

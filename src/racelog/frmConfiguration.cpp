@@ -1,5 +1,7 @@
 #include "racelog/frmConfiguration.h"
 
+#include "shell/DialogParts.h"
+
 #include "racelog/CentreOnScreen.h"
 #include "racelog/ConfigurationTexts.h"
 #include "racelog/KeyFilters.h"
@@ -37,7 +39,7 @@ template <typename Widget> Widget* named(Widget* widget, const char* name) {
 }
 
 QPushButton* button(const char* name, const QString& caption) {
-    return named(new QPushButton(caption), name);
+    return DialogParts::NamedButton(QLatin1String(name), caption);
 }
 
 QLabel* label(const char* name, const QString& caption, QWidget* buddy) {
@@ -89,11 +91,7 @@ frmConfiguration::frmConfiguration(std::function<void(int)> setPagerFrequency, Q
 
     cmdOK = button("cmdOK", QStringLiteral("OK"));
     cmdCancel = button("cmdCancel", QStringLiteral("Cancel"));
-    cmdOK->setDefault(true);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tabConfiguration);

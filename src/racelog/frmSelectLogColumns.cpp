@@ -1,5 +1,7 @@
 #include "racelog/frmSelectLogColumns.h"
 
+#include "shell/DialogParts.h"
+
 #include "racelog/CentreOnScreen.h"
 #include "racelog/ColumnTable.h"
 #include "shell/Registry.h"
@@ -17,12 +19,6 @@ const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
 
 // The boxes stand in columns of this many, top to bottom, in the order of the menu.
 constexpr int BoxesPerColumn = 11;
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
-    auto* item = new QPushButton(caption, parent);
-    item->setObjectName(QLatin1String(name));
-    return item;
-}
 
 } // namespace
 
@@ -43,13 +39,10 @@ frmSelectLogColumns::frmSelectLogColumns(QWidget* parent) : QDialog(parent) {
         checkBoxes.append(box);
     }
 
-    cmdOK = button("cmdOK", QStringLiteral("OK"), this);
-    cmdCancel = button("cmdCancel", QStringLiteral("Cancel"), this);
-    cmdOK->setDefault(true);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
+    cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    cmdCancel =
+        DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(group);

@@ -7,6 +7,7 @@ target_sources(tarnwick_core PRIVATE
 )
 target_sources(tarnwick_ui PRIVATE
     CommandBar.cpp CommandBar.h
+    DialogParts.cpp DialogParts.h
     DemoRecorder.cpp DemoRecorder.h
     WidgetDialogs.cpp WidgetDialogs.h
     WindowArrangement.cpp WindowArrangement.h
