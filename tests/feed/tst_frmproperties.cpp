@@ -1,4 +1,5 @@
 #include "PtyPair.h"
+#include "TestRelay.h"
 #include "common/TestHome.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
@@ -44,27 +45,6 @@ public:
     bool applyEnabled() { return button("cmdApply")->isEnabled(); }
     bool restoreEnabled() { return button("cmdRestoreDefaults")->isEnabled(); }
     frmProperties form;
-};
-
-class Relay {
-public:
-    Relay() { server.listen(QHostAddress::LocalHost); }
-    QString port() const { return QString::number(server.serverPort()); }
-    // The link may first look the host up, which needs the event loop running.
-    QTcpSocket* waitForClient() {
-        QDeadlineTimer deadline(5000);
-        while (!client && !server.hasPendingConnections() && !deadline.hasExpired())
-            QTest::qWait(10);
-        if (!client)
-            client = server.nextPendingConnection();
-        return client;
-    }
-    bool noNewClient() {
-        QTest::qWait(100);
-        return !server.hasPendingConnections();
-    }
-    QTcpServer server;
-    QTcpSocket* client = nullptr;
 };
 
 } // namespace

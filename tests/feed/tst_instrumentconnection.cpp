@@ -1,4 +1,5 @@
 #include "PtyPair.h"
+#include "TestRelay.h"
 #include "common/TestHome.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
@@ -34,29 +35,6 @@ public:
     }
     QSerialPort port;
     QByteArray received;
-};
-
-// The relay the TCP link connects to.
-class Relay {
-public:
-    Relay() { server.listen(QHostAddress::LocalHost); }
-    QString port() const { return QString::number(server.serverPort()); }
-    // The relay's side of the link's connection, once it has come. The link may first look
-    // the host up, which needs the event loop running.
-    QTcpSocket* waitForClient() {
-        QDeadlineTimer deadline(5000);
-        while (!client && !server.hasPendingConnections() && !deadline.hasExpired())
-            QTest::qWait(10);
-        if (!client)
-            client = server.nextPendingConnection();
-        return client;
-    }
-    bool noNewClient() {
-        QTest::qWait(100);
-        return !server.hasPendingConnections();
-    }
-    QTcpServer server;
-    QTcpSocket* client = nullptr;
 };
 
 // 9600,N,8,1 without flow control, as Restore Defaults sets it, on COM port 3.
