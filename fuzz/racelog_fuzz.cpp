@@ -1,6 +1,6 @@
 // Any bytes as a race log file, or a real race log with some of its bytes changed: the load
 // must end, without fault, and leave a log the window can show (its runs numbered from 1 and
-// a reference run list to match).
+// a reference run list to match, and a reference run in it or none).
 #include "racelog/Database.h"
 
 #include <QCoreApplication>
@@ -82,7 +82,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const RunTable& grid = log.grid;
     require(grid.Rows() >= 2 && grid.Cols() == 34);
     require(log.refRunItems.size() == grid.Rows() - 1);
-    require(log.refRunIndex >= 0 && log.refRunIndex < log.refRunItems.size());
+    // -1: a log without a reference run.
+    require(log.refRunIndex >= -1 && log.refRunIndex < log.refRunItems.size());
     for (int row = 1; row < grid.Rows(); ++row)
         require(grid.TextMatrix(row, 0) == QString::number(row));
     removeFiles();

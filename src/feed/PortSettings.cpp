@@ -63,12 +63,17 @@ void LoadPortSettings(PortSettings& settings) {
     }
 }
 
-void SavePortSettings(const PortSettings& settings) {
-    for (int i = 0; i < int(std::size(Positions)); ++i)
-        Registry::Set(PortSettingsKey, QString::number(i), QString::number(settings.*Positions[i]));
-    for (int i = 0; i < int(std::size(Texts)); ++i)
-        Registry::Set(PortSettingsKey, QString::number(FirstTextName + i),
-                      settings.*Texts[i].member);
+void SavePortSettings(const PortSettings& settings, const PortSettings& asLoaded) {
+    for (int i = 0; i < int(std::size(Positions)); ++i) {
+        if (settings.*Positions[i] != asLoaded.*Positions[i])
+            Registry::Set(PortSettingsKey, QString::number(i),
+                          QString::number(settings.*Positions[i]));
+    }
+    for (int i = 0; i < int(std::size(Texts)); ++i) {
+        if (settings.*Texts[i].member != asLoaded.*Texts[i].member)
+            Registry::Set(PortSettingsKey, QString::number(FirstTextName + i),
+                          settings.*Texts[i].member);
+    }
 }
 
 QString SettingsText(const PortSettings& settings) {

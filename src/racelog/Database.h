@@ -31,9 +31,25 @@ struct SaveFailureMessage {
 };
 SaveFailureMessage saveFailureMessage(SaveResult result);
 
+// What a load made of a file. A value the file holds that does not fit its place (a run time
+// that is no time, a word in a number) leaves its cell or field empty or as it was and is
+// counted, so the user can be told and the original kept before it is saved over.
+struct LoadResult {
+    enum class Status { Loaded, NotRaceLog, MissingColumn };
+    Status status = Status::NotRaceLog;
+    QString missingColumn; // "Log.RT": the table and the column the file lacks
+    int unreadValues = 0;
+
+    explicit operator bool() const { return status == Status::Loaded; }
+};
+
 // Reads a race log file into a new log: the runs into the run table (one row per stored run,
-// numbered from 1, with the reference run list to match) and the log's fields. False when
-// the file is missing or is not a race log; the log then keeps what was read up to there.
-bool loadLog(const QString& path, RaceLogData& log);
+// numbered from 1, with the reference run list to match) and the log's fields. A file that
+// is missing, is no race log or lacks a column leaves the log as it was.
+LoadResult loadLog(const QString& path, RaceLogData& log);
+
+// The copy of the original a first save over a file that did not load whole keeps beside it:
+// "race.trl" keeps "race.bak.trl".
+QString backupPath(const QString& path);
 
 } // namespace Database

@@ -6,6 +6,7 @@
 #include "racelog/LogFileSchema.h"
 #include "shell/NumberText.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -45,9 +46,23 @@ QString quotedList(const QList<QStringView>& names) {
     return quoted.join(u", ");
 }
 
+// Reading goes on past a value that does not fit its place: the value is counted and its
+// cell or field keeps what it had, so one odd value never costs the user the rest of a file.
+struct Reader {
+    RaceLogData& log;
+    int unreadValues = 0;
+
+    void take(const std::optional<QString>& text, QString& target) {
+        if (text)
+            target = *text;
+        else
+            ++unreadValues;
+    }
+};
+
 // The runs, in key order: the first fills run 1, each further one adds a run and an item of
-// the reference run list.
-bool readRuns(LogConnection& connection, RaceLogData& log) {
+// the reference run list. A missing value is an empty cell.
+bool readRuns(LogConnection& connection, Reader& reader) {
     QList<QStringView> names;
     for (const RunField& field : runFields())
         names << field.name;
@@ -56,6 +71,7 @@ bool readRuns(LogConnection& connection, RaceLogData& log) {
     if (!query.exec(
             QStringLiteral("SELECT %1 FROM \"Log\" ORDER BY \"GeneralID\"").arg(quotedList(names))))
         return false;
+    RaceLogData& log = reader.log;
     RunTable& grid = log.grid;
     for (int row = 1; query.next(); ++row) {
         if (row > 1) {
@@ -64,11 +80,15 @@ bool readRuns(LogConnection& connection, RaceLogData& log) {
         }
         for (int i = 0; i < int(runFields().size()); ++i) {
             const int cell = grid.fLabel(row, runFields()[i].column);
-            const auto text = LogFieldRules::cellText(ColumnTable::Columns[runFields()[i].column],
-                                                      query.value(i), grid.TextArray(cell));
-            if (!text)
-                return false;
-            grid.setTextArray(cell, *text);
+            const QVariant value = query.value(i);
+            QString text = grid.TextArray(cell);
+            if (value.isNull())
+                text.clear();
+            else
+                reader.take(LogFieldRules::cellText(ColumnTable::Columns[runFields()[i].column],
+                                                    value, text),
+                            text);
+            grid.setTextArray(cell, text);
         }
     }
     return query.lastError().type() == QSqlError::NoError;
@@ -82,45 +102,56 @@ const Field& propertiesField(QStringView name) {
     Q_UNREACHABLE();
 }
 
-// The reference run: a zero-based index into the run list, which marks the run's row.
-bool takeReferenceRun(const QVariant& value, RaceLogData& log) {
-    if (value.typeId() != QMetaType::LongLong && value.typeId() != QMetaType::Int)
-        return false;
+// The reference run: a zero-based index into the run list, which marks the run's row; -1 or
+// a missing value is a log without a reference run.
+void takeReferenceRun(const QVariant& value, Reader& reader) {
+    RaceLogData& log = reader.log;
+    log.refRunIndex = -1;
+    if (value.isNull())
+        return;
+    const bool whole = value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int;
     const qlonglong index = value.toLongLong();
-    if (index < 0 || index >= log.refRunItems.size())
-        return false;
+    if (whole && index == -1)
+        return;
+    if (!whole || index < 0 || index >= log.refRunItems.size()) {
+        ++reader.unreadValues;
+        return;
+    }
     log.refRunIndex = int(index);
-    return log.grid.markReferenceRun(int(index) + 1);
+    log.grid.markReferenceRun(int(index) + 1);
 }
 
-bool takeProperty(const Field& field, const QVariant& value, RaceLogData& log) {
-    if (field.type == FieldType::Integer)
-        return takeReferenceRun(value, log);
-    std::optional<QString> text;
+std::optional<QString> propertyText(const Field& field, const QVariant& value) {
     switch (field.type) {
     case FieldType::Date:
-        text = LogFieldRules::logDateOf(value);
-        break;
+        return LogFieldRules::logDateOf(value);
     case FieldType::Single:
         if (const auto number = LogFieldRules::singleOf(value))
-            text = NumberText::General(*number);
-        break;
+            return NumberText::General(*number);
+        return std::nullopt;
     case FieldType::VarWChar:
+        return LogFieldRules::textOf(value);
     case FieldType::LongVarWChar:
-        text = LogFieldRules::textOf(value);
-        break;
+        return LogFieldRules::notesOf(value.toString());
     case FieldType::Integer:
         break;
     }
-    if (!text)
-        return false;
-    log.*LogFileSchema::propertySource(field.name) = *text;
-    return true;
+    return std::nullopt;
+}
+
+void takeProperty(const Field& field, const QVariant& value, Reader& reader) {
+    if (field.type == FieldType::Integer)
+        return takeReferenceRun(value, reader);
+    QString& target = reader.log.*LogFileSchema::propertySource(field.name);
+    if (value.isNull())
+        target.clear();
+    else
+        reader.take(propertyText(field, value), target);
 }
 
 // The log's fields from the first row of Properties, set in the order the log window takes
 // them; a file without that row is not a whole race log.
-bool readProperties(LogConnection& connection, RaceLogData& log) {
+bool readProperties(LogConnection& connection, Reader& reader) {
     static const QList<QStringView> names{u"Date",   u"Version", u"RaceTrack", u"PageIdent",
                                           u"RefRun", u"PF",      u"TSR",       u"TargetET",
                                           u"Notes",  u"AA",      u"VP"};
@@ -130,27 +161,42 @@ bool readProperties(LogConnection& connection, RaceLogData& log) {
                         .arg(quotedList(names))) ||
         !query.next())
         return false;
-    for (int i = 0; i < names.size(); ++i) {
-        if (!takeProperty(propertiesField(names[i]), query.value(i), log))
-            return false;
-    }
+    for (int i = 0; i < names.size(); ++i)
+        takeProperty(propertiesField(names[i]), query.value(i), reader);
     return true;
 }
 
 } // namespace
 
-bool loadLog(const QString& path, RaceLogData& log) {
+LoadResult loadLog(const QString& path, RaceLogData& log) {
+    LoadResult result;
     if (!QFileInfo(path).isFile())
-        return false;
+        return result;
     LogConnection connection(path, LogConnection::Access::Read);
     // Both tables are read in one transaction, so a save by another program between them
     // cannot mix two versions of the log.
-    if (!connection.isOpen() || !connection.exec(QStringLiteral("BEGIN")) ||
-        !connection.holdsRaceLog())
-        return false;
-    const bool loaded = readRuns(connection, log) && readProperties(connection, log);
+    if (!connection.isOpen() || !connection.exec(QStringLiteral("BEGIN")))
+        return result;
+    const LogConnection::Shape shape = connection.shape();
+    if (shape.kind == LogConnection::Shape::Kind::MissingColumn) {
+        result.status = LoadResult::Status::MissingColumn;
+        result.missingColumn = shape.missingColumn;
+    } else if (shape.kind == LogConnection::Shape::Kind::RaceLog) {
+        Reader reader{log};
+        if (readRuns(connection, reader) && readProperties(connection, reader))
+            result.status = LoadResult::Status::Loaded;
+        result.unreadValues = reader.unreadValues;
+    }
     connection.exec(QStringLiteral("COMMIT"));
-    return loaded;
+    return result;
+}
+
+QString backupPath(const QString& path) {
+    const QFileInfo file(path);
+    const QString stem = file.suffix().compare(u"trl", Qt::CaseInsensitive) == 0
+                             ? file.completeBaseName()
+                             : file.fileName();
+    return file.dir().filePath(stem + QStringLiteral(".bak.trl"));
 }
 
 } // namespace Database

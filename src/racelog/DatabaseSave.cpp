@@ -49,7 +49,7 @@ std::optional<QVariant> logFieldValue(const Field& field, int column, int row,
     case FieldType::Integer: // the running number as key; Status, always 0
         return field.name == LogFileSchema::KeyField ? row : 0;
     case FieldType::LongVarWChar: // the notes of the whole log, in every run
-        return LogFieldRules::storedText(log.notes);
+        return LogFieldRules::storedNotes(log.notes);
     case FieldType::Date:
         if (ColumnTable::Columns[column].loadForm == ColumnTable::LoadForm::TimeOfDay)
             return LogFieldRules::timeValue(cell, now);
@@ -76,7 +76,7 @@ std::optional<QVariant> propertyValue(const Field& field, const RaceLogData& log
         return LogFieldRules::storedText(
             text, field.name == u"Version" ? LogFileSchema::CarNumberLength : field.size);
     case FieldType::LongVarWChar:
-        return LogFieldRules::storedText(text);
+        return LogFieldRules::storedNotes(text);
     case FieldType::Single: // the weather fields are not kept here: always 0
         return source ? asVariant(LogFieldRules::singleValue(text)) : QVariant(0.0);
     }
@@ -160,7 +160,10 @@ SaveResult runAsOneChange(const QString& path, const RaceLogData& log,
     LogConnection connection(path, LogConnection::Access::Write);
     if (!connection.isOpen() || !connection.exec(QStringLiteral("BEGIN IMMEDIATE")))
         return firstFailure;
-    if (!connection.holdsRaceLog()) {
+    // A file another tool made with the same tables takes the race log mark with the save.
+    if (!connection.holdsRaceLog() ||
+        !connection.exec(
+            QStringLiteral("PRAGMA application_id = %1").arg(LogFileSchema::ApplicationId))) {
         connection.exec(QStringLiteral("ROLLBACK"));
         return firstFailure;
     }

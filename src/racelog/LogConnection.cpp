@@ -6,6 +6,7 @@
 #include <QSqlQuery>
 #include <QUrl>
 #include <atomic>
+#include <span>
 
 namespace {
 
@@ -46,15 +47,43 @@ bool LogConnection::exec(const QString& sql) {
     return query.exec(sql);
 }
 
-bool LogConnection::holdsRaceLog() {
+namespace {
+
+// The columns a table has, in lower case, as SQLite matches names; empty when the name is
+// not a table (a view of that name is no race log either).
+QStringList columnsOf(QSqlDatabase& db, const QString& table) {
     QSqlQuery query(db);
-    if (!query.exec(QStringLiteral("PRAGMA application_id")) || !query.next() ||
-        query.value(0).toLongLong() != qint64(LogFileSchema::ApplicationId))
-        return false;
-    // Views or missing tables under these names are not a race log either.
-    if (!query.exec(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table' "
-                                   "AND name COLLATE NOCASE IN ('Log', 'Properties')")) ||
-        !query.next())
-        return false;
-    return query.value(0).toInt() == 2;
+    query.prepare(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND "
+                                 "name = ? COLLATE NOCASE"));
+    query.addBindValue(table);
+    if (!query.exec() || !query.next() || query.value(0).toInt() != 1)
+        return {};
+    QStringList names;
+    if (!query.exec(QStringLiteral("PRAGMA table_info(\"%1\")").arg(table)))
+        return {};
+    while (query.next())
+        names << query.value(1).toString().toLower();
+    return names;
+}
+
+} // namespace
+
+LogConnection::Shape LogConnection::shape() {
+    const struct {
+        QString table;
+        std::span<const LogFileSchema::Field> fields;
+    } tables[] = {{QStringLiteral("Properties"), LogFileSchema::PropertiesFields},
+                  {QStringLiteral("Log"), LogFileSchema::LogFields}};
+    for (const auto& [table, fields] : tables) {
+        if (columnsOf(db, table).isEmpty())
+            return {};
+    }
+    for (const auto& [table, fields] : tables) {
+        const QStringList present = columnsOf(db, table);
+        for (const LogFileSchema::Field& field : fields) {
+            if (!present.contains(field.name.toString().toLower()))
+                return {Shape::Kind::MissingColumn, table + u'.' + field.name.toString()};
+        }
+    }
+    return {Shape::Kind::RaceLog, {}};
 }

@@ -28,8 +28,14 @@ public:
 
     // Runs one statement; false when it fails.
     bool exec(const QString& sql);
-    // True when the file is a race log: it carries the race log mark and has both tables.
-    bool holdsRaceLog();
+    // What the file is, judged by its tables and their columns: a file of another tool with
+    // the same tables is a race log as much as one this program wrote.
+    struct Shape {
+        enum class Kind { RaceLog, NotRaceLog, MissingColumn } kind = Kind::NotRaceLog;
+        QString missingColumn; // "Log.RT" when a table lacks a column the log needs
+    };
+    Shape shape();
+    bool holdsRaceLog() { return shape().kind == Shape::Kind::RaceLog; }
 
 private:
     QString name;

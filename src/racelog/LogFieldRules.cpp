@@ -90,11 +90,31 @@ std::optional<QString> textOf(const QVariant& value) {
     return value.toString();
 }
 
+std::optional<QDate> storedDate(const QVariant& value) {
+    const auto read = DateText::Parse(value.toString().trimmed());
+    return read ? read->date : std::nullopt;
+}
+
+std::optional<QTime> storedTime(const QVariant& value) {
+    const auto read = DateText::Parse(value.toString().trimmed());
+    return read ? read->time : std::nullopt;
+}
+
 std::optional<QString> logDateOf(const QVariant& value) {
-    const QDate date = QDate::fromString(value.toString(), Qt::ISODate);
-    if (!date.isValid())
-        return std::nullopt;
-    return DateText::LogDateText(date);
+    const auto date = storedDate(value);
+    return date ? std::optional(DateText::LogDateText(*date)) : std::nullopt;
+}
+
+QString storedNotes(const QString& notes) {
+    QString lines = notes;
+    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    lines.replace(u'\n', QStringLiteral("\r\n"));
+    return storedText(lines);
+}
+
+QString notesOf(const QString& stored) {
+    QString lines = stored;
+    return lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
 std::optional<QString> cellText(const ColumnTable::Column& column, const QVariant& value,
@@ -102,12 +122,12 @@ std::optional<QString> cellText(const ColumnTable::Column& column, const QVarian
     using ColumnTable::LoadForm;
     switch (column.loadForm) {
     case LoadForm::TimeOfDay: {
-        const QTime time = QTime::fromString(value.toString(), Qt::ISODate);
-        return time.isValid() ? std::optional(DateText::TimeText(time)) : std::nullopt;
+        const auto time = storedTime(value);
+        return time ? std::optional(DateText::TimeText(*time)) : std::nullopt;
     }
     case LoadForm::RunDate: {
-        const QDate date = QDate::fromString(value.toString(), Qt::ISODate);
-        return date.isValid() ? std::optional(DateText::RunDateText(date)) : std::nullopt;
+        const auto date = storedDate(value);
+        return date ? std::optional(DateText::RunDateText(*date)) : std::nullopt;
     }
     case LoadForm::AsStored:
         return textOf(value);

@@ -29,7 +29,17 @@ QString logDateValue(const QString& text, const QDateTime& now);
 // an empty text as the empty string, never as a missing value.
 QString storedText(const QString& text, int size = 0);
 
+// The notes as the file keeps them: lines ended by CR LF, whatever the platform.
+QString storedNotes(const QString& notes);
+
 // --- Reading ---
+
+// The date or the time a stored text holds: "2026-07-04", "14:35:00", and the date-time texts
+// other tools write, "1899-12-30 14:35:00", for either.
+std::optional<QDate> storedDate(const QVariant& value);
+std::optional<QTime> storedTime(const QVariant& value);
+// Stored notes with the line ends the window's text uses.
+QString notesOf(const QString& stored);
 
 // A stored number as the 32-bit float it holds; nullopt for a value that is missing or no
 // number, which no race log holds.

@@ -12,7 +12,8 @@
 // writer and the reader both follow these lists.
 namespace LogFileSchema {
 
-// Marks a SQLite file as a race log ("TRL1"); a file without it is not opened as one.
+// Marks a SQLite file this program wrote as a race log ("TRL1"). A file is known as a race log
+// by its tables and columns; the mark only tells other tools what the file is.
 constexpr quint32 ApplicationId = 0x54524C31;
 
 enum class FieldType {

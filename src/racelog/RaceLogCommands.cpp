@@ -81,16 +81,23 @@ void RaceLogCommands::NewRaceLog(const QString& raceLogType) {
     showLog(createLog(raceLogType));
 }
 
-bool RaceLogCommands::LoadRaceLog(const QString& path, const QString& title) {
+RaceLogLoad RaceLogCommands::LoadRaceLog(const QString& path, const QString& title) {
     if (path.isEmpty() || title.isEmpty() || !QFileInfo(path).isFile())
-        return false;
+        return {};
     frmLog* log = createLog(QString());
     log->logFile(path, title);
-    // A file that is not a whole race log still shows what could be read.
-    log->loadFile(path);
+    const Database::LoadResult loaded = log->loadFile(path);
+    if (!loaded) {
+        // The frame takes the window with it, and the window gives its slot back.
+        delete log->parentWidget();
+        if (loaded.status == Database::LoadResult::Status::MissingColumn)
+            return {false, QStringLiteral("The file has no column ") + loaded.missingColumn +
+                               QStringLiteral(".")};
+        return {false, QStringLiteral("The file is not a race log.")};
+    }
     log->paintRowBands();
     showLog(log);
-    return true;
+    return {true, {}};
 }
 
 // A new window in the first free slot, loaded and still hidden.

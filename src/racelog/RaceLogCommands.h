@@ -1,11 +1,12 @@
 #pragma once
 
+#include "shell/frmMain.h"
+
 #include <QObject>
 #include <QString>
 
 struct AppState;
 class frmLog;
-class frmMain;
 class QMdiSubWindow;
 
 // The main window's commands on race logs: new and open, save, close, print, predict all, and
@@ -22,9 +23,9 @@ public:
 
     // A new, empty log of a type (empty for the general defaults) in the first free slot.
     void NewRaceLog(const QString& raceLogType);
-    // Opens a race log file in a new window; false, and no window, when there is no such
-    // file. A file that is not a whole race log still gets a window with what it held.
-    bool LoadRaceLog(const QString& path, const QString& title);
+    // Opens a race log file in a new window. No window is left when there is no such file,
+    // when it is no race log or when it lacks a column; the reason names the column.
+    RaceLogLoad LoadRaceLog(const QString& path, const QString& title);
 
 private:
     frmLog* createLog(const QString& raceLogType);

@@ -53,6 +53,12 @@ void rememberFolder(const QString& chosenPath) {
     Registry::Set(PathKey, PathValue, QFileInfo(chosenPath).absolutePath());
 }
 
+Dialogs::FileChoice withExtension(const Dialogs::FileChoice& chosen) {
+    if (!QFileInfo(chosen.path).suffix().isEmpty())
+        return chosen;
+    return {chosen.path + QStringLiteral(".trl"), chosen.title + QStringLiteral(".trl")};
+}
+
 QString fileExtension(const QString& name) {
     return name.right(3);
 }

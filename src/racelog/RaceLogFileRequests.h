@@ -20,6 +20,9 @@ Dialogs::FileRequest saveRequest(const QString& caption, const QString& raceTrac
 // The open dialogue; without a remembered folder it starts where the dialog likes.
 Dialogs::FileRequest openRequest();
 
+// The file a save writes: a name typed without an extension gets ".trl", as the filter says.
+Dialogs::FileChoice withExtension(const Dialogs::FileChoice& chosen);
+
 // Keeps the folder of a chosen file for the next dialog.
 void rememberFolder(const QString& chosenPath);
 

@@ -141,16 +141,25 @@ void RunTable::paintRowBands() {
 bool RunTable::markReferenceRun(int row) {
     if (!isRun(row))
         return false;
-    for (int r = 1; r < rowTotal; ++r) {
-        CellLook& number = looks[fLabel(r, 0)];
-        number.background = CellColor::ButtonFace;
-        number.bold = false;
-    }
+    clearReferenceMarks();
     CellLook& reference = looks[fLabel(row, 0)];
     reference.background = CellColor::ReferenceRun;
     reference.bold = true;
     runRowsChanged(1, rowTotal - 1, true);
     return true;
+}
+
+void RunTable::unmarkReferenceRun() {
+    clearReferenceMarks();
+    runRowsChanged(1, rowTotal - 1, true);
+}
+
+void RunTable::clearReferenceMarks() {
+    for (int r = 1; r < rowTotal; ++r) {
+        CellLook& number = looks[fLabel(r, 0)];
+        number.background = CellColor::ButtonFace;
+        number.bold = false;
+    }
 }
 
 int RunTable::rowCount(const QModelIndex& parent) const {

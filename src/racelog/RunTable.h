@@ -78,6 +78,8 @@ public:
     // reference run's number cell green and bold. False, nothing changed, for a row that
     // is not a run.
     bool markReferenceRun(int row);
+    // Every run's number cell as an ordinary run: the log has no reference run.
+    void unmarkReferenceRun();
 
     // Qt's model face, as described above.
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -97,6 +99,7 @@ private:
     void bandRow(int row);
     void cellChanged(int row, int column);
     void runRowsChanged(int firstRow, int lastRow, bool numberColumnToo);
+    void clearReferenceMarks();
     QVariant cellData(int row, int column, int role) const;
 
     int rowTotal = 0;

@@ -23,6 +23,8 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMdiSubWindow>
@@ -159,15 +161,55 @@ void frmLog::paintGridBackdrop() {
     painter.fillRect(area->rect(), gridBackdrop);
 }
 
-bool frmLog::loadFile(const QString& path) {
+Database::LoadResult frmLog::loadFile(const QString& path) {
     // What the file does not hold keeps the value the window has now.
     tabLog->writeTo(log);
-    const bool loaded = Database::loadLog(path, log);
+    const Database::LoadResult loaded = Database::loadLog(path, log);
+    if (!loaded)
+        return loaded;
     tabLog->readFrom(log);
     if (!log.pageIdentifier.isEmpty())
         setWindowTitle(log.pageIdentifier);
-    selectReferenceRun(log.refRunIndex);
+    if (log.refRunIndex < 0)
+        showNoReferenceRun();
+    else
+        selectReferenceRun(log.refRunIndex);
+    if (loaded.unreadValues > 0)
+        warnOfUnreadValues(path, loaded.unreadValues);
     return loaded;
+}
+
+// Said once, at the load; the original is kept at the first save so nothing of the file is
+// lost by writing back only what could be read.
+void frmLog::warnOfUnreadValues(const QString& path, int count) {
+    keepOriginalOf = path;
+    Dialogs::Inform(
+        QStringLiteral("%1 value(s) of %2 could not be read and were left empty.\r\n"
+                       "The first save keeps the original file as %3.")
+            .arg(count)
+            .arg(QFileInfo(path).fileName(), QFileInfo(Database::backupPath(path)).fileName()),
+        QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Exclamation);
+}
+
+void frmLog::showNoReferenceRun() {
+    tabLog->cboRefRun->setCurrentIndex(-1);
+    log.grid.unmarkReferenceRun();
+}
+
+// The copy is made before anything is written; when it cannot be made nothing is written.
+bool frmLog::keepOriginal(const QString& target) {
+    if (keepOriginalOf.isEmpty() || target != keepOriginalOf || !QFileInfo::exists(target))
+        return true;
+    const QString backup = Database::backupPath(target);
+    QFile::remove(backup);
+    if (!QFile::copy(target, backup)) {
+        Dialogs::Inform(QStringLiteral("Unable to keep a copy of the original race log as ") +
+                            backup + QStringLiteral("!\r\nNothing was saved."),
+                        QStringLiteral("Race Log Table Data"), Dialogs::Icon::Critical);
+        return false;
+    }
+    keepOriginalOf.clear();
+    return true;
 }
 
 void frmLog::logFile(const QString& path, const QString& title) {
@@ -196,10 +238,13 @@ bool frmLog::saveLog(const QString& path) {
         // Cancel is how a log that was never saved is thrown away: the window may close.
         if (!chosen)
             return true;
-        RaceLogFileRequests::rememberFolder(chosen->path);
-        logFile(chosen->path, chosen->title);
-        target = chosen->path;
+        const Dialogs::FileChoice file = RaceLogFileRequests::withExtension(*chosen);
+        RaceLogFileRequests::rememberFolder(file.path);
+        logFile(file.path, file.title);
+        target = file.path;
     }
+    if (!keepOriginal(target))
+        return false;
     tabLog->writeTo(log);
     const Database::SaveResult result = Database::saveRaceLog(target, log);
     if (result == Database::SaveResult::Ok)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "prediction/RunCells.h"
+#include "racelog/Database.h"
 #include "racelog/RaceLogData.h"
 #include "racelog/RaceLogDocument.h"
 
@@ -27,8 +28,9 @@ public:
     // background of the main window.
     void Load(const QColor& mainBackground);
     // Reads a race log file into this newly loaded window. A file that is no race log, or
-    // only part of one, leaves the window with what could be read; false then.
-    bool loadFile(const QString& path);
+    // lacks a column, leaves the window as it was. Values that could not be read are told
+    // once, and the first save over the file keeps the original beside it.
+    Database::LoadResult loadFile(const QString& path);
 
     // The file the log is kept in: its full path and its name.
     void logFile(const QString& path, const QString& title);
@@ -82,6 +84,9 @@ private:
     void warnOfManyPagingLogs();
     void completeRun(int row);
     void selectReferenceRun(int index);
+    void showNoReferenceRun();
+    void warnOfUnreadValues(const QString& path, int count);
+    bool keepOriginal(const QString& target);
     void markReferenceRun(int index);
 
     QWidget* placedWindow();
@@ -90,5 +95,6 @@ private:
     AppState& state;
     RaceLogData log; // the fields as last written or read, and the run table itself
     int gridLeft = 0;
-    QColor gridBackdrop; // the main window's background, beyond the cells of the grid
+    QColor gridBackdrop;    // the main window's background, beyond the cells of the grid
+    QString keepOriginalOf; // a file not read whole, copied aside before the first save over it
 };

@@ -35,9 +35,6 @@ namespace {
 const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
 const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
 
-// Something in the form load went wrong; the rest of the load is skipped.
-struct LoadProblem {};
-
 // Timer intervals in milliseconds; TARNWICK_TIMER_SCALE shortens them for a test that has no
 // time to wait for the instrument's poll.
 int scaledInterval(int milliseconds) {
@@ -146,27 +143,24 @@ void frmMain::addCommands() {
             &frmMain::ListWindows);
 }
 
+// A stored value that cannot be read falls back to its default alone; the load goes on, so
+// one bad value never costs the user the settings after it.
 void frmMain::Load() {
-    try {
-        CenterOnScreen();
-        ShowDisplayCaption();
-        LoadBackground();
-        LoadPagerFrequency();
-        LoadDeltaVP();
-        ResetRaceLogs();
-        LoadPortSettings();
-        DisableSetDateTime();
-        ListRaceLogTypes();
-        ResetFlags();
-        AskForPortWhenNone();
-        DisablePropertiesInDisplayMode();
-        UseRelayDefaultsInDisplayMode();
-        StartSerialPort();
-        StartTimers();
-    } catch (const LoadProblem&) {
-        Dialogs::Inform(QStringLiteral("Detected problems while loading the MDI form!"),
-                        QStringLiteral("Tarnwick"), Dialogs::Icon::Critical);
-    }
+    CenterOnScreen();
+    ShowDisplayCaption();
+    LoadBackground();
+    LoadPagerFrequency();
+    LoadDeltaVP();
+    ResetRaceLogs();
+    LoadPortSettings();
+    DisableSetDateTime();
+    ListRaceLogTypes();
+    ResetFlags();
+    AskForPortWhenNone();
+    DisablePropertiesInDisplayMode();
+    UseRelayDefaultsInDisplayMode();
+    StartSerialPort();
+    StartTimers();
 }
 
 void frmMain::CenterOnScreen() {
@@ -180,13 +174,18 @@ void frmMain::ShowDisplayCaption() {
         setWindowTitle(QStringLiteral("Vessimar"));
 }
 
+// A stored text that is no colour of the palette keeps the workspace colour and stays in the
+// store as the user wrote it, until the user picks a colour.
 void frmMain::LoadBackground() {
     const QString text = Registry::Get(ScreenSettingsKey, QStringLiteral("Background"));
-    if (!NumberText::IsNumeric(text))
+    if (text == Registry::NoKeyValue)
         return;
-    const std::optional<quint32> color = Palette::FromValue(*NumberText::ToDouble(text));
-    if (!color)
-        throw LoadProblem{};
+    const std::optional<double> number = NumberText::ToDouble(text);
+    const std::optional<quint32> color = number ? Palette::FromValue(*number) : std::nullopt;
+    if (!color) {
+        backgroundUnread = true;
+        return;
+    }
     SetBackground(*color);
 }
 
@@ -195,7 +194,9 @@ void frmMain::LoadPagerFrequency() {
 }
 
 void frmMain::LoadDeltaVP() {
-    state.bDeltaVP = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP")) == u"1";
+    const QString text = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP"));
+    state.bDeltaVP = text == u"1";
+    deltaVPUnread = !state.bDeltaVP && text != u"0" && text != Registry::NoKeyValue;
     bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
 }
 
@@ -205,6 +206,7 @@ void frmMain::ResetRaceLogs() {
 
 void frmMain::LoadPortSettings() {
     ::LoadPortSettings(connection->portSettings);
+    portSettingsAsLoaded = connection->portSettings;
 }
 
 void frmMain::DisableSetDateTime() {
@@ -304,7 +306,7 @@ void frmMain::CloseLinks() {
     if (connection->IPPort().isOpen())
         connection->IPPort().close();
     connection->CloseComm();
-    SavePortSettings(connection->portSettings);
+    SavePortSettings(connection->portSettings, portSettingsAsLoaded);
 }
 
 void frmMain::StopTimers() {
@@ -321,25 +323,33 @@ bool frmMain::WeatherLogClosed() {
 }
 
 void frmMain::SaveDeltaVP() {
+    if (deltaVPUnread)
+        return;
     const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
     Registry::Set(DefaultsKey, QStringLiteral("DeltaVP"),
                   on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
 void frmMain::SaveBackground() {
+    if (backgroundUnread)
+        return;
     Registry::Set(ScreenSettingsKey, QStringLiteral("Background"),
                   Palette::ToText(backgroundColor));
 }
 
 void frmMain::OpenFile(const QString& path) {
-    bool loaded = false;
+    RaceLogLoad load;
     {
         Hourglass busy;
-        loaded = raceLogLoader && raceLogLoader(path);
+        if (raceLogLoader)
+            load = raceLogLoader(path);
     }
-    if (!loaded)
-        Dialogs::Inform(QStringLiteral("Not able to load Race Log...\r\n") + path,
-                        QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
+    if (load.loaded)
+        return;
+    QString text = QStringLiteral("Not able to load Race Log...\r\n") + path;
+    if (!load.reason.isEmpty())
+        text += QStringLiteral("\r\n") + load.reason;
+    Dialogs::Inform(text, QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
 }
 
 void frmMain::dispatch(const QString& toolName) {
@@ -366,7 +376,7 @@ void frmMain::setNewRaceLog(std::function<void(const QString&)> command) {
     newRaceLog = std::move(command);
 }
 
-void frmMain::setRaceLogLoader(std::function<bool(const QString&)> loader) {
+void frmMain::setRaceLogLoader(std::function<RaceLogLoad(const QString&)> loader) {
     raceLogLoader = std::move(loader);
 }
 
@@ -386,11 +396,13 @@ void frmMain::ToggleAutomaticUpdates() {
 
 void frmMain::ToggleDeltaVP() {
     state.bDeltaVP = !state.bDeltaVP;
+    deltaVPUnread = false;
     bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
 }
 
 void frmMain::SetBackground(quint32 color) {
     backgroundColor = color;
+    backgroundUnread = false;
     mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "feed/PortSettings.h"
 #include "feed/WeatherReplaySink.h"
 #include <QBrush>
 #include <QHash>
@@ -14,6 +15,13 @@ class QLabel;
 class QMdiArea;
 class QTimer;
 class WeatherFeed;
+
+// What loading a race log file came to: loaded, or not, with the reason when there is more
+// to say than the file's path.
+struct RaceLogLoad {
+    bool loaded = false;
+    QString reason;
+};
 
 // The main window: the multiple-document frame with the one command bar, the status bar, the
 // link to the instrument and the two timers.
@@ -44,7 +52,7 @@ public:
     // What a tool named "new" followed by a race log type runs: a new log of that type.
     void setNewRaceLog(std::function<void(const QString& raceLogType)> command);
     // What loads a race log file into a new child window; false when it could not.
-    void setRaceLogLoader(std::function<bool(const QString& path)> loader);
+    void setRaceLogLoader(std::function<RaceLogLoad(const QString& path)> loader);
     // Where a replay of the weather log sends its rows: the open charts.
     void setReplaySink(WeatherReplaySink* sink);
     // What lists the race log types under "New Race Log" during the load.
@@ -117,11 +125,17 @@ private:
     QTimer* tmrSend = nullptr; // counts to the next page
     QHash<QString, std::function<void()>> commands;
     std::function<void(const QString&)> newRaceLog;
-    std::function<bool(const QString&)> raceLogLoader;
+    std::function<RaceLogLoad(const QString&)> raceLogLoader;
     std::function<void()> raceLogListing;
     WeatherReplaySink noCharts; // until the charts take the replay
     WeatherReplaySink* replaySink = &noCharts;
     QBrush workspace; // the client area as the system paints it
     quint32 backgroundColor;
     int iPagerFrequency = 75;
+    // Stored values the load could not read; the shutdown leaves them in the store as they
+    // are unless the user has set the value since.
+    bool backgroundUnread = false;
+    bool deltaVPUnread = false;
+    // What the load read, so the shutdown writes back only what changed.
+    PortSettings portSettingsAsLoaded;
 };

@@ -262,7 +262,9 @@ private slots:
         QVERIFY(!connection.IPPort().isOpen());
         QVERIFY(relay.noNewClient());
 
-        SavePortSettings(connection.portSettings);
+        PortSettings asLoaded;
+        asLoaded.sHost = QStringLiteral("localhost");
+        SavePortSettings(connection.portSettings, asLoaded);
         QCOMPARE(Registry::Get(PortSettingsKey, QStringLiteral("6")), Registry::NoKeyValue);
         PortSettings next;
         LoadPortSettings(next);

@@ -17,6 +17,10 @@ void store(int name, const QString& value) {
     Registry::Set(PortSettingsKey, QString::number(name), value);
 }
 
+PortSettings firstRun() {
+    return PortSettings{0, 0, 0, 0, 0, 0, "localhost", "5555"};
+}
+
 PortSettings sample() {
     PortSettings s;
     s.iComPort = 3;
@@ -90,8 +94,34 @@ private slots:
         QCOMPARE(stored(1), value);
     }
 
+    // What a first run loads: the baseline a save compares against.
+    // A value the load could not read is never replaced by the default it fell back to; a
+    // value the user changed since is written, and a value read well is left as it is.
+    void aSaveKeepsTheUsersUnreadableTextAndWritesWhatChanged() {
+        store(0, QStringLiteral("25"));
+        store(1, QStringLiteral("fast"));
+        store(2, QStringLiteral("1e9"));
+        store(3, QStringLiteral("4"));
+        store(6, QStringLiteral("racehost"));
+        PortSettings s;
+        LoadPortSettings(s);
+        const PortSettings asLoaded = s;
+        QCOMPARE(s.iBaud, qint16(0));
+        QCOMPARE(s.iParity, qint16(0));
+        QCOMPARE(s.iDataBits, qint16(4));
+        s.iParity = 2;
+        s.sTcpPort = QStringLiteral("6000");
+        SavePortSettings(s, asLoaded);
+        QCOMPARE(stored(0), QStringLiteral("25"));
+        QCOMPARE(stored(1), QStringLiteral("fast"));
+        QCOMPARE(stored(2), QStringLiteral("2"));
+        QCOMPARE(stored(3), QStringLiteral("4"));
+        QCOMPARE(stored(6), QStringLiteral("racehost"));
+        QCOMPARE(stored(7), QStringLiteral("6000"));
+    }
+
     void saveThenLoadGivesTheSame() {
-        SavePortSettings(sample());
+        SavePortSettings(sample(), firstRun());
         for (int name = 0; name <= 7; ++name)
             QVERIFY(stored(name) != Registry::NoKeyValue);
         QCOMPARE(stored(2), QStringLiteral("2"));
@@ -106,7 +136,7 @@ private slots:
         PortSettings s = sample();
         s.sHost.clear();
         s.sTcpPort.clear();
-        SavePortSettings(s);
+        SavePortSettings(s, firstRun());
         QCOMPARE(stored(6), Registry::NoKeyValue);
         PortSettings loaded;
         LoadPortSettings(loaded);

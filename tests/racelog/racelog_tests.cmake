@@ -14,6 +14,8 @@ target_link_libraries(racelog_testsupport PUBLIC tarnwick_core)
 
 tarnwick_add_test(tst_racelogfile SOURCES ${racelog_tests}/tst_racelogfile.cpp
     LIBS racelog_testsupport LABELS core racelog TIMEOUT 60)
+tarnwick_add_test(tst_racelogrecovery SOURCES ${racelog_tests}/tst_racelogrecovery.cpp
+    LIBS racelog_testsupport LABELS core racelog TIMEOUT 60)
 
 # Saves logs in a loop until killed, for the tests of a save cut short.
 add_executable(racelog_save_loop ${racelog_tests}/racelog_save_loop.cpp)

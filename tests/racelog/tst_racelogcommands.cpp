@@ -1,3 +1,4 @@
+#include "SqliteShell.h"
 #include "common/TestHome.h"
 #include "racelog/Database.h"
 #include "racelog/LogSidePanel.h"
@@ -314,13 +315,14 @@ private slots:
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
         QVERIFY(window.children().isEmpty());
         QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
-        QVERIFY(!window.commands->LoadRaceLog(QString(), "x.trl"));
-        QVERIFY(!window.commands->LoadRaceLog(path, QString()));
-        QVERIFY(!window.commands->LoadRaceLog(home->root(), "folder"));
+        QVERIFY(!window.commands->LoadRaceLog(QString(), "x.trl").loaded);
+        QVERIFY(!window.commands->LoadRaceLog(path, QString()).loaded);
+        QVERIFY(!window.commands->LoadRaceLog(home->root(), "folder").loaded);
         QVERIFY(window.children().isEmpty());
     }
 
-    void aFileThatIsNoRaceLogOpensWithWhatItHolds() {
+    // A file that is no race log leaves no window behind, only the reason.
+    void aFileThatIsNoRaceLogIsNotOpened() {
         const QString path = file("notes.trl");
         QFile text(path);
         QVERIFY(text.open(QIODevice::WriteOnly));
@@ -328,13 +330,113 @@ private slots:
         text.close();
         MainWindow window;
         window.main.OpenFile(path);
-        QVERIFY(dialogs->messages.isEmpty());
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text, QStringLiteral("Not able to load Race Log...\r\n") +
+                                                path +
+                                                QStringLiteral("\r\nThe file is not a race log."));
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+    }
+
+    // A file that lacks a column says which, and leaves no half-loaded window.
+    void aFileWithoutAColumnNamesItAndOpensNothing() {
+        const QString path = file("old.trl");
+        writeRaceLog(path, 2, "Pro");
+        QCOMPARE(SqliteShell::run(path, "ALTER TABLE Log DROP COLUMN mph1320").exitCode, 0);
+        MainWindow window;
+        window.main.OpenFile(path);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("Not able to load Race Log...\r\n") + path +
+                     QStringLiteral("\r\nThe file has no column Log.mph1320."));
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
+        QVERIFY(window.children().isEmpty());
+        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+        // The next log takes the first slot again.
+        window.run("miNewRaceLog");
+        QVERIFY(window.slot(0));
+    }
+
+    // Values that could not be read are told once; the first save over the file keeps the
+    // original beside it, later saves leave that copy alone.
+    void aFileNotReadWholeIsKeptBeforeTheFirstSave() {
+        const QString path = file("event.trl");
+        writeRaceLog(path, 3, "Pro");
+        QCOMPARE(
+            SqliteShell::run(path, "UPDATE Log SET Time = 'noon' WHERE GeneralID = 2").exitCode, 0);
+        const QByteArray original = contents(path);
+        MainWindow window;
+        window.main.OpenFile(path);
         frmLog* log = window.slot(0);
         QVERIFY(log);
-        QVERIFY(log->isVisible());
-        QCOMPARE(log->windowTitle(), QStringLiteral("Race Log# 1"));
-        QCOMPARE(log->gridLog->table().Rows(), 2);
-        QCOMPARE(log->sFilePath, path);
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].text,
+                 QStringLiteral("1 value(s) of event.trl could not be read and were left "
+                                "empty.\r\nThe first save keeps the original file as "
+                                "event.bak.trl."));
+        QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Exclamation);
+        QCOMPARE(log->gridLog->table().Rows(), 4);
+        QCOMPARE(log->gridLog->table().TextMatrix(2, 1), QString());
+
+        const QString backup = file("event.bak.trl");
+        QVERIFY(!QFile::exists(backup));
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        window.run("miSave");
+        QCOMPARE(contents(backup), original);
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.grid.Rows(), 4);
+
+        log->tabLog->txtPF->setText("7.5");
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        window.run("miSave");
+        QCOMPARE(contents(backup), original);
+        QVERIFY(Database::loadLog(path, saved));
+        QCOMPARE(saved.pf, QStringLiteral("7.5"));
+        QCOMPARE(dialogs->messages.size(), 3); // the notice and two save questions
+    }
+
+    // A file read whole gets no copy.
+    void aFileReadWholeIsSavedWithoutACopy() {
+        const QString path = file("whole.trl");
+        writeRaceLog(path, 2, "Pro");
+        MainWindow window;
+        window.main.OpenFile(path);
+        QVERIFY(dialogs->messages.isEmpty());
+        dialogs->queueAnswer(Dialogs::Answer::Yes);
+        window.run("miSave");
+        QVERIFY(!QFile::exists(file("whole.bak.trl")));
+    }
+
+    // A log saved without a reference run opens with none selected and no complaint.
+    void aLogWithoutAReferenceRunOpensWithNoneSelected() {
+        const QString path = file("none.trl");
+        writeRaceLog(path, 3, "Pro");
+        QCOMPARE(SqliteShell::run(path, "UPDATE Properties SET RefRun = -1").exitCode, 0);
+        MainWindow window;
+        window.main.OpenFile(path);
+        QVERIFY(dialogs->messages.isEmpty());
+        frmLog* log = window.slot(0);
+        QCOMPARE(log->tabLog->cboRefRun->count(), 3);
+        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), -1);
+        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
+        const RunTable& table = log->gridLog->table();
+        for (int row = 1; row <= 3; ++row)
+            QVERIFY(!table.look(row, 0).bold);
+    }
+
+    // A name typed without an extension is saved as a race log file.
+    void aBareNameIsSavedWithTheRaceLogExtension() {
+        MainWindow window;
+        window.run("miNewRaceLog");
+        dialogs->queueFile(file("friday"));
+        window.run("miSave");
+        QVERIFY(QFile::exists(file("friday.trl")));
+        QVERIFY(!QFile::exists(file("friday")));
+        QCOMPARE(window.slot(0)->sFilePath, file("friday.trl"));
+        QCOMPARE(window.slot(0)->sFileTitle, QStringLiteral("friday.trl"));
+        RaceLogData saved;
+        QVERIFY(Database::loadLog(file("friday.trl"), saved));
     }
 
     void saveActsOnTheActiveLog() {

@@ -209,7 +209,8 @@ private slots:
         QCOMPARE(sql(path, "SELECT ABP + TEMP + RH + AH + GR + DP + ADR + DA + PA + WD + WS + "
                            "WG + AL FROM Properties"),
                  QStringLiteral("0.0"));
-        QCOMPARE(sql(path, "SELECT Notes FROM Properties"), log.notes);
+        QCOMPARE(sql(path, "SELECT Notes FROM Properties"),
+                 QStringLiteral("Warm, light tail wind.\r\nNew tyres from run 2."));
     }
 
     void loadedValuesTakeTheirColumnsForm_data() {
@@ -543,20 +544,6 @@ private slots:
         QVERIFY(!Database::loadLog(path, back));
         QCOMPARE(back.grid.Rows(), 4);
         QCOMPARE(back.grid.TextMatrix(3, 12), log.grid.TextMatrix(3, 12));
-    }
-
-    void aReferenceRunBeyondTheRunsFailsTheLoad() {
-        TestHome home;
-        const QString path = logPath(home);
-        RaceLogData log;
-        SampleLogs::fillLog(log, 3);
-        QCOMPARE(Database::saveRaceLog(path, log), SaveResult::Ok);
-        QCOMPARE(SqliteShell::run(path, "UPDATE Properties SET RefRun = 3").exitCode, 0);
-        RaceLogData back;
-        QVERIFY(!Database::loadLog(path, back));
-        // The fields before the reference run were taken, those after it were not.
-        QCOMPARE(back.pageIdentifier, QStringLiteral("SUPERPRO"));
-        QCOMPARE(back.pf, QStringLiteral("0"));
     }
 
     void fieldNamesAreMatchedWithoutRegardToCase() {

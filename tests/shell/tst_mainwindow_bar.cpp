@@ -249,7 +249,7 @@ private slots:
         window->setRaceLogLoader([&](const QString& path) {
             loaded.append(path);
             pointer = QGuiApplication::overrideCursor()->shape();
-            return true;
+            return RaceLogLoad{true, {}};
         });
         window->OpenFile("/races/event.trl");
         QCOMPARE(loaded, QStringList{"/races/event.trl"});

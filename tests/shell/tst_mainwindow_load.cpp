@@ -16,6 +16,7 @@ namespace {
 
 const QString ScreenSettings = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
 const QString Defaults = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+const QString PortKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
 
 } // namespace
 
@@ -84,18 +85,59 @@ private slots:
         QCOMPARE(window->mdiArea()->background(), before);
     }
 
-    void aBackgroundThatIsNoColourIsAProblem() {
+    // One value that cannot be read falls back alone: the load goes on, the values after it
+    // load, and the shutdown leaves the user's text in the store as it was.
+    void anUnreadableValueFallsBackAloneAndStaysInTheStore_data() {
+        QTest::addColumn<QString>("background");
+        QTest::newRow("fraction") << "1.5";
+        QTest::newRow("beyond 32 bits") << "99999999999";
+        QTest::newRow("no colour") << "16777216";
+        QTest::newRow("word") << "red";
+    }
+    void anUnreadableValueFallsBackAloneAndStaysInTheStore() {
+        QFETCH(QString, background);
         ScriptedDialogs dialogs;
-        Registry::Set(ScreenSettings, "Background", "99999999999");
+        Registry::Set(ScreenSettings, "Background", background);
+        Registry::Set(Defaults, "DeltaVP", "1");
+        Registry::Set(PortKey, "0", "25");
+        Registry::Set(PortKey, "1", "5");
+        Registry::Set(PortKey, "2", "even");
+        Registry::Set(PortKey, "6", "racehost");
         makeWindow();
         window->Load();
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text,
-                 QStringLiteral("Detected problems while loading the MDI form!"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
-        // The load ends at the problem, so the timers never start.
-        QVERIFY(!timer("tmrMain")->isActive());
-        QVERIFY(!timer("tmrSend")->isActive());
+        QVERIFY(dialogs.messages.isEmpty());
+        QCOMPARE(window->background(), 0x8000000Cu);
+        QVERIFY(state->bDeltaVP);
+        QCOMPARE(window->instrument().portSettings.iComPort, qint16(25));
+        QCOMPARE(window->instrument().portSettings.iBaud, qint16(5));
+        QCOMPARE(window->instrument().portSettings.iParity, qint16(0));
+        QCOMPARE(window->instrument().portSettings.sHost, QStringLiteral("racehost"));
+        QVERIFY(timer("tmrMain")->isActive());
+        QVERIFY(timer("tmrSend")->isActive());
+
+        window->show();
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(ScreenSettings, "Background"), background);
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
+        QCOMPARE(Registry::Get(PortKey, "0"), QStringLiteral("25"));
+        QCOMPARE(Registry::Get(PortKey, "1"), QStringLiteral("5"));
+        QCOMPARE(Registry::Get(PortKey, "2"), QStringLiteral("even"));
+        QCOMPARE(Registry::Get(PortKey, "6"), QStringLiteral("racehost"));
+    }
+
+    // Once the user sets a value that could not be read, the new value is what is kept.
+    void aValueTheUserSetsReplacesTheUnreadableText() {
+        Registry::Set(ScreenSettings, "Background", "1.5");
+        Registry::Set(Defaults, "DeltaVP", "yes");
+        makeWindow();
+        window->Load();
+        QVERIFY(!state->bDeltaVP);
+        window->show();
+        tool("miBlue")->trigger();
+        tool("miDeltaVP")->trigger();
+        QVERIFY(window->close());
+        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("12582912"));
+        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
     }
 
     void pagerFrequency_data() {
