@@ -16,7 +16,7 @@ const std::array<DefaultValue, 4> DefaultValues{{
 }};
 
 QString TypeKey(const QString& name) {
-    return name.isEmpty() ? DefaultsKey : DefaultsKey + name + u'\\';
+    return name.isEmpty() ? DefaultsKey : DefaultsKey + Registry::KeyName(name) + u'\\';
 }
 
 QStringList RaceLogTypes() {

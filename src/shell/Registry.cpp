@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
+#include <algorithm>
 #include <memory>
 
 namespace Registry {
@@ -32,6 +33,55 @@ std::unique_ptr<QSettings> openHive(Hive hive) {
 #endif
 }
 
+// A name as the store keeps it: the store takes "/" and "\" for the edges of keys, so those
+// two, and "%" so that the escape reads back the same, stand as %2F, %5C and %25.
+const struct {
+    QChar character;
+    QLatin1StringView escape;
+} Escapes[] = {{u'%', QLatin1StringView("%25")},
+               {u'/', QLatin1StringView("%2F")},
+               {u'\\', QLatin1StringView("%5C")}};
+
+QString storedName(const QString& name) {
+    QString stored;
+    stored.reserve(name.size());
+    for (QChar c : name) {
+        const auto escape = std::find_if(std::begin(Escapes), std::end(Escapes),
+                                         [c](const auto& e) { return e.character == c; });
+        if (escape != std::end(Escapes))
+            stored += escape->escape;
+        else
+            stored += c;
+    }
+    return stored;
+}
+
+QString nameOf(const QString& stored) {
+    QString name;
+    name.reserve(stored.size());
+    for (qsizetype i = 0; i < stored.size(); ++i) {
+        const QStringView rest = QStringView(stored).mid(i, 3);
+        const auto escape =
+            std::find_if(std::begin(Escapes), std::end(Escapes), [rest](const auto& e) {
+                return rest.compare(e.escape, Qt::CaseInsensitive) == 0;
+            });
+        if (escape != std::end(Escapes)) {
+            name += escape->character;
+            i += 2;
+        } else {
+            name += stored[i];
+        }
+    }
+    return name;
+}
+
+QStringList namesOf(const QStringList& stored) {
+    QStringList names;
+    for (const QString& name : stored)
+        names << nameOf(name);
+    return names;
+}
+
 bool keyExists(QSettings& settings, const QString& group) {
     settings.beginGroup(group);
     const bool exists = !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
@@ -40,6 +90,10 @@ bool keyExists(QSettings& settings, const QString& group) {
 }
 
 } // namespace
+
+QString KeyName(const QString& name) {
+    return storedName(name);
+}
 
 QString StoreFilePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
@@ -57,7 +111,7 @@ QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& v
     const bool readable = settings && settings->status() == QSettings::NoError;
     const QString group = groupOf(keyPath) + u'/';
     for (const QString& name : valueNames) {
-        const QVariant value = readable ? settings->value(group + name) : QVariant();
+        const QVariant value = readable ? settings->value(group + storedName(name)) : QVariant();
         const QString text = value.typeId() == QMetaType::QDateTime
                                  ? value.toDateTime().toString(Qt::ISODate)
                                  : value.toString();
@@ -71,7 +125,7 @@ void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, co
     auto settings = openHive(hive);
     if (!settings)
         return;
-    const QString key = groupOf(keyPath) + u'/' + valueName;
+    const QString key = groupOf(keyPath) + u'/' + storedName(valueName);
     QVariant stored;
     switch (type) {
     case REG_DWORD:
@@ -95,7 +149,7 @@ QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueNa
     auto settings = openHive(hive);
     if (!settings)
         return NoKeyValue;
-    const QString key = groupOf(keyPath) + u'/' + valueName;
+    const QString key = groupOf(keyPath) + u'/' + storedName(valueName);
     if (!settings->contains(key))
         return NoKeyValue;
     settings->remove(key);
@@ -106,7 +160,7 @@ bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
     auto settings = openHive(hive);
     if (!settings || subKey.isEmpty())
         return false;
-    const QString group = groupOf(parentPath) + u'/' + groupOf(subKey);
+    const QString group = groupOf(parentPath) + u'/' + storedName(subKey);
     if (!keyExists(*settings, group))
         return false;
     settings->remove(group);
@@ -119,7 +173,7 @@ bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
     if (!settings || !keyExists(*settings, group))
         return false;
     settings->beginGroup(group);
-    names = settings->childGroups();
+    names = namesOf(settings->childGroups());
     settings->endGroup();
     return true;
 }
@@ -130,7 +184,7 @@ bool EnumValues(Hive hive, const QString& keyPath, QStringList& names) {
     if (!settings || !keyExists(*settings, group))
         return false;
     settings->beginGroup(group);
-    names = settings->childKeys();
+    names = namesOf(settings->childKeys());
     settings->endGroup();
     return true;
 }

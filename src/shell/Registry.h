@@ -31,6 +31,11 @@ bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey);
 bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names);
 bool EnumValues(Hive hive, const QString& keyPath, QStringList& names);
 
+// Value names and the names EnumSubKeys and EnumValues give are names as the user typed them:
+// any text, "/" and "\" included, comes back as it went in. A key path is joined from key
+// names by "\"; a name the user typed goes into a path as KeyName(name).
+QString KeyName(const QString& name);
+
 // The file that holds the tree where there is no registry.
 QString StoreFilePath();
 

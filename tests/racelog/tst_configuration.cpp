@@ -667,6 +667,30 @@ private slots:
         QVERIFY(dialog.button("cmdAdd")->isEnabled());
     }
 
+    // Any name a user can type comes back from the store in the next dialog, as another
+    // start of the program would read it, and can be removed again.
+    void trackNamesWithSlashesComeBackAfterARestart() {
+        const QStringList names{"Route 66 / North", "C:\\Tracks\\Home", "50% Grip", "A%2FB"};
+        {
+            Dialog dialog;
+            for (const QString& name : names) {
+                dialog.list("cboRaceTrack")->setEditText(name);
+                dialog.click("cmdAdd");
+            }
+        }
+        QStringList sorted = names;
+        sorted.sort();
+        QCOMPARE(tracks(), sorted);
+        Dialog next;
+        QStringList listed = entries(next.list("cboRaceTrack"));
+        listed.sort();
+        QCOMPARE(listed, sorted);
+        next.list("cboRaceTrack")->setEditText("Route 66 / North");
+        next.click("cmdRemove");
+        QVERIFY(!tracks().contains("Route 66 / North"));
+        QCOMPARE(tracks().size(), 3);
+    }
+
     void anEmptyTrackNameAddsNothing() {
         Dialog dialog;
         dialog.type("cboRaceTrack", "   ");

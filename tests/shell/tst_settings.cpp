@@ -109,6 +109,35 @@ private slots:
         QCOMPARE(values, QStringList({"PF", "TSR"}));
     }
 
+    // The store's own key separators and its escape character are names like any other.
+    void namesWithSeparatorsRoundTrip_data() {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("slash") << "Route 66 / North";
+        QTest::newRow("backslash") << "C:\\Tracks";
+        QTest::newRow("percent") << "50%";
+        QTest::newRow("an escape typed") << "A%2FB%5c%25";
+        QTest::newRow("all") << "/\\%/";
+    }
+    void namesWithSeparatorsRoundTrip() {
+        QFETCH(QString, name);
+        TestHome home;
+        const QString tracksKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Tracks\\");
+        Set(tracksKey, name, "value");
+        Set(defaultsKey + KeyName(name), "PF", "4");
+        QCOMPARE(Get(tracksKey, name), QStringLiteral("value"));
+        QCOMPARE(Get(defaultsKey + KeyName(name), "PF"), QStringLiteral("4"));
+        QStringList values;
+        QVERIFY(EnumValues(HKEY_CURRENT_USER, tracksKey, values));
+        QCOMPARE(values, QStringList{name});
+        QStringList subKeys;
+        QVERIFY(EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+        QCOMPARE(subKeys, QStringList{name});
+        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, tracksKey, name), QStringLiteral("0"));
+        QCOMPARE(Get(tracksKey, name), NoKeyValue);
+        QVERIFY(DeleteKey(HKEY_CURRENT_USER, defaultsKey, name));
+        QVERIFY(!EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+    }
+
     void anUnopenableKeyLeavesTheListUntouched() {
         TestHome home;
         QStringList names{"kept"};
