@@ -28,19 +28,62 @@ std::optional<quint16> relayPort(const QString& text) {
     return quint16(*port);
 }
 
+// How long a lost link waits before the next try, in milliseconds.
+constexpr int SerialRetryMs = 1000;
+constexpr int RelayRetryMs = 2000;
+
+const QString Reconnecting = QStringLiteral("Reconnecting...");
+
 } // namespace
 
 InstrumentConnection::InstrumentConnection(QObject* parent) : QObject(parent) {
+    serialRetry.setInterval(SerialRetryMs);
+    connect(&serialRetry, &QTimer::timeout, this, &InstrumentConnection::reopenSerialPort);
+    relayRetry.setInterval(RelayRetryMs);
+    relayRetry.setSingleShot(true);
+    connect(&relayRetry, &QTimer::timeout, this, &InstrumentConnection::reconnectRelay);
+
     setSerialPort(std::make_unique<SerialLink>());
     connect(&tcp, &TcpLink::bytesReceived, this, &InstrumentConnection::tcpBytesReceived);
-    connect(&tcp, &TcpLink::errorOccurred, this, &InstrumentConnection::showNetworkError);
+    connect(&tcp, &TcpLink::errorOccurred, this, &InstrumentConnection::relayError);
+    connect(&tcp, &TcpLink::closed, this, &InstrumentConnection::relayLost);
+    connect(&tcp, &TcpLink::opened, this, [this] {
+        relayRetry.stop();
+        emit relayConnected();
+    });
+}
+
+// The links go before the retry timers do; what they say on the way out is not heard.
+InstrumentConnection::~InstrumentConnection() {
+    tcp.disconnect(this);
+    serial->disconnect(this);
 }
 
 void InstrumentConnection::setSerialPort(std::unique_ptr<PortLink> link) {
+    forgetSerialPort();
     serial = std::move(link);
     connect(serial.get(), &PortLink::bytesReceived, this,
             &InstrumentConnection::serialBytesReceived);
     connect(serial.get(), &PortLink::errorOccurred, this, &InstrumentConnection::serialError);
+    connect(serial.get(), &PortLink::closed, this, &InstrumentConnection::serialClosed);
+}
+
+void InstrumentConnection::forgetSerialPort() {
+    serialWanted.reset();
+    serialRetry.stop();
+}
+
+// Closed by anything but this object: the device went away.
+void InstrumentConnection::serialClosed() {
+    if (!serialWanted)
+        return;
+    emit linkStatus(Reconnecting);
+    serialRetry.start();
+}
+
+void InstrumentConnection::reopenSerialPort() {
+    if (serialWanted && serial->open(*serialWanted))
+        serialRetry.stop();
 }
 
 bool InstrumentConnection::StartComm() {
@@ -56,6 +99,7 @@ bool InstrumentConnection::StartComm() {
 }
 
 bool InstrumentConnection::CloseComm() {
+    forgetSerialPort();
     if (!serial->isOpen())
         return true;
     if (!serial->discardInput()) {
@@ -67,6 +111,7 @@ bool InstrumentConnection::CloseComm() {
 }
 
 bool InstrumentConnection::ApplyPortSettings() {
+    forgetSerialPort();
     serial->close();
     if (portSettings.iComPort >= 1 && portSettings.iComPort <= LastComPort)
         commPort = portSettings.iComPort;
@@ -78,7 +123,11 @@ bool InstrumentConnection::ApplyPortSettings() {
         return false;
     if (portSettings.iComPort == NoComPort || portSettings.iComPort == TcpIpComPort)
         return true;
-    return serial->open(PortOptions{PortDevice(commPort), *line, handshaking});
+    const PortOptions options{PortDevice(commPort), *line, handshaking};
+    if (!serial->open(options))
+        return false;
+    serialWanted = options;
+    return true;
 }
 
 void InstrumentConnection::applyLink(const QString& hostText, const QString& portText) {
@@ -87,18 +136,50 @@ void InstrumentConnection::applyLink(const QString& hostText, const QString& por
                         Dialogs::Icon::Critical);
     portSettings.sHost = hostText.trimmed();
     portSettings.sTcpPort = portText.trimmed();
-    connectIPPort();
+    showRelayFailure = connectIPPort();
 }
 
 bool InstrumentConnection::connectIPPort() {
-    tcp.close();
+    closeRelay();
     if (!namesSomething(portSettings.sHost) || !namesSomething(portSettings.sTcpPort))
         return false;
     const auto port = relayPort(portSettings.sTcpPort);
     if (!port)
         return false;
-    tcp.connectToHost(portSettings.sHost, *port);
+    relayWanted = true;
+    relayHost = portSettings.sHost;
+    relayPortNumber = *port;
+    tcp.connectToHost(relayHost, relayPortNumber);
     return true;
+}
+
+void InstrumentConnection::closeRelay() {
+    relayWanted = false;
+    showRelayFailure = false;
+    relayRetry.stop();
+    tcp.close();
+}
+
+void InstrumentConnection::relayLost() {
+    if (!relayWanted)
+        return;
+    emit linkStatus(Reconnecting);
+    relayRetry.start();
+}
+
+void InstrumentConnection::reconnectRelay() {
+    if (relayWanted && !tcp.isOpen())
+        tcp.connectToHost(relayHost, relayPortNumber);
+}
+
+// A refused or failed connection is tried again; only the first failure of a connection the
+// user asked for is shown.
+void InstrumentConnection::relayError(int code, const QString& text) {
+    if (showRelayFailure)
+        showNetworkError(code, text);
+    showRelayFailure = false;
+    if (!tcp.isOpen())
+        relayLost();
 }
 
 void InstrumentConnection::poll() {

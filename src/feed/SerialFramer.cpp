@@ -21,12 +21,19 @@ void SerialFramer::receive(const QByteArray& bytes) {
 }
 
 void SerialFramer::take(QChar character) {
+    if (skippingToLineEnd) {
+        skippingToLineEnd = character != u'\r';
+        return;
+    }
     if (bInRecord) {
         sRecord += character;
-        if (character == u'\r')
+        if (character == u'\r') {
             endLine();
-        else if (sRecord.size() > MaxRecordLength)
+        } else if (sRecord.size() > MaxRecordLength) {
+            ++overlong;
             startWaiting();
+            skippingToLineEnd = true;
+        }
         return;
     }
     if (bWaitForStart && character == u' ') {
@@ -53,5 +60,6 @@ void SerialFramer::ResetReceiveState() {
     sRxBuffer.clear();
     rxPosition = 0;
     startWaiting();
+    skippingToLineEnd = false;
     bReadingInput = false;
 }

@@ -17,8 +17,8 @@ public:
     using LineHandler = std::function<void(const QString& line)>;
 
     // A feed that never sends a CR must not grow the line without end: a line that holds
-    // more than this many characters before its CR is dropped, and framing waits for the
-    // next space.
+    // more than this many characters before its CR is dropped whole, up to and with its CR,
+    // and counted. No tail of it is ever taken for a line.
     static constexpr qsizetype MaxRecordLength = 4096;
 
     explicit SerialFramer(LineHandler onLine);
@@ -32,6 +32,8 @@ public:
     // The state, for tests and for checks that the buffers stay bounded.
     bool waitingForStart() const { return bWaitForStart; }
     bool inRecord() const { return bInRecord; }
+    // Lines dropped for being longer than MaxRecordLength.
+    quint64 overlongLines() const { return overlong; }
     qsizetype recordLength() const { return sRecord.size(); }
     qsizetype unreadLength() const { return sRxBuffer.size() - rxPosition; }
 
@@ -41,10 +43,12 @@ private:
     void startWaiting();
 
     LineHandler onLine;
-    QString sRxBuffer;          // bytes received and not yet examined, from rxPosition on
-    qsizetype rxPosition = 0;   // the next character of sRxBuffer to examine
-    QString sRecord;            // the line being put together
-    bool bWaitForStart = true;  // dropping characters until a space
-    bool bInRecord = false;     // adding characters to sRecord until a CR
-    bool bReadingInput = false; // a receive further up the stack is in its loop
+    QString sRxBuffer;              // bytes received and not yet examined, from rxPosition on
+    qsizetype rxPosition = 0;       // the next character of sRxBuffer to examine
+    QString sRecord;                // the line being put together
+    bool bWaitForStart = true;      // dropping characters until a space
+    bool bInRecord = false;         // adding characters to sRecord until a CR
+    bool bReadingInput = false;     // a receive further up the stack is in its loop
+    bool skippingToLineEnd = false; // the line in hand grew too long; dropped up to its CR
+    quint64 overlong = 0;
 };

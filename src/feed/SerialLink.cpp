@@ -116,13 +116,19 @@ void SerialLink::handOnInput() {
 
 void SerialLink::reportError(QSerialPort::SerialPortError error) {
     const int code = CommEventFor(error);
-    if (opening || deviceLost || code < 0)
+    if (opening || deviceLost || reporting || code < 0)
         return;
-    emit errorOccurred(code, port.errorString());
-    if (meansDeviceLost(error)) {
-        // Told once; the port is closed from the event loop, since the port is still inside
-        // its own read when it reports this.
-        deviceLost = true;
+    // Dropping the input can itself fail and report; that is part of this error.
+    reporting = true;
+    deviceLost = meansDeviceLost(error);
+    const QString text = port.errorString();
+    // Bytes that came with an error are not to be trusted.
+    if (!deviceLost)
+        discardInput();
+    reporting = false;
+    emit errorOccurred(code, text);
+    // Told once; the port is closed from the event loop, since the port is still inside its
+    // own read when it reports this.
+    if (deviceLost)
         QTimer::singleShot(0, this, &SerialLink::close);
-    }
 }

@@ -21,6 +21,7 @@ private:
     QSerialPort port;
     bool opening = false; // a failed open is told by open() itself, not as a comm error
     bool deviceLost = false;
+    bool reporting = false; // an error is being reported; what it sets off is part of it
 
     void handOnInput();
     void reportError(QSerialPort::SerialPortError error);

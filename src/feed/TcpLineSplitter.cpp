@@ -5,6 +5,10 @@ QStringList TcpLineSplitter::take(const QByteArray& chunk) {
     for (const char byte : chunk) {
         // The relay sends the instrument's 8-bit text as it came: each byte is a character.
         const QChar character = QLatin1Char(byte);
+        const bool lineFeedOfLineEnd = afterCr && character == u'\n';
+        afterCr = character == u'\r';
+        if (lineFeedOfLineEnd)
+            continue;
         if (character == u'\r') {
             if (!dropping)
                 lines.append(pending + character);
@@ -15,8 +19,15 @@ QStringList TcpLineSplitter::take(const QByteArray& chunk) {
             if (pending.size() > MaxPendingLength) {
                 pending.clear();
                 dropping = true;
+                ++overlong;
             }
         }
     }
     return lines;
+}
+
+void TcpLineSplitter::reset() {
+    pending.clear();
+    dropping = false;
+    afterCr = false;
 }

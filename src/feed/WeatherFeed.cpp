@@ -29,13 +29,22 @@ void WeatherFeed::tcpBytes(const QByteArray& bytes) {
         ProcessWeatherRecord(line);
 }
 
-void WeatherFeed::commError(int code) {
+void WeatherFeed::commError(int code, const QString& linkText) {
     ResetReceiveState();
-    emit statusText(QStringLiteral("Comm Error: ") + CommErrorText(code));
+    const QString text = CommErrorText(code);
+    emit statusText(QStringLiteral("Comm Error: ") + (text.isEmpty() ? linkText : text));
 }
 
 void WeatherFeed::ResetReceiveState() {
     framer.ResetReceiveState();
+}
+
+void WeatherFeed::resetRelayLine() {
+    splitter.reset();
+}
+
+quint64 WeatherFeed::overlongLines() const {
+    return framer.overlongLines() + splitter.overlongLines();
 }
 
 void WeatherFeed::ProcessWeatherRecord(const QString& line) {

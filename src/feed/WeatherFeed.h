@@ -27,14 +27,20 @@ public:
 
     // Forgets the partial serial line and every buffered byte.
     void ResetReceiveState();
+    // Forgets the partial relay line: its connection is gone.
+    void resetRelayLine();
+
+    // Lines dropped, on either link, for being longer than a record can be.
+    quint64 overlongLines() const;
 
 public slots:
     // Bytes from the serial port: framed into lines, each handled and then relayed.
     void serialBytes(const QByteArray& bytes);
     // Bytes from the TCP relay: cut into lines and handled; never relayed again.
     void tcpBytes(const QByteArray& bytes);
-    // A serial comm error: the partial line is lost and the status bar says what happened.
-    void commError(int code);
+    // A comm error of a link: the partial line is lost and the status bar says what happened,
+    // in the instrument's words for its comm event or, where it has none, in the link's.
+    void commError(int code, const QString& linkText);
 
 signals:
     // A serial line as it came, leading space and CR included, for a display instance.

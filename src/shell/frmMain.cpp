@@ -90,8 +90,9 @@ frmMain::frmMain(AppState& state, QWidget* parent)
 void frmMain::ConnectFeed() {
     connect(connection, &InstrumentConnection::serialBytesReceived, feed,
             &WeatherFeed::serialBytes);
-    connect(connection, &InstrumentConnection::serialError, feed,
-            [this](int code, const QString&) { feed->commError(code); });
+    connect(connection, &InstrumentConnection::serialError, feed, &WeatherFeed::commError);
+    connect(connection, &InstrumentConnection::relayConnected, feed, &WeatherFeed::resetRelayLine);
+    connect(connection, &InstrumentConnection::linkStatus, this, &frmMain::ShowStatus);
     connect(connection, &InstrumentConnection::tcpBytesReceived, feed, &WeatherFeed::tcpBytes);
     connect(feed, &WeatherFeed::relayLine, this, [this](const QByteArray& line) {
         if (connection->IPPort().isOpen())
@@ -303,8 +304,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 // The relay goes first, then the port; the port settings in memory are kept for the next start.
 void frmMain::CloseLinks() {
-    if (connection->IPPort().isOpen())
-        connection->IPPort().close();
+    connection->closeRelay();
     connection->CloseComm();
     SavePortSettings(connection->portSettings, portSettingsAsLoaded);
 }

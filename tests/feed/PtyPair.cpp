@@ -3,6 +3,10 @@
 #include <QDeadlineTimer>
 
 PtyPair::PtyPair() {
+    ready = plugIn();
+}
+
+bool PtyPair::plugIn() {
     socat.setReadChannel(QProcess::StandardError);
     socat.start(QStringLiteral("socat"),
                 {QStringLiteral("-d"), QStringLiteral("-d"),
@@ -16,7 +20,7 @@ PtyPair::PtyPair() {
         socat.waitForReadyRead(100);
         said += socat.readAllStandardError();
     }
-    ready = said.contains("starting data transfer loop");
+    return said.contains("starting data transfer loop");
 }
 
 PtyPair::~PtyPair() {

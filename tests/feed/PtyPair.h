@@ -21,6 +21,9 @@ public:
 
     // Ends socat: both devices vanish, as an unplugged adapter does.
     void unplug();
+    // Starts socat again on the same two names, as an adapter plugged back in; false when it
+    // did not come up.
+    bool plugIn();
 
 private:
     QTemporaryDir dir;

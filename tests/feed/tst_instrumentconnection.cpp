@@ -299,6 +299,49 @@ private slots:
         QVERIFY(dialogs.messages.isEmpty());
     }
 
+    // An adapter pulled and plugged back in: the port opens again by itself within five
+    // seconds, the status line says so meanwhile, and lines flow again. No box is shown.
+    void aPortThatComesBackIsOpenedAgain() {
+        cableOnComPort3();
+        ScriptedDialogs dialogs;
+        InstrumentConnection connection;
+        chooseComPort3(connection);
+        QVERIFY(connection.StartComm());
+        QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
+        pty->unplug();
+        QTRY_VERIFY(!connection.serialPort().isOpen());
+        QTRY_COMPARE(status.count(), 1);
+        QCOMPARE(status[0][0].toString(), QStringLiteral("Reconnecting..."));
+        QTest::qWait(1500); // tries that find no device
+        QVERIFY(!connection.serialPort().isOpen());
+
+        QVERIFY(pty->plugIn());
+        QTRY_VERIFY_WITH_TIMEOUT(connection.serialPort().isOpen(), 5000);
+        QByteArray fromInstrument;
+        connect(&connection, &InstrumentConnection::serialBytesReceived,
+                [&](const QByteArray& bytes) { fromInstrument += bytes; });
+        Instrument instrument(pty->instrumentEnd());
+        instrument.port.write(Line);
+        QTRY_COMPARE(fromInstrument, Line);
+        QCOMPARE(status.count(), 1);
+        QVERIFY(dialogs.messages.isEmpty());
+    }
+
+    // A port the user closed, or set up again, is not reopened behind the user's back.
+    void aPortClosedByTheUserStaysClosed() {
+        cableOnComPort3();
+        InstrumentConnection connection;
+        chooseComPort3(connection);
+        QVERIFY(connection.StartComm());
+        QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
+        QVERIFY(connection.CloseComm());
+        QTest::qWait(1500);
+        QVERIFY(!connection.serialPort().isOpen());
+        QVERIFY(connection.ApplyPortSettings());
+        QVERIFY(connection.serialPort().isOpen());
+        QCOMPARE(status.count(), 0);
+    }
+
     void startCommWarnsWhenThePortRefuses() {
         ScriptedDialogs dialogs;
         InstrumentConnection connection;
@@ -460,10 +503,22 @@ private slots:
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Network Connection"));
         QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
         QVERIFY(!connection.IPPort().isOpen());
+
+        // The tries that follow say so in the status line only, and the relay is reached as
+        // soon as it listens.
+        QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
+        QTest::qWait(2500);
+        QCOMPARE(dialogs.messages.size(), 1);
+        QVERIFY(status.count() >= 1);
+        QCOMPARE(status.last()[0].toString(), QStringLiteral("Reconnecting..."));
+        QTcpServer relay;
+        QVERIFY(relay.listen(QHostAddress::LocalHost, closedPort));
+        QTRY_VERIFY_WITH_TIMEOUT(connection.IPPort().isOpen(), 5000);
+        QCOMPARE(dialogs.messages.size(), 1);
     }
 
-    // The relay ending the connection is no fault, and nothing tries again.
-    void relayHangingUpIsNoError() {
+    // The relay ending the connection is no fault: no box, and the link is made again.
+    void relayHangingUpIsConnectedAgain() {
         ScriptedDialogs dialogs;
         Relay relay;
         InstrumentConnection connection;
@@ -472,11 +527,30 @@ private slots:
         QVERIFY(client);
         QTRY_VERIFY(connection.IPPort().isOpen());
         QSignalSpy closed(&connection.IPPort(), &TcpLink::closed);
+        QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
+        QSignalSpy connected(&connection, &InstrumentConnection::relayConnected);
         client->disconnectFromHost();
         QTRY_COMPARE(closed.count(), 1);
-        QVERIFY(!connection.IPPort().isOpen());
-        QVERIFY(relay.noNewClient());
+        QCOMPARE(status.count(), 1);
+        QCOMPARE(status[0][0].toString(), QStringLiteral("Reconnecting..."));
+        relay.client = nullptr;
+        QVERIFY(relay.waitForClient());
+        QTRY_VERIFY(connection.IPPort().isOpen());
+        QCOMPARE(connected.count(), 1);
         QVERIFY(dialogs.messages.isEmpty());
+    }
+
+    // A relay the user let go of is not called again.
+    void aClosedRelayIsNotCalledAgain() {
+        Relay relay;
+        InstrumentConnection connection;
+        connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
+        QVERIFY(relay.waitForClient());
+        QTRY_VERIFY(connection.IPPort().isOpen());
+        connection.closeRelay();
+        QTest::qWait(2500);
+        QVERIFY(relay.noNewClient());
+        QVERIFY(!connection.IPPort().isOpen());
     }
 
     // A display instance connects at start to the relay in its settings, when it names one.

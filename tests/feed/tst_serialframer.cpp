@@ -129,10 +129,26 @@ private slots:
 
     void overlongLineDroppedAndFramingWaits() {
         framer.receive(' ' + QByteArray(SerialFramer::MaxRecordLength, 'x'));
-        QVERIFY(framer.waitingForStart());
         QCOMPARE(framer.recordLength(), 0);
         framer.receive("xxx\r 1\r");
         QCOMPARE(lines, QStringList{" 1\r"});
+        QVERIFY(framer.overlongLines() >= 1u);
+    }
+
+    // The spaces of an overlong line start no line of their own: nothing of it is parsed,
+    // however it is cut into chunks, and the next line is handled whole.
+    void noTailOfAnOverlongLineIsTakenForALine() {
+        QByteArray overlong = " 11/22/26 10:42:07";
+        while (overlong.size() <= SerialFramer::MaxRecordLength + 200)
+            overlong += " 29.92 71.5";
+        overlong += "\r";
+        const QByteArray next = " 11/22/26 10:43:07 29.91\r";
+        const QByteArray feed = overlong + next;
+        const quint64 before = framer.overlongLines();
+        for (qsizetype start = 0; start < feed.size(); start += 333)
+            framer.receive(feed.mid(start, 333));
+        QCOMPARE(lines, QStringList{QString::fromLatin1(next)});
+        QCOMPARE(framer.overlongLines(), before + 1);
     }
 
     void endlessFeedStaysBounded() {

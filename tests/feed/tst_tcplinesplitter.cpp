@@ -40,6 +40,7 @@ private slots:
         QCOMPARE(splitter.pendingLength(), 0);
         QVERIFY(splitter.take(" the rest of it\r").isEmpty());
         QCOMPARE(splitter.take(" 1\r"), QStringList{" 1\r"});
+        QCOMPARE(splitter.overlongLines(), 1u);
     }
 
     void lineFinishedInALaterChunkIsBoundedToo() {
@@ -48,9 +49,29 @@ private slots:
         QVERIFY(splitter.take("yy\r 2\r") == QStringList{" 2\r"});
     }
 
-    void lineFeedStaysWithTheNextLine() {
+    // A relay that ends its lines with CR LF feeds the same lines as one that ends them with
+    // CR, also when the LF comes in the next chunk.
+    void lineFeedAfterCrIsPartOfTheLineEnd() {
         TcpLineSplitter splitter;
-        QCOMPARE(splitter.take(" 1\r\n 2\r"), (QStringList{" 1\r", "\n 2\r"}));
+        QCOMPARE(splitter.take(" 1\r\n 2\r\n"), (QStringList{" 1\r", " 2\r"}));
+        QCOMPARE(splitter.take(" 3\r"), QStringList{" 3\r"});
+        QVERIFY(splitter.take("\n").isEmpty());
+        QCOMPARE(splitter.take(" 4\r"), QStringList{" 4\r"});
+        QCOMPARE(splitter.pendingLength(), 0);
+    }
+
+    // Only the LF right after a CR: another one is part of the line.
+    void aLineFeedElsewhereIsKept() {
+        TcpLineSplitter splitter;
+        QCOMPARE(splitter.take(" 1\n2\r"), QStringList{" 1\n2\r"});
+    }
+
+    void resetForgetsTheLineInHand() {
+        TcpLineSplitter splitter;
+        splitter.take(" half a li");
+        splitter.reset();
+        QCOMPARE(splitter.pendingLength(), 0);
+        QCOMPARE(splitter.take(" 5\r"), QStringList{" 5\r"});
     }
 };
 

@@ -235,6 +235,54 @@ private slots:
         QCOMPARE(state.CurrentWeather, FullRecord());
     }
 
+    // CR LF line ends feed the same record as CR alone, over a real connection and on the
+    // serial link.
+    void crLfLinesParseAsCrLines() {
+        AppState state;
+        state.bDisplayMode = true;
+        WeatherFeed feed(state);
+        QList<WeatherRecord> seen;
+        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        QTcpSocket sender;
+        sender.connectToHost(QHostAddress::LocalHost, server.serverPort());
+        QVERIFY(sender.waitForConnected(5000));
+        QVERIFY(server.waitForNewConnection(5000));
+        QTcpSocket* receiver = server.nextPendingConnection();
+        connect(receiver, &QTcpSocket::readyRead, this,
+                [&] { feed.tcpBytes(receiver->readAll()); });
+        const QByteArray crLf = (FullLine + u'\n' + SecondLine + u'\n').toLatin1();
+        sender.write(crLf.left(FullLine.size())); // the LF comes in a later chunk
+        sender.flush();
+        QTRY_COMPARE(seen.size(), 1);
+        sender.write(crLf.mid(FullLine.size()));
+        QTRY_COMPARE(seen.size(), 2);
+        QCOMPARE(seen, (QList<WeatherRecord>{FullRecord(), SecondRecord()}));
+
+        seen.clear();
+        feed.serialBytes(crLf);
+        QCOMPARE(seen, (QList<WeatherRecord>{FullRecord(), SecondRecord()}));
+    }
+
+    // An overlong line is dropped whole on both links and counted; the next line is read.
+    void overlongLinesAreDroppedAndCounted() {
+        AppState state;
+        state.bDisplayMode = true;
+        WeatherFeed feed(state);
+        QList<WeatherRecord> seen;
+        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        QByteArray overlong = FullLine.toLatin1();
+        overlong.chop(1); // its CR
+        while (overlong.size() <= 5000)
+            overlong += " 99 99 99 99";
+        overlong += '\r';
+        feed.serialBytes(overlong + SecondLine.toLatin1());
+        feed.tcpBytes(overlong + FullLine.toLatin1());
+        QCOMPARE(seen, (QList<WeatherRecord>{SecondRecord(), FullRecord()}));
+        QCOMPARE(feed.overlongLines(), 2u);
+    }
+
     void tcpLinesAreNotRelayed() {
         AppState state;
         WeatherFeed feed(state);
@@ -309,12 +357,10 @@ private slots:
         QTest::newRow("1011") << 1011
                               << "Comm Error: Unexpected error retrieving Device Control Block "
                                  "for the port";
-        QTest::newRow("1002") << 1002 << "Comm Error: ";
-        QTest::newRow("1003") << 1003 << "Comm Error: ";
-        QTest::newRow("1005") << 1005 << "Comm Error: ";
-        QTest::newRow("1007") << 1007 << "Comm Error: ";
-        QTest::newRow("1012") << 1012 << "Comm Error: ";
-        QTest::newRow("0") << 0 << "Comm Error: ";
+        // Where the instrument has no words of its own, the link's are shown.
+        QTest::newRow("1002") << 1002 << "Comm Error: No such file or directory";
+        QTest::newRow("1012") << 1012 << "Comm Error: No such file or directory";
+        QTest::newRow("0") << 0 << "Comm Error: No such file or directory";
     }
     void commErrorTexts() {
         QFETCH(int, code);
@@ -322,7 +368,7 @@ private slots:
         AppState state;
         WeatherFeed feed(state);
         QSignalSpy status(&feed, &WeatherFeed::statusText);
-        feed.commError(code);
+        feed.commError(code, QStringLiteral("No such file or directory"));
         QCOMPARE(status.count(), 1);
         QCOMPARE(status.first().first().toString(), text);
     }
@@ -333,7 +379,7 @@ private slots:
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         const QByteArray line = FullLine.toLatin1();
         feed.serialBytes(line.left(40));
-        feed.commError(1006);
+        feed.commError(1006, QStringLiteral("Overrun"));
         feed.serialBytes("\r");
         QCOMPARE(online.count(), 0);
         feed.serialBytes(line);

@@ -99,18 +99,38 @@ private slots:
         QVERIFY(!state.bLoggingWeather);
     }
 
+    // A row that is never finished holds the lookup for six turns of the event loop, not
+    // more: a timer that fires at each turn counts them.
     void givesUpWaitingAfterSixRounds() {
         writeDay(FullRow);
         AppState state;
         state.bLoggingWeather = true;
+        int rounds = 0;
+        QTimer turn;
+        turn.setInterval(0);
+        connect(&turn, &QTimer::timeout, this, [&] { ++rounds; });
+        turn.start();
         QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
+        turn.stop();
+        QVERIFY2(rounds >= 1 && rounds <= 6, qPrintable(QString::number(rounds)));
     }
 
+    // A display instance writes no rows of its own; it finds the rows the main instance
+    // wrote into the shared folder.
     void displayInstanceCanLookUp() {
-        writeDay(FullRow);
-        AppState state;
-        state.bDisplayMode = true;
-        QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
+        AppState mainInstance;
+        mainInstance.CurrentWeather = FullRecord();
+        LogWeather(mainInstance, QDateTime(Day, QTime(10, 42, 7)));
+        mainInstance.CurrentWeather.ABP = 30.05f;
+        LogWeather(mainInstance, QDateTime(Day, QTime(10, 43, 1)));
+
+        AppState display;
+        display.bDisplayMode = true;
+        const LoggedWeather found = FindLoggedWeather(display, Day, QTime(10, 43, 30));
+        QCOMPARE(found.Time, QStringLiteral("10:43:01am"));
+        QCOMPARE(found.ABP, 30.05f);
+        QCOMPARE(found.AL, 340);
+        QVERIFY(!display.bLoggingWeather);
     }
 };
 

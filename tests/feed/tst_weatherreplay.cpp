@@ -216,15 +216,6 @@ private slots:
                                              .arg(double(float(15.0 / 24)))
                                              .arg(double(1.0f / 3.0f))});
     }
-
-    void displayInstanceCanReplay() {
-        AppState state;
-        state.bDisplayMode = true;
-        state.views.bWindSpeedOpen = true;
-        RecordingSink sink;
-        QCOMPARE(LoadLoggedWeather(logFile(FullRow), state.views, sink), 1);
-        QCOMPARE(sink.calls.size(), 1);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestWeatherReplay)

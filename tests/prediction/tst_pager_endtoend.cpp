@@ -3,7 +3,6 @@
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 #include "feed/PortSettings.h"
-#include "shell/NumberText.h"
 #include "shell/Registry.h"
 #include "shell/ScriptedDialogs.h"
 #include "tools/ToolProcess.h"
@@ -40,12 +39,12 @@ void preparePagingLog(frmLog* log, const QString& identifier) {
     log->tabLog->chkPagerPredictions->click();
 }
 
-// What that log's caption reads at an adjusted altitude.
+// What that log's caption reads at an adjusted altitude: the ET with four decimals (the
+// ETs here are between 1 and 99 seconds, so no digit is left out before the point).
 QString expectedCaption(const QString& identifier, qint32 adjustedAltitude) {
     const double sensitivity = 8.5e-6 - 5 * 8.5e-7;
     const double et = 9.5 + sensitivity * ((adjustedAltitude - 2000 + 1.0) * 9.5);
-    return identifier + QStringLiteral("  ET: ") +
-           NumberText::Format(et, QStringLiteral("##.0000"));
+    return identifier + QStringLiteral("  ET: ") + QString::number(et, 'f', 4);
 }
 
 } // namespace

@@ -257,11 +257,13 @@ private slots:
         windows.main.show();
         frmLog* log = windows.newLog();
         fillShutOffRun(log);
+        log->tabLog->txtNotes->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::No);
         rowCommand(log, 2, "miRunComplete");
         QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages[0].title, QStringLiteral("Run Complete"));
         QCOMPARE(log->gridLog->table().TextMatrix(2, 12), QStringLiteral("8.1"));
-        QVERIFY(log->tabLog->txtNotes->toPlainText().isEmpty());
+        QCOMPARE(log->tabLog->txtNotes->toPlainText(), QStringLiteral("Windy"));
     }
 
     // The run's own AA is empty while the run before it has one: the conversion fails.

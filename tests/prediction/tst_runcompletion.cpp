@@ -225,8 +225,13 @@ private slots:
         dialogs.queueAnswer(Dialogs::Answer::No);
         Log log;
         log.in.txtNotes = "Track was green";
-        QVERIFY(!RunCompletion::confirm(log.compute()));
+        // As the window does: whatever is confirmed is written.
+        const auto confirmed = RunCompletion::confirm(log.compute());
+        if (confirmed)
+            log.apply(*confirmed);
+        QVERIFY(!confirmed);
         QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(dialogs.messages[0].text, quarterQuestion);
         QCOMPARE(log.table.cell(3, Ft1320), "12.3456");
         QCOMPARE(log.in.txtNotes, "Track was green");
     }

@@ -165,6 +165,9 @@ private slots:
     }
 
     void closingSlot0FreesItForTheNextNewLog() {
+        // The save dialog starts beside the program; Cancel writes nothing there or anywhere.
+        const QDir programFolder(QCoreApplication::applicationDirPath());
+        const QStringList logsBeside = programFolder.entryList({"*.trl"});
         MainWindow window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
@@ -180,7 +183,8 @@ private slots:
         QCOMPARE(window.slot(1), second);
         QCOMPARE(window.children().size(), 1);
         QVERIFY(dialogs->messages.isEmpty());
-        QVERIFY(QDir(QCoreApplication::applicationDirPath()).entryList({"*.trl"}).isEmpty());
+        QCOMPARE(programFolder.entryList({"*.trl"}), logsBeside);
+        QVERIFY(QDir(home->root()).entryList({"*.trl"}).isEmpty());
 
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));

@@ -1,6 +1,7 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/WeatherLog.h"
 #include "feed/WeatherReplaySink.h"
 #include "shell/AppState.h"
 #include "shell/ScriptedDialogs.h"
@@ -386,6 +387,33 @@ private slots:
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
         QCOMPARE(views.pressures, QList<float>({29.92f, 29.92f, 29.92f}));
         QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    // A display instance, which writes no weather log of its own, replays the main
+    // instance's log through the same command.
+    void aDisplayInstanceReplaysTheMainInstancesLog() {
+        window.reset();
+        state = std::make_unique<AppState>();
+        state->bDisplayMode = true;
+        window = std::make_unique<frmMain>(*state);
+        ScriptedDialogs dialogs;
+        window->Load();
+        dialogs.messages.clear();
+        RecordingViews views;
+        window->setReplaySink(&views);
+        state->views.bABPOpen = true;
+
+        AppState mainInstance;
+        mainInstance.CurrentWeather.ABP = 29.5f;
+        LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+        mainInstance.CurrentWeather.ABP = 29.75f;
+        LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
+        dialogs.queueFile(WeatherLogPath(QDate(2026, 11, 22)));
+        dialogs.queueAnswer(Dialogs::Answer::No);
+        QVERIFY(tool("miLoadLoggedWeather")->isEnabled());
+        tool("miLoadLoggedWeather")->trigger();
+        QCOMPARE(dialogs.fileRequests.size(), 1);
+        QCOMPARE(views.pressures, QList<float>({29.5f, 29.75f}));
     }
 
     void propertiesOpensThePortSettingsOnTheWindowsLink() {
