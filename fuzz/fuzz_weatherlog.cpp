@@ -78,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const LoggedWeather found = FindLoggedWeather(state, Day, QTime(minute / 60, minute % 60));
     require(!state.bLoggingWeather);
     if (!found.Time.isEmpty()) {
-        const auto second = ReadRowSecond(found.Time.toStdString());
+        const auto second = ReadClockTime(found.Time);
         require(second && *second / 60 == minute);
     }
     return 0;

@@ -50,31 +50,6 @@ int digit(char c) {
     return c >= '0' && c <= '9' ? c - '0' : -1;
 }
 
-// The form the log writes, "hh:mm:ssam", read without help; other time texts go through the
-// general date reader.
-std::optional<int> clockSecond(std::string_view text) {
-    if (text.size() == 10 && text[2] == ':' && text[5] == ':' &&
-        (text[9] == 'm' || text[9] == 'M')) {
-        const int d[6] = {digit(text[0]), digit(text[1]), digit(text[3]),
-                          digit(text[4]), digit(text[6]), digit(text[7])};
-        const char meridiem = char(text[8] | 0x20);
-        const bool allDigits =
-            std::all_of(std::begin(d), std::end(d), [](int v) { return v >= 0; });
-        if (allDigits && (meridiem == 'a' || meridiem == 'p')) {
-            const int hour = d[0] * 10 + d[1];
-            const int minute = d[2] * 10 + d[3];
-            const int second = d[4] * 10 + d[5];
-            if (hour < 1 || hour > 12 || minute > 59 || second > 59)
-                return std::nullopt;
-            return ((hour % 12 + (meridiem == 'p' ? 12 : 0)) * 60 + minute) * 60 + second;
-        }
-    }
-    const auto value = DateText::Parse(QString::fromLatin1(text.data(), qsizetype(text.size())));
-    if (!value || !value->time)
-        return std::nullopt;
-    return value->time->msecsSinceStartOfDay() / 1000;
-}
-
 // A plain decimal number with optional sign, fraction and exponent, as the log writes it.
 std::optional<double> readNumber(std::string_view text) {
     if (!text.empty() && text.front() == '+')
@@ -146,10 +121,40 @@ bool WeatherLogLines::next(std::string_view& line) {
     return false;
 }
 
+// The form the log writes, "hh:mm:ssam", read without help; other time texts go through the
+// general date reader.
+std::optional<int> ReadClockTime(std::string_view text) {
+    if (text.size() == 10 && text[2] == ':' && text[5] == ':' &&
+        (text[9] == 'm' || text[9] == 'M')) {
+        const int d[6] = {digit(text[0]), digit(text[1]), digit(text[3]),
+                          digit(text[4]), digit(text[6]), digit(text[7])};
+        const char meridiem = char(text[8] | 0x20);
+        const bool allDigits =
+            std::all_of(std::begin(d), std::end(d), [](int v) { return v >= 0; });
+        if (allDigits && (meridiem == 'a' || meridiem == 'p')) {
+            const int hour = d[0] * 10 + d[1];
+            const int minute = d[2] * 10 + d[3];
+            const int second = d[4] * 10 + d[5];
+            if (hour < 1 || hour > 12 || minute > 59 || second > 59)
+                return std::nullopt;
+            return ((hour % 12 + (meridiem == 'p' ? 12 : 0)) * 60 + minute) * 60 + second;
+        }
+    }
+    const auto value = DateText::Parse(QString::fromLatin1(text.data(), qsizetype(text.size())));
+    if (!value || !value->time)
+        return std::nullopt;
+    return value->time->msecsSinceStartOfDay() / 1000;
+}
+
+std::optional<int> ReadClockTime(const QString& text) {
+    const QByteArray bytes = text.toLatin1();
+    return ReadClockTime(std::string_view(bytes.constData(), size_t(bytes.size())));
+}
+
 std::optional<int> ReadRowSecond(std::string_view line) {
     std::string_view time;
     Fields(line).next(time);
-    return clockSecond(unquote(time));
+    return ReadClockTime(unquote(time));
 }
 
 bool ReadWeatherLogRow(std::string_view line, LoggedWeather& row, int& second) {
@@ -157,7 +162,7 @@ bool ReadWeatherLogRow(std::string_view line, LoggedWeather& row, int& second) {
     std::string_view time;
     fields.next(time);
     time = unquote(time);
-    const auto clock = clockSecond(time);
+    const auto clock = ReadClockTime(time);
     if (!clock)
         return false;
     std::string_view field;

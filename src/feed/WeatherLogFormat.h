@@ -31,6 +31,13 @@ private:
     bool open = false;
 };
 
+// The weather log's one rule for what counts as a time: a row's time text, its quotes taken
+// off, as seconds after midnight; nullopt when it is no time of day. The replay, the lookup
+// and anything that checks a row they found read the time through this, so all of them agree
+// on every row. The text form reads the log's 8-bit characters back as they were.
+std::optional<int> ReadClockTime(std::string_view time);
+std::optional<int> ReadClockTime(const QString& time);
+
 // The clock time of a row as seconds after midnight, read from its first field; nullopt when
 // that field is no time of day.
 std::optional<int> ReadRowSecond(std::string_view line);

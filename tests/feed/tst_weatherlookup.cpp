@@ -1,6 +1,7 @@
 #include "FeedSamples.h"
 #include "common/TestHome.h"
 #include "feed/WeatherLog.h"
+#include "feed/WeatherLogFormat.h"
 
 #include <QDir>
 #include <QTest>
@@ -74,6 +75,18 @@ private slots:
         AppState state;
         QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
         QVERIFY(!state.bLoggingWeather);
+    }
+
+    // A time the general reader takes ("4A" with blanks of the 8-bit set after it) is found
+    // as the minute it names, and the time the lookup hands back reads as that minute again.
+    void aFoundRowsTimeReadsAsTheMinuteAskedFor() {
+        writeDay(QByteArray("4A\x0b\x0b\x85\x0b,29.5,1,21,1,21,2,11,22,1,2,21,21,2,2,1\r\n"));
+        AppState state;
+        const LoggedWeather found = FindLoggedWeather(state, Day, QTime(4, 0));
+        QCOMPARE(found.ABP, 29.5f);
+        const auto second = ReadClockTime(found.Time);
+        QVERIFY(second);
+        QCOMPARE(*second / 60, 4 * 60);
     }
 
     void lastMinuteOfTheDayFound() {
