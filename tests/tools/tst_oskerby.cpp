@@ -167,7 +167,7 @@ private slots:
             sent += burst.size();
             QVERIFY(QTest::qWaitFor([&] { return reader.reader.received.size() >= sent; }, 10000));
         }
-        QVERIFY2(sent > 256 * 1024, "dropped before its backlog could pass the limit");
+        QVERIFY2(sent > 8 * 1024 * 1024, "dropped before its backlog could pass the limit");
         QCOMPARE(relay.relay.waitForLine(QStringLiteral("DROPPED ")).section(u':', 0, 1),
                  QStringLiteral("DROPPED 127.0.0.1:") + QString::number(stalled.localPort()));
         QVERIFY(stalled.findsTheConnectionEnded());
@@ -177,6 +177,50 @@ private slots:
             QTest::qWaitFor([&] { return reader.reader.received.endsWith(" after\r"); }, 10000));
         QCOMPARE(reader.reader.received.size(), sent + 7);
         QVERIFY(relay.relay.process.state() == QProcess::Running);
+    }
+
+    // A sender floods the relay as fast as it can. The reading client falls behind for
+    // moments and holds the sender back, so it gets every line, in order; the client that
+    // reads nothing is dropped once it is stuck, and holds nobody back.
+    void aFloodReachesAReadingClientWholeWhileAStalledOneIsDropped() {
+        RunningRelay relay;
+        QVERIFY(relay.start());
+        Client sender, reader;
+        QVERIFY(sender.join(relay) && reader.join(relay));
+        StalledClient stalled(relay.port);
+        QVERIFY(stalled.connected);
+        QVERIFY(relay.admitted(stalled.localPort()));
+
+        QByteArray flood;
+        for (int i = 0; i < 120000; ++i)
+            flood +=
+                QByteArray::number(i).rightJustified(9, '0') + ' ' + QByteArray(89, 'x') + '\r';
+        sender.socket.write(flood);
+        QVERIFY(
+            QTest::qWaitFor([&] { return reader.reader.received.size() >= flood.size(); }, 120000));
+        QVERIFY(reader.reader.received == flood);
+        QCOMPARE(relay.relay.waitForLine(QStringLiteral("DROPPED ")).section(u':', 0, 1),
+                 QStringLiteral("DROPPED 127.0.0.1:") + QString::number(stalled.localPort()));
+        QVERIFY(stalled.findsTheConnectionEnded());
+        QVERIFY(!relay.said(QStringLiteral("DROPPED 127.0.0.1:") +
+                            QString::number(reader.socket.localPort())));
+    }
+
+    // A client that took nothing of more than 1 MiB for ten seconds is stuck, though no
+    // more lines come.
+    void aClientThatTakesNothingForTenSecondsIsDropped() {
+        RunningRelay relay;
+        QVERIFY(relay.start());
+        Client sender;
+        QVERIFY(sender.join(relay));
+        StalledClient stalled(relay.port);
+        QVERIFY(stalled.connected);
+        QVERIFY(relay.admitted(stalled.localPort()));
+        sender.send((QByteArray(1023, 'z') + '\r').repeated(2 * 1024));
+        QTest::qWait(8000);
+        QVERIFY(!relay.said(QStringLiteral("DROPPED ")));
+        QVERIFY(relay.relay.waitForLine(QStringLiteral("DROPPED "), 10000).contains("for 10 s"));
+        QVERIFY(stalled.findsTheConnectionEnded());
     }
 
     void aClientThatNeverEndsItsLineIsDropped() {

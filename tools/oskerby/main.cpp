@@ -45,8 +45,9 @@ int main(int argc, char* argv[]) {
     options.setApplicationDescription(QStringLiteral(
         "Relays text lines between TCP clients: every line a client sends, up to and "
         "including its CR, goes to every other connected client.\n"
-        "A client that stops reading is disconnected once 256 KiB wait for it, so it never "
-        "holds up the others.\n"
+        "A client that is stuck is disconnected (more than 8 MiB waiting for it, or more than "
+        "1 MiB it took nothing of for 10 s), so it never holds up the others; a client that "
+        "reads but falls behind holds the senders back until it catches up.\n"
         "Prints \"LISTENING <port>\" when ready, then \"JOINED\", \"LEFT\" and \"DROPPED\" "
         "lines for the clients. Ends cleanly on SIGINT or SIGTERM. Exits with status 1 when "
         "the port is taken, as when another relay already runs."));
