@@ -10,6 +10,6 @@ endforeach()
 tarnwick_add_test(tst_startup_main SOURCES tst_startup_main.cpp OtherInstance.h
                   LIBS tarnwick_ui LABELS ui TIMEOUT 60)
 # Starts the real program, so it is built first.
-tarnwick_add_test(tst_startup_process SOURCES tst_startup_process.cpp LIBS tarnwick_core
-                  LABELS process TIMEOUT 120)
-add_dependencies(tst_startup_process tarnwick)
+tarnwick_add_test(tst_startup_process SOURCES tst_startup_process.cpp
+                  LIBS tarnwick_core tarnwick_tooltestsupport LABELS process TIMEOUT 120)
+add_dependencies(tst_startup_process tarnwick oskerby)

@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -414,6 +415,23 @@ private slots:
         tool("miLoadLoggedWeather")->trigger();
         QCOMPARE(dialogs.fileRequests.size(), 1);
         QCOMPARE(views.pressures, QList<float>({29.5f, 29.75f}));
+    }
+
+    // A relay that cannot be reached is tried again; the status line says so, no box.
+    void aLinkBeingBroughtBackShowsInTheStatusLine() {
+        ScriptedDialogs dialogs;
+        quint16 closedPort;
+        {
+            QTcpServer probe;
+            QVERIFY(probe.listen(QHostAddress::LocalHost));
+            closedPort = probe.serverPort();
+        }
+        window->instrument().portSettings.sHost = QStringLiteral("127.0.0.1");
+        window->instrument().portSettings.sTcpPort = QString::number(closedPort);
+        window->ConnectRelay();
+        auto* status = window->findChild<QLabel*>(QStringLiteral("lblStatus"));
+        QTRY_COMPARE(status->text(), QStringLiteral("Reconnecting..."));
+        QVERIFY(dialogs.messages.isEmpty());
     }
 
     void propertiesOpensThePortSettingsOnTheWindowsLink() {

@@ -1,6 +1,7 @@
 #include "common/TestHome.h"
 #include "shell/InstanceChannel.h"
 #include "shell/Registry.h"
+#include "tools/ToolProcess.h"
 
 #include <QDir>
 #include <QFile>
@@ -52,6 +53,45 @@ private:
     QProcess process;
     QByteArray printed;
 };
+
+// A free TCP port of 127.0.0.1 at the moment of asking.
+quint16 freePort() {
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
+}
+
+// Established connections to a port of this machine, as the kernel lists them.
+int connectionsTo(quint16 port) {
+    QFile table(QStringLiteral("/proc/net/tcp"));
+    if (!table.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray remote = ':' + QByteArray::number(port, 16).toUpper().rightJustified(4, '0');
+    int count = 0;
+    for (const QByteArray& line : table.readAll().split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        // sl local_address rem_address st ...; 01 is ESTABLISHED
+        if (fields.size() > 3 && fields[2].endsWith(remote) && fields[3] == "01")
+            ++count;
+    }
+    return count;
+}
+
+// The process ids of the relays started for a port, found by their command lines.
+QList<int> relaysOnPort(quint16 port) {
+    QList<int> pids;
+    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString& pid : processes) {
+        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(pid));
+        if (!commandLine.open(QIODevice::ReadOnly))
+            continue;
+        const QList<QByteArray> words = commandLine.readAll().split('\0');
+        if (!words.isEmpty() && words[0].endsWith("/oskerby") &&
+            words.contains(QByteArray::number(port)))
+            pids << pid.toInt();
+    }
+    return pids;
+}
 
 } // namespace
 
@@ -198,6 +238,33 @@ private slots:
         QVERIFY(relay.waitForNewConnection(10000));
         QTRY_VERIFY_WITH_TIMEOUT(display.output().startsWith(questionLine + "\n"), 5000);
         QTRY_COMPARE_WITH_TIMEOUT(relayPids().size(), 1, 5000);
+    }
+
+    // A display instance beside the real relay starts it, connects to it without a box, and
+    // connects again to a relay that comes back after it went away.
+    void aDisplayConnectsToTheRelayItStartsAndToOneThatComesBack() {
+        QTemporaryDir folder;
+        QVERIFY(copyProgram(folder.path()));
+        QVERIFY(QFile::copy(programFolder() + "/oskerby", folder.filePath("oskerby")));
+        const quint16 port = freePort();
+        Registry::Set(portSettingsKey, "6", "127.0.0.1");
+        Registry::Set(portSettingsKey, "7", QString::number(port));
+        InstanceChannel otherProcess;
+        Tarnwick& display = start(folder.path(), {}, "Ok");
+        QTRY_COMPARE_WITH_TIMEOUT(relaysOnPort(port).size(), 1, 5000);
+        const int relay = relaysOnPort(port).constFirst();
+        QTRY_COMPARE_WITH_TIMEOUT(connectionsTo(port), 1, 5000);
+
+        ::kill(relay, SIGKILL);
+        QTRY_COMPARE_WITH_TIMEOUT(connectionsTo(port), 0, 5000);
+        QTest::qWait(2500); // tries that find no relay
+        ToolProcess again(QStringLiteral("oskerby"));
+        again.start({"--port", QString::number(port)});
+        QVERIFY(!again.waitForLine(QStringLiteral("LISTENING ")).isEmpty());
+        QVERIFY(!again.waitForLine(QStringLiteral("JOINED 127.0.0.1:"), 5000).isEmpty());
+        QVERIFY(display.running());
+        QVERIFY(display.output().startsWith(questionLine + "\n"));
+        QVERIFY(!display.output().contains("Network Connection"));
     }
 
     void withoutTheRelayADisplayInstanceEndsInSilence() {
