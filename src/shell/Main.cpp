@@ -11,6 +11,7 @@
 #include "shell/frmSplash.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
@@ -51,7 +52,7 @@ std::optional<int> Startup::Main() {
     // without showing anything.
     const bool anotherProcess = channel.anotherProcessRunning();
     if (!commandLine.isEmpty() && anotherProcess) {
-        InstanceChannel::handOver(commandLine);
+        InstanceChannel::handOver(handedPath());
         QCoreApplication::processEvents();
         return 0;
     }
@@ -105,9 +106,16 @@ void Startup::ShowSplashWhileLoading() {
     QCoreApplication::processEvents();
 }
 
+// A path relative to this start's working folder means nothing to the main instance, which
+// runs in a folder of its own: a file found here goes over with its full path.
+QString Startup::handedPath() const {
+    const QString here = QDir::current().absoluteFilePath(commandLine);
+    return QFileInfo(commandLine).isRelative() && QFileInfo::exists(here) ? here : commandLine;
+}
+
+// Restoring a minimised window gives it back the state it had before: maximised stays so.
 void Startup::OpenHandedPath(const QString& path) {
-    if (window->isMinimized())
-        window->showNormal();
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->raise();
     window->activateWindow();
     window->OpenFile(path);

@@ -30,6 +30,7 @@ public:
 
 private:
     void ShowSplashWhileLoading();
+    QString handedPath() const;
     void OpenHandedPath(const QString& path);
     std::optional<int> StartDisplay();
 

@@ -7,6 +7,7 @@
 #include "shell/frmMain.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -122,6 +123,20 @@ private slots:
         QCOMPARE(later.exitCode(), 0);
     }
 
+    // A maximised window minimised before the hand-over comes back maximised.
+    void aHandedPathRestoresTheWindowAsItWasBefore() {
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        start->mainWindow()->showMaximized();
+        QTRY_VERIFY(start->mainWindow()->isMaximized());
+        start->mainWindow()->showMinimized();
+        QTRY_VERIFY(start->mainWindow()->isMinimized());
+        Process later({OtherInstance::handOver, "/races/restored.trl"});
+        QTRY_VERIFY_WITH_TIMEOUT(saidLoadFailure(*dialogs, "/races/restored.trl"), 5000);
+        QVERIFY(!start->mainWindow()->isMinimized());
+        QVERIFY(start->mainWindow()->isMaximized());
+    }
+
     void theMainInstanceTakesNoPathsOnceItsWindowHasClosed() {
         auto start = startup({}, bareFolder.path());
         QCOMPARE(start->Main(), std::nullopt);
@@ -141,6 +156,26 @@ private slots:
         QVERIFY(!start->mainWindow());
         QVERIFY(dialogs->messages.isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(mainInstance.received().contains("RECEIVED: /races/second.trl\n"),
+                                 5000);
+    }
+
+    // A relative path is resolved in the later start's working folder, where the user named
+    // the file, not in the main instance's.
+    void aRelativePathIsHandedOverInFull() {
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        QTemporaryDir workingFolder;
+        QFile log(workingFolder.filePath("friday.trl"));
+        QVERIFY(log.open(QIODevice::WriteOnly));
+        log.close();
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(workingFolder.path()));
+        auto start = startup({"friday.trl"}, relayFolder.path());
+        const std::optional<int> ended = start->Main();
+        QDir::setCurrent(before);
+        QCOMPARE(ended, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(mainInstance.received().contains(
+                                     "RECEIVED: " + workingFolder.filePath("friday.trl") + "\n"),
                                  5000);
     }
 
