@@ -1,6 +1,7 @@
 #include "shell/CommandBar.h"
 
 #include "shell/DateText.h"
+#include "shell/ElidedLabelText.h"
 
 #include <QAction>
 #include <QLabel>
@@ -112,10 +113,12 @@ void CommandBar::fillStatusBar(const Band& band) {
         label->setObjectName(panel->name);
         label->setToolTip(panel->toolTip);
         label->setEnabled(panel->enabled);
-        // The weather takes what room there is; the other panels keep to their text.
-        if (name == QLatin1String("lblStatus"))
+        // The weather takes what room there is, and no more: a long line is cut short on the
+        // screen. The other panels keep to their text.
+        if (name == QLatin1String("lblStatus")) {
+            new ElidedLabelText(*label);
             bar->addWidget(label, 1);
-        else
+        } else
             bar->addPermanentWidget(label);
     }
 }

@@ -9,6 +9,7 @@ target_sources(tarnwick_ui PRIVATE
     CommandBar.cpp CommandBar.h
     DialogParts.cpp DialogParts.h
     DemoRecorder.cpp DemoRecorder.h
+    ElidedLabelText.cpp ElidedLabelText.h
     WidgetDialogs.cpp WidgetDialogs.h
     WindowArrangement.cpp WindowArrangement.h
     frmAbout.cpp frmAbout.h

@@ -1,5 +1,6 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "feed/WeatherFeed.h"
 #include "shell/AppState.h"
 #include "shell/CommandTable.h"
 #include "shell/DateText.h"
@@ -153,6 +154,21 @@ private slots:
         QCOMPARE(online->toolTip(), QStringLiteral("Pellamor Online Status"));
         QVERIFY(!online->isEnabled());
         QCOMPARE(bar->findChild<QLabel*>("lblCAPS")->text(), QStringLiteral("CAPS"));
+    }
+
+    // A status line far wider than the window is cut short on the screen; the window keeps
+    // its width and the label keeps the whole line.
+    void aLongStatusLineNeverWidensTheWindow() {
+        window->resize(800, 600);
+        QTRY_COMPARE(window->width(), 800);
+        const QString longLine = QStringLiteral("Comm Error: ") + QString(600, u'x');
+        window->weatherFeed().commError(0, QString(600, u'x'));
+        QCoreApplication::processEvents();
+        auto* status = window->findChild<QLabel*>("lblStatus");
+        QCOMPARE(status->text(), longLine);
+        QCOMPARE(window->width(), 800);
+        QVERIFY(window->minimumSizeHint().width() < 800);
+        QVERIFY(status->width() < 800);
     }
 
     void statusBarShowsTheClock() {
