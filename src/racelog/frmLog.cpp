@@ -30,6 +30,7 @@
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 
 namespace {
 
@@ -79,13 +80,42 @@ frmLog::~frmLog() {
 }
 
 void frmLog::Load(const QColor& mainBackground) {
+    giveUsableSize();
     Settings::LoadWindowPlacement(PlacementKey, placedWindow());
+    correctPlacement();
     setupGrid();
     tabLog->fillRaceTracks();
     applyTypeDefaults();
     takeBackground(mainBackground);
     gridLeft = gridLog->x();
     arrange();
+}
+
+// A race log is of use when it shows its whole side panel beside the run numbers and a few
+// columns; that is the least it can be made. Where no placement is stored yet it opens with
+// ten runs in view as well.
+void frmLog::giveUsableSize() {
+    const int rowHeight = gridLog->verticalHeader()->defaultSectionSize();
+    const int gridFrame = gridLog->horizontalHeader()->sizeHint().height() +
+                          gridLog->horizontalScrollBar()->sizeHint().height() +
+                          2 * gridLog->frameWidth();
+    const int panelHeight = tabLog->sizeHint().height();
+    const QSize least(tabLog->width() + 240, qMax(panelHeight, gridFrame + 3 * rowHeight));
+    const QSize usual(tabLog->width() + 480, qMax(panelHeight, gridFrame + 10 * rowHeight));
+    setMinimumSize(least);
+    QWidget* frame = placedWindow();
+    frame->resize(frame->minimumSizeHint() + (usual - least));
+}
+
+// A stored placement smaller than the least usable size grows to it, and one that lies
+// wholly outside the main window's client area comes back into its corner.
+void frmLog::correctPlacement() {
+    QWidget* frame = placedWindow();
+    frame->resize(frame->size().expandedTo(frame->minimumSizeHint()));
+    const QWidget* area = frame->parentWidget();
+    if (frame != this && area && !area->rect().isEmpty() &&
+        !area->rect().intersects(frame->geometry()))
+        frame->move(0, 0);
 }
 
 // The run table as a new window shows it: the run numbers, the captions and widths, and the

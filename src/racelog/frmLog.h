@@ -67,6 +67,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void giveUsableSize();
+    void correctPlacement();
     void setupGrid();
     void applyTypeDefaults();
     void takeBackground(const QColor& color);

@@ -398,10 +398,10 @@ private slots:
         LogWindow window;
         window.log.show();
         emit window.log.gridLog->panelToggleRequested();
-        window.log.resize(700, 320);
-        QCOMPARE(window.panel().height(), 320);
-        QCOMPARE(window.log.gridLog->height(), 320);
-        QCOMPARE(window.log.gridLog->geometry().right(), 699);
+        window.log.resize(900, 520);
+        QCOMPARE(window.panel().height(), 520);
+        QCOMPARE(window.log.gridLog->height(), 520);
+        QCOMPARE(window.log.gridLog->geometry().right(), 899);
     }
 
     void theGridAreaAndThePanelTakeTheMainBackground() {

@@ -16,6 +16,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -195,21 +196,65 @@ private slots:
         QCOMPARE(window.slot(2)->windowTitle(), QStringLiteral("Race Log# 3"));
     }
 
+    // On a fresh profile a new log shows its whole side panel and ten runs, and that is the
+    // size kept for the next one.
+    void aNewLogOnAFreshProfileOpensAtAUsableSize() {
+        MainWindow window;
+        window.main.resize(1200, 900);
+        window.run("miNewRaceLog");
+        frmLog* log = window.slot(0);
+        QCoreApplication::processEvents();
+        QVERIFY2(log->tabLog->height() >= log->tabLog->sizeHint().height(),
+                 qPrintable(QString::number(log->tabLog->height())));
+        const int rowHeight = log->gridLog->verticalHeader()->defaultSectionSize();
+        QVERIFY2(log->gridLog->viewport()->height() >= 10 * rowHeight,
+                 qPrintable(QString::number(log->gridLog->viewport()->height())));
+        QVERIFY(log->gridLog->viewport()->width() > 0);
+        auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
+        const QSize opened = frame->size();
+        dialogs->queueFile(QString());
+        window.run("miClose");
+        const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
+        QCOMPARE(Registry::Get(key, "Width"), QString::number(opened.width()));
+        QCOMPARE(Registry::Get(key, "Height"), QString::number(opened.height()));
+    }
+
+    // A stored sliver grows to the least usable size, and a place outside the client area
+    // comes back into it.
+    void aStoredPlacementThatIsOfNoUseIsCorrected() {
+        const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
+        Registry::Set(key, "WindowState", "0");
+        Registry::Set(key, "Width", "120");
+        Registry::Set(key, "Height", "28");
+        Registry::Set(key, "Left", "5000");
+        Registry::Set(key, "Top", "-4000");
+        MainWindow window;
+        window.main.resize(1000, 800);
+        QCoreApplication::processEvents();
+        window.run("miNewRaceLog");
+        frmLog* log = window.slot(0);
+        auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
+        QVERIFY(log->width() >= log->minimumWidth());
+        QVERIFY(log->height() >= log->minimumHeight());
+        QVERIFY(log->tabLog->height() >= log->tabLog->sizeHint().height());
+        QVERIFY(window.main.mdiArea()->viewport()->rect().intersects(frame->geometry()));
+    }
+
     void closingKeepsThePlacement() {
         MainWindow window;
         window.run("miNewRaceLog");
         auto* frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
-        frame->setGeometry(10, 20, 500, 300);
+        frame->setGeometry(10, 20, 800, 500);
         dialogs->queueFile(QString());
         window.run("miClose");
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
-        QCOMPARE(Registry::Get(key, "Width"), QStringLiteral("500"));
+        QCOMPARE(Registry::Get(key, "Width"), QStringLiteral("800"));
         QCOMPARE(Registry::Get(key, "Top"), QStringLiteral("20"));
         MainWindow::settle();
 
         window.run("miNewRaceLog");
         frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
-        QCOMPARE(frame->geometry(), QRect(10, 20, 500, 300));
+        QCOMPARE(frame->geometry(), QRect(10, 20, 800, 500));
     }
 
     void closingASavedLogAsksAndNoKeepsTheFile() {
