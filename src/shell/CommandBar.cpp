@@ -61,8 +61,35 @@ void CommandBar::createTool(const Tool& tool) {
     action->setText(tool.caption);
     if (!tool.toolTip.isEmpty())
         action->setToolTip(tool.toolTip);
+    describe(*action, tool);
     action->setCheckable(tool.kind == ToolKind::Toggle);
     tools.insert(tool.name, action);
+}
+
+// The description rests on the status bar while the pointer is on the tool; the category
+// files the tool with its kin, for anyone who lists the tools by group.
+void CommandBar::describe(QObject& target, const Tool& tool) {
+    if (!tool.description.isEmpty()) {
+        target.setProperty("statusTip", tool.description);
+        target.setProperty("whatsThis", tool.description);
+    }
+    if (!tool.category.isEmpty())
+        target.setProperty("category", tool.category);
+}
+
+// A text field on a bar says what it is for while it is empty, and to a screen reader.
+QAction* CommandBar::createTextField(QToolBar& bar, const Tool& tool) {
+    auto* field = new QLineEdit(&bar);
+    field->setObjectName(tool.name);
+    field->setPlaceholderText(tool.caption);
+    field->setAccessibleName(tool.caption);
+    field->setToolTip(tool.caption);
+    describe(*field, tool);
+    QAction* action = bar.addWidget(field);
+    action->setObjectName(tool.name);
+    action->setText(tool.caption);
+    describe(*action, tool);
+    return action;
 }
 
 void CommandBar::fillBand(const Band& band) {
@@ -75,10 +102,8 @@ void CommandBar::fillBand(const Band& band) {
         for (const QString& item : band.items) {
             if (item == Separator) {
                 items.append(bar->addSeparator());
-            } else if (FindTool(item)->kind == ToolKind::TextBox) {
-                auto* field = new QLineEdit(bar);
-                field->setObjectName(item);
-                tools.insert(item, bar->addWidget(field));
+            } else if (const Tool* tool = FindTool(item); tool->kind == ToolKind::TextBox) {
+                tools.insert(item, createTextField(*bar, *tool));
                 items.append(tools.value(item));
             } else {
                 bar->addAction(tools.value(item));

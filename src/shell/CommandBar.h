@@ -10,6 +10,7 @@
 class QAction;
 class QMainWindow;
 class QTimer;
+class QToolBar;
 
 // The main window's menus, submenus, tool bar and status bar, built from the command table.
 // Every tool is one QAction named after the tool; a click on it reports the tool's name, and
@@ -32,6 +33,8 @@ public:
 
 private:
     void createTool(const CommandTable::Tool& tool);
+    static void describe(QObject& target, const CommandTable::Tool& tool);
+    static QAction* createTextField(QToolBar& bar, const CommandTable::Tool& tool);
     void fillBand(const CommandTable::Band& band);
     void fillStatusBar(const CommandTable::Band& band);
     void showBand(const CommandTable::Band& band);

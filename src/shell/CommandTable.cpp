@@ -59,13 +59,14 @@ const QList<Tool> commands = {
     {"miHelpContents", "Help Contents...", "Online Help"},
     {"miAbout", "&About Zorvane...", "About Zorvane"},
     {"btnPredict", "Predict", "Force Prediction for All Race Logs"},
-    {"btnSendPage", "Page", "Force Page"},
-    {"btnSend", "Send", "Send Custom Page"},
+    {"btnSendPage", "Page", "Force Page", K::Command, {}, "Send default page", "Pager"},
+    {"btnSend", "Send", "Send Custom Page", K::Command, {}, "Send custom message to pager"},
     {"btnTest", "Test", ""},
     // Tools that only open a band or hold text.
     {"miRaceLogOptions", "Race Log Options", "", K::Submenu, "miRaceLog"},
     {"miBackgroundColor", "Background Color", "", K::Submenu, "tbColor"},
-    {"txtPageMessage", "", "", K::TextBox, "btnSend"},
+    {"txtPageMessage", "Pager Message", "", K::TextBox, "btnSend", "Custom message to pager",
+     "Custom Page Message"},
 };
 
 QList<Tool> allTools() {

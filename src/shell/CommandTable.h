@@ -26,6 +26,10 @@ struct Tool {
     ToolKind kind = ToolKind::Command;
     // Submenu: the band it opens. TextBox: the tool it belongs with, shown when that is.
     QString band = {};
+    // A sentence on what the tool does, shown on the status bar while the pointer rests on it.
+    QString description = {};
+    // The group the tool is filed under with its kin; a text box's group names it on its bar.
+    QString category = {};
 };
 
 enum class BandKind { Menu, Submenu, ToolBar, StatusBar };
