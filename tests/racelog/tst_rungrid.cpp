@@ -591,13 +591,40 @@ private slots:
         QMenu* row = log.grid->rowMenu();
         QCOMPARE(row->objectName(), QStringLiteral("miRow"));
         QCOMPARE(row->title(), QStringLiteral("Row"));
-        QCOMPARE(menuLines(row),
-                 (QStringList{"miReferenceRun:Reference Run", "miRunComplete:Run Complete...", "-",
-                              "miGetLoggedWeather:Get Logged Weather...",
-                              "miGetWeather:Get Current Weather...", "-", "miCut:Cut",
-                              "miCopy:Copy", "miPaste:Paste", "-", "miPredict:Predict...",
-                              "miNotes:Notes...", "miSettings:Settings...", "-", "-",
-                              "miNewRun:New Run", "miDelete:Delete Run#"}));
+        // The row menu's entries stand in this order; entries for reports that join later
+        // take their places among them.
+        const QStringList order = {"miReferenceRun:Reference Run",
+                                   "miRunComplete:Run Complete...",
+                                   "miGetLoggedWeather:Get Logged Weather...",
+                                   "miGetWeather:Get Current Weather...",
+                                   "miiCardWeather:Get iCard && Weather...",
+                                   "miCut:Cut",
+                                   "miCopy:Copy",
+                                   "miPaste:Paste",
+                                   "miPredict:Predict...",
+                                   "miNotes:Notes...",
+                                   "miSettings:Settings...",
+                                   "miIncrementalTimes:Incremental Times...",
+                                   "miRaceLog:Race Log...",
+                                   "miAnnotations:Annotations...",
+                                   "miRacepak:Racepak",
+                                   "miNewRun:New Run",
+                                   "miDelete:Delete Run#"};
+        const QStringList lines = menuLines(row);
+        QCOMPARE(lines.value(2), QStringLiteral("-"));
+        QStringList entries = lines;
+        entries.removeAll(QStringLiteral("-"));
+        qsizetype last = -1;
+        for (const QString& entry : entries) {
+            const qsizetype at = order.indexOf(entry);
+            QVERIFY2(at > last, qPrintable(entry));
+            last = at;
+        }
+        for (const QString& entry : order) {
+            if (!entry.startsWith("miiCard") && !entry.startsWith("miIncremental") &&
+                !entry.startsWith("miRace") && !entry.startsWith("miAnnotations"))
+                QVERIFY2(entries.contains(entry), qPrintable(entry));
+        }
 
         // A second submenu takes the place of the first.
         QMenu other(QStringLiteral("Other"));
