@@ -69,6 +69,22 @@ LogSidePanel::LogSidePanel(QWidget* parent) : QTabWidget(parent) {
     connect(cmdPredict, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
 }
 
+// The tabs' bar and frame come on top of the tallest page; a page that scrolls counts with all
+// of its fields.
+int LogSidePanel::heightShowingEveryField() const {
+    int tallestPage = 0;
+    int tallestContent = 0;
+    for (int i = 0; i < count(); ++i) {
+        const QWidget* page = widget(i);
+        tallestPage = qMax(tallestPage, page->sizeHint().height());
+        const auto* area = qobject_cast<const QScrollArea*>(page);
+        const int content = area ? area->widget()->sizeHint().height() + 2 * area->frameWidth()
+                                 : page->sizeHint().height();
+        tallestContent = qMax(tallestContent, content);
+    }
+    return sizeHint().height() - tallestPage + qMax(tallestPage, tallestContent);
+}
+
 QWidget* LogSidePanel::settingsPage() {
     txtDate = lineEdit("txtDate");
     imgDate = named(new QToolButton, "imgDate");

@@ -21,6 +21,9 @@ public:
 
     explicit LogSidePanel(QWidget* parent = nullptr);
 
+    // The height at which every tab shows all of its fields without scrolling.
+    int heightShowingEveryField() const;
+
     // The race tracks the user keeps, as the list of cboRaceTrack.
     void fillRaceTracks();
 

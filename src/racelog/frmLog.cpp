@@ -91,17 +91,18 @@ void frmLog::Load(const QColor& mainBackground) {
     arrange();
 }
 
-// A race log is of use when it shows its whole side panel beside the run numbers and a few
+// A race log is of use when it shows its side panel beside the run numbers and a few
 // columns; that is the least it can be made. Where no placement is stored yet it opens with
-// ten runs in view as well.
+// every field of the panel and ten runs in view.
 void frmLog::giveUsableSize() {
     const int rowHeight = gridLog->verticalHeader()->defaultSectionSize();
     const int gridFrame = gridLog->horizontalHeader()->sizeHint().height() +
                           gridLog->horizontalScrollBar()->sizeHint().height() +
                           2 * gridLog->frameWidth();
-    const int panelHeight = tabLog->sizeHint().height();
-    const QSize least(tabLog->width() + 240, qMax(panelHeight, gridFrame + 3 * rowHeight));
-    const QSize usual(tabLog->width() + 480, qMax(panelHeight, gridFrame + 10 * rowHeight));
+    const QSize least(tabLog->width() + 240,
+                      qMax(tabLog->sizeHint().height(), gridFrame + 3 * rowHeight));
+    const QSize usual(tabLog->width() + 480,
+                      qMax(tabLog->heightShowingEveryField(), gridFrame + 10 * rowHeight));
     setMinimumSize(least);
     QWidget* frame = placedWindow();
     frame->resize(frame->minimumSizeHint() + (usual - least));

@@ -23,6 +23,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -217,6 +219,29 @@ private slots:
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
         QCOMPARE(Registry::Get(key, "Width"), QString::number(opened.width()));
         QCOMPARE(Registry::Get(key, "Height"), QString::number(opened.height()));
+    }
+
+    // With the side panel opened, a new log still shows the whole panel beside the runs.
+    void aNewLogShowsItsWholeSidePanelBesideTheRuns() {
+        MainWindow window;
+        window.main.resize(1200, 900);
+        window.main.show();
+        window.run("miNewRaceLog");
+        frmLog* log = window.slot(0);
+        QVERIFY(QTest::qWaitForWindowExposed(log));
+        emit log->gridLog->panelToggleRequested();
+        QCoreApplication::processEvents();
+        QVERIFY(log->tabLog->isVisible());
+        QVERIFY(log->tabLog->geometry().right() < log->width());
+        for (const char* page : {"scrollSettings", "scrollPredict"}) {
+            auto* area = log->tabLog->findChild<QScrollArea*>(page);
+            QVERIFY2(area, page);
+            QCOMPARE(area->verticalScrollBar()->maximum(), 0);
+        }
+        QVERIFY2(log->tabLog->height() >= log->tabLog->sizeHint().height(),
+                 qPrintable(QString::number(log->tabLog->height())));
+        QVERIFY2(log->gridLog->viewport()->width() >= 2 * log->gridLog->columnWidth(1),
+                 qPrintable(QString::number(log->gridLog->viewport()->width())));
     }
 
     // A stored sliver grows to the least usable size, and a place outside the client area
