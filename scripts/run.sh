@@ -3,7 +3,7 @@
 # With no instrument port configured, Tarnwick runs on the built-in instrument simulator in a
 # private demo profile, so a newcomer sees live weather at once. Without a display the same
 # program runs under Xvfb for a while, the live status line and the pages the simulator
-# received are printed, and a screenshot of the main window is saved.
+# received are printed, and a screenshot of the main window with a new race log is saved.
 set -euo pipefail
 repo=$(cd "$(dirname "$0")/.." && pwd)
 cd "$repo"
@@ -52,7 +52,8 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 
 echo "No display: running Tarnwick under Xvfb for 30 seconds."
-TARNWICK_ECHO_STATUS=1 TARNWICK_SCREENSHOT="$demo/screenshot.png" TARNWICK_QUIT_AFTER_MS=30000 \
+TARNWICK_ECHO_STATUS=1 TARNWICK_DEMO_COMMANDS=miNewRaceLog TARNWICK_SCREENSHOT="$demo/screenshot.png" \
+    TARNWICK_QUIT_AFTER_MS=30000 \
     xvfb-run -a -s "-screen 0 1280x800x24" "$bin/tarnwick" | sed -n 's/^STATUS: /Live status line: /p' | tail -n 5 || true
 echo "Pages the simulator received:"
 grep '^PAGE: ' "$demo/simulator.log" | tail -n 5 || echo "  (none yet)"

@@ -17,6 +17,12 @@ void Install(frmMain& window) {
                              out << "STATUS: " << text << Qt::endl;
                          });
     }
+    const QStringList commands =
+        qEnvironmentVariable("TARNWICK_DEMO_COMMANDS").split(u',', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        QTimer::singleShot(1000 + 500 * int(i), &window,
+                           [&window, name = commands[i].trimmed()] { window.dispatch(name); });
+    }
     bool ok = false;
     const int quitAfter = qEnvironmentVariableIntValue("TARNWICK_QUIT_AFTER_MS", &ok);
     if (!ok || quitAfter <= 0)

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -25,10 +26,12 @@ const QString portSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
 // One start of the real program, answering its boxes from a script and printing them.
 class Tarnwick {
 public:
-    Tarnwick(const QString& folder, const QStringList& arguments, const QString& answers) {
+    Tarnwick(const QString& folder, const QStringList& arguments, const QString& answers,
+             const QProcessEnvironment& extra = {}) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         environment.insert("TARNWICK_SCRIPTED_DIALOGS", answers);
+        environment.insert(extra);
         process.setProcessEnvironment(environment);
         process.start(folder + "/tarnwick", arguments);
     }
@@ -164,6 +167,24 @@ private slots:
             first.output().contains(loadFailure + home->root() + "/Race Log.trl"), 10000);
         QVERIFY(!first.output().contains(questionLine));
         QVERIFY(first.running());
+    }
+
+    // The demo run opens what it is told to, takes its picture and ends by itself.
+    void aDemoRunOpensItsCommandsAndTakesItsPicture() {
+        QProcessEnvironment demo;
+        demo.insert("TARNWICK_DEMO_COMMANDS", "miNewRaceLog, miNewRaceLog");
+        demo.insert("TARNWICK_SCREENSHOT", home->root() + "/demo.png");
+        demo.insert("TARNWICK_QUIT_AFTER_MS", "2500");
+        started.push_back(std::make_unique<Tarnwick>(programFolder(), QStringList(), "", demo));
+        Tarnwick& run = *started.back();
+        QTRY_VERIFY_WITH_TIMEOUT(!run.running(), 20000);
+        QCOMPARE(run.exitCode(), 0);
+        QImage picture(home->root() + "/demo.png");
+        QVERIFY(!picture.isNull());
+        QVERIFY(picture.width() > 300 && picture.height() > 200);
+        // Each race log that opened left its place in the store when the program closed it.
+        QVERIFY(!Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings", "Width").isEmpty());
+        QVERIFY2(!run.output().contains("Race Log"), qPrintable(run.output()));
     }
 
     void aSecondStartWithAPathOpensItInTheMainInstance() {
