@@ -1,6 +1,7 @@
 // How long the weather feed takes for one instrument line, and the weather log for a day's
 // replay and a lookup. Runs in a scratch home, so the settings tree and the log folder are
 // fresh and hold what a user's would: the column selection and today's rows.
+#include "core/Registry.h"
 #include "feed/SerialFramer.h"
 #include "feed/StatusLine.h"
 #include "feed/WeatherFeed.h"
@@ -8,7 +9,6 @@
 #include "feed/WeatherLogFormat.h"
 #include "feed/WeatherParser.h"
 #include "feed/WeatherQuantities.h"
-#include "shell/Registry.h"
 
 #include <QCoreApplication>
 #include <QDir>

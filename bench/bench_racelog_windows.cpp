@@ -1,10 +1,10 @@
 // The race log window under load: a run added and a cell edited in a log of 1,000 runs, a
 // prediction on such a log, and one feed line reaching twenty open logs of 500 runs each.
+#include "core/AppState.h"
 #include "feed/WeatherFeed.h"
-#include "racelog/RunGrid.h"
 #include "racelog/RunTable.h"
-#include "racelog/frmLog.h"
-#include "shell/AppState.h"
+#include "ui/racelog/RaceLogWindow.h"
+#include "ui/racelog/RunGrid.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -17,8 +17,8 @@
 namespace {
 
 // A loaded log with the given number of runs and run 1 as a complete reference run.
-std::unique_ptr<frmLog> logWithRuns(AppState& state, int runs, int slot) {
-    auto log = std::make_unique<frmLog>(state);
+std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs, int slot) {
+    auto log = std::make_unique<RaceLogWindow>(state);
     log->iIndex = slot;
     log->Load(QColor(Qt::white));
     log->show(); // the in-place editors only open on a window that shows
@@ -82,7 +82,7 @@ BENCHMARK(BM_UpdatePredictions1000Runs)->Unit(benchmark::kMicrosecond);
 // row written.
 void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
     AppState state;
-    std::vector<std::unique_ptr<frmLog>> logs;
+    std::vector<std::unique_ptr<RaceLogWindow>> logs;
     state.RaceLogs.clear();
     for (int slot = 0; slot < 20; ++slot) {
         logs.push_back(logWithRuns(state, 500, slot));

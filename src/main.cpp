@@ -1,8 +1,8 @@
-#include "shell/Main.h"
-#include "shell/AppState.h"
-#include "shell/DemoRecorder.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/WidgetDialogs.h"
+#include "core/AppState.h"
+#include "core/ScriptedDialogs.h"
+#include "ui/shell/DemoRecorder.h"
+#include "ui/shell/Startup.h"
+#include "ui/shell/WidgetDialogs.h"
 
 #include <QApplication>
 #include <QTextStream>

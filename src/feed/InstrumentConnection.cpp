@@ -1,9 +1,9 @@
 #include "feed/InstrumentConnection.h"
 
+#include "core/Dialogs.h"
+#include "core/NumberText.h"
 #include "feed/PortDevices.h"
 #include "feed/SerialLink.h"
-#include "shell/Dialogs.h"
-#include "shell/NumberText.h"
 
 namespace {
 

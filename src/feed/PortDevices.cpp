@@ -1,6 +1,6 @@
 #include "feed/PortDevices.h"
 
-#include "shell/Registry.h"
+#include "core/Registry.h"
 
 namespace {
 

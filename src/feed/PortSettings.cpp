@@ -1,7 +1,7 @@
 #include "feed/PortSettings.h"
 
-#include "shell/NumberText.h"
-#include "shell/Registry.h"
+#include "core/NumberText.h"
+#include "core/Registry.h"
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #include "feed/SimulatedInstrument.h"
 
-#include "shell/NumberText.h"
+#include "core/NumberText.h"
 
 #include <QList>
 #include <algorithm>

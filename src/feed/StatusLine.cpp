@@ -1,7 +1,7 @@
 #include "feed/StatusLine.h"
 
+#include "core/Registry.h"
 #include "feed/WeatherQuantities.h"
-#include "shell/Registry.h"
 
 QString BuildStatusLine(const WeatherRecord& record) {
     static const QString columnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "feed/WeatherRecord.h"
+#include "core/WeatherRecord.h"
 
 #include <QString>
 

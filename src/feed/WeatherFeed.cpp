@@ -1,10 +1,10 @@
 #include "feed/WeatherFeed.h"
 
+#include "core/RaceLogDocument.h"
 #include "feed/CommErrorText.h"
 #include "feed/StatusLine.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherParser.h"
-#include "racelog/RaceLogDocument.h"
 
 WeatherFeed::WeatherFeed(AppState& state, QObject* parent)
     : QObject(parent), state(state), framer([this](const QString& line) { serialLine(line); }) {}

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/AppState.h"
 #include "feed/SerialFramer.h"
 #include "feed/TcpLineSplitter.h"
-#include "shell/AppState.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -1,9 +1,9 @@
 #include "feed/WeatherLog.h"
 
+#include "core/DateText.h"
+#include "core/Registry.h"
 #include "feed/DataFolder.h"
 #include "feed/WeatherLogFormat.h"
-#include "shell/DateText.h"
-#include "shell/Registry.h"
 
 #include <QCoreApplication>
 #include <QFile>

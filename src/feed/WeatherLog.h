@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/AppState.h"
 #include "feed/LoggedWeather.h"
 #include "feed/WeatherReplaySink.h"
-#include "shell/AppState.h"
 
 #include <QDate>
 #include <QDateTime>

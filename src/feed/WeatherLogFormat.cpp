@@ -1,8 +1,8 @@
 #include "feed/WeatherLogFormat.h"
 
+#include "core/DateText.h"
+#include "core/NumberText.h"
 #include "feed/WeatherQuantities.h"
-#include "shell/DateText.h"
-#include "shell/NumberText.h"
 
 #include <QFile>
 #include <algorithm>

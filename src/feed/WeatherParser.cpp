@@ -1,8 +1,8 @@
 #include "feed/WeatherParser.h"
 
+#include "core/DateText.h"
+#include "core/NumberText.h"
 #include "feed/WeatherQuantities.h"
-#include "shell/DateText.h"
-#include "shell/NumberText.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "feed/WeatherQuantities.h"
 
-#include "shell/NumberText.h"
+#include "core/NumberText.h"
 
 QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
     if (quantity.real)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/NumberText.h"
+#include "core/NumberText.h"
 
 #include <QString>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Dialogs.h"
 #include "prediction/RunCells.h"
-#include "shell/Dialogs.h"
 
 #include <QList>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "prediction/RunCells.h"
 
-#include "shell/NumberText.h"
+#include "core/NumberText.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #include "prediction/RunCompletion.h"
 
+#include "core/NumberText.h"
 #include "prediction/ComputeFault.h"
 #include "prediction/EtModel.h"
-#include "shell/NumberText.h"
 
 #include <array>
 

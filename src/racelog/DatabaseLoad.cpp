@@ -1,10 +1,10 @@
 #include "racelog/Database.h"
 
+#include "core/NumberText.h"
 #include "racelog/ColumnTable.h"
 #include "racelog/LogConnection.h"
 #include "racelog/LogFieldRules.h"
 #include "racelog/LogFileSchema.h"
-#include "shell/NumberText.h"
 
 #include <QDir>
 #include <QFileInfo>

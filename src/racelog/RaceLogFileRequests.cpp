@@ -1,7 +1,7 @@
 #include "racelog/RaceLogFileRequests.h"
 
-#include "shell/DateText.h"
-#include "shell/Registry.h"
+#include "core/DateText.h"
+#include "core/Registry.h"
 
 #include <QFileInfo>
 

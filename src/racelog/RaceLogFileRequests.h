@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Dialogs.h"
+#include "core/Dialogs.h"
 
 #include <QDate>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "racelog/RunCellText.h"
 
-#include "shell/DateText.h"
-#include "shell/NumberText.h"
+#include "core/DateText.h"
+#include "core/NumberText.h"
 
 namespace RunCellText {
 

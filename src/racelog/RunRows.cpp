@@ -1,7 +1,7 @@
 #include "racelog/RunRows.h"
 
+#include "core/DateText.h"
 #include "racelog/RunTable.h"
-#include "shell/DateText.h"
 
 namespace RunRows {
 

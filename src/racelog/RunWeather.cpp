@@ -1,8 +1,8 @@
 #include "racelog/RunWeather.h"
 
-#include "feed/WeatherRecord.h"
+#include "core/NumberText.h"
+#include "core/WeatherRecord.h"
 #include "racelog/RunTable.h"
-#include "shell/NumberText.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "ToolProcess.h"
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/DateText.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherFeed.h"
-#include "shell/AppState.h"
-#include "shell/DateText.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QFile>
 #include <QLabel>
@@ -27,7 +27,7 @@ void configurePort(const QString& device, const QString& host = QStringLiteral("
     Registry::Set(serialKey + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
 }
 
-QString statusText(const frmMain& window) {
+QString statusText(const MainWindow& window) {
     return window.findChild<QLabel*>(QStringLiteral("lblStatus"))->text();
 }
 
@@ -68,7 +68,7 @@ private slots:
         configurePort(device);
 
         AppState state;
-        frmMain window(state);
+        MainWindow window(state);
         window.Load();
         window.show();
         QVERIFY(dialogs.messages.isEmpty()); // a port is set, so no question about one
@@ -110,7 +110,7 @@ private slots:
         configurePort(device, QStringLiteral("127.0.0.1"), relayPort);
 
         AppState mainState;
-        frmMain mainWindow(mainState);
+        MainWindow mainWindow(mainState);
         mainWindow.Load();
         // A main instance connects to the relay when its port settings are applied.
         QVERIFY(mainWindow.instrument().connectIPPort());
@@ -118,7 +118,7 @@ private slots:
 
         AppState displayState;
         displayState.bDisplayMode = true;
-        frmMain displayWindow(displayState);
+        MainWindow displayWindow(displayState);
         displayWindow.Load();
         displayWindow.ConnectRelay();
         QCOMPARE(displayWindow.windowTitle(), QStringLiteral("Vessimar"));

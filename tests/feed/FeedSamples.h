@@ -1,7 +1,7 @@
 #pragma once
 
-#include "feed/WeatherRecord.h"
-#include "racelog/RaceLogDocument.h"
+#include "core/RaceLogDocument.h"
+#include "core/WeatherRecord.h"
 
 #include <QByteArray>
 #include <QFile>

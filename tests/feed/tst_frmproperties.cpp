@@ -1,11 +1,11 @@
 #include "PtyPair.h"
 #include "TestRelay.h"
 #include "common/TestHome.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
-#include "feed/frmProperties.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
+#include "ui/feed/PortDialog.h"
 
 #include <QComboBox>
 #include <QDeadlineTimer>
@@ -44,7 +44,7 @@ public:
     }
     bool applyEnabled() { return button("cmdApply")->isEnabled(); }
     bool restoreEnabled() { return button("cmdRestoreDefaults")->isEnabled(); }
-    frmProperties form;
+    PortDialog form;
 };
 
 } // namespace

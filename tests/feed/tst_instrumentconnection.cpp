@@ -1,10 +1,10 @@
 #include "PtyPair.h"
 #include "TestRelay.h"
 #include "common/TestHome.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 #include "feed/ReplayLink.h"
-#include "shell/ScriptedDialogs.h"
 
 #include <QDeadlineTimer>
 #include <QSerialPort>

@@ -1,8 +1,8 @@
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "feed/LineSettings.h"
 #include "feed/PortDevices.h"
 #include "feed/PortSettings.h"
-#include "shell/Registry.h"
 
 #include <QTest>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "FeedSamples.h"
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "feed/StatusLine.h"
 #include "feed/WeatherQuantities.h"
-#include "shell/Registry.h"
 
 #include <QTest>
 #include <memory>

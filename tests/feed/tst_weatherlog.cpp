@@ -1,8 +1,8 @@
 #include "FeedSamples.h"
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "feed/DataFolder.h"
 #include "feed/WeatherLog.h"
-#include "shell/Registry.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "prediction/PagerDispatch.h"
-#include "racelog/LogSidePanel.h"
-#include "racelog/RaceLogCommands.h"
-#include "racelog/RunGrid.h"
+#include "core/AppState.h"
 #include "racelog/RunTable.h"
-#include "racelog/frmLog.h"
-#include "shell/AppState.h"
-#include "shell/frmMain.h"
+#include "ui/pager/PagerDispatch.h"
+#include "ui/racelog/LogSidePanel.h"
+#include "ui/racelog/RaceLogCommands.h"
+#include "ui/racelog/RaceLogWindow.h"
+#include "ui/racelog/RunGrid.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -35,30 +35,32 @@ struct PredictionWindows {
     void run(const QString& name) { main.dispatch(name); }
 
     // A new log through the main window's command, in the first free slot.
-    frmLog* newLog() {
+    RaceLogWindow* newLog() {
         const int before = int(main.mdiArea()->subWindowList().size());
         run(QStringLiteral("miNewRaceLog"));
         const QList<QMdiSubWindow*> windows = main.mdiArea()->subWindowList();
-        return windows.size() > before ? qobject_cast<frmLog*>(windows.last()->widget()) : nullptr;
+        return windows.size() > before ? qobject_cast<RaceLogWindow*>(windows.last()->widget())
+                                       : nullptr;
     }
-    frmLog* slot(int index) {
-        return index < state.RaceLogs.size() ? dynamic_cast<frmLog*>(state.RaceLogs[index])
+    RaceLogWindow* slot(int index) {
+        return index < state.RaceLogs.size() ? dynamic_cast<RaceLogWindow*>(state.RaceLogs[index])
                                              : nullptr;
     }
 
     AppState state;
-    frmMain main{state};
+    MainWindow main{state};
     RaceLogCommands* commands;
     PagerDispatch* pager;
 };
 
 // The caption as the main window's client area shows it.
-inline QString frameCaption(frmLog* log) {
+inline QString frameCaption(RaceLogWindow* log) {
     auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
     return frame ? frame->windowTitle() : QString();
 }
 
-inline void setCells(frmLog* log, int row, std::initializer_list<std::pair<int, QString>> cells) {
+inline void setCells(RaceLogWindow* log, int row,
+                     std::initializer_list<std::pair<int, QString>> cells) {
     for (const auto& [column, text] : cells)
         log->gridLog->table().setTextMatrix(row, column, text);
 }
@@ -69,11 +71,11 @@ inline void setCells(frmLog* log, int row, std::initializer_list<std::pair<int, 
 namespace WorkedCase {
 inline const QString Line = QStringLiteral("ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
 
-inline void fillReferenceRun(frmLog* log, int row = 1) {
+inline void fillReferenceRun(RaceLogWindow* log, int row = 1) {
     setCells(log, row, {{12, "9.5"}, {19, "2000"}, {14, "1.5"}, {21, "0.512"}});
 }
 
-inline void fillFields(frmLog* log) {
+inline void fillFields(RaceLogWindow* log) {
     LogSidePanel* panel = log->tabLog;
     panel->txtAA->setText(QStringLiteral("2100"));
     panel->txtVP->setText(QStringLiteral("0.487"));
@@ -82,7 +84,7 @@ inline void fillFields(frmLog* log) {
     panel->txtTSR->setText(QStringLiteral("0.25"));
 }
 
-inline void fill(frmLog* log) {
+inline void fill(RaceLogWindow* log) {
     fillReferenceRun(log);
     fillFields(log);
 }

@@ -1,10 +1,10 @@
 #include "PredictionWindows.h"
 #include "common/TestHome.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 #include "feed/PortSettings.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
 #include "tools/ToolProcess.h"
 
 #include <QCheckBox>
@@ -32,7 +32,7 @@ void chooseSimulatorPort(const QString& device) {
 
 // A log that predicts from a quarter mile of 9.5 at AA 2000 with PF 5, and takes part in
 // the page under its identifier.
-void preparePagingLog(frmLog* log, const QString& identifier) {
+void preparePagingLog(RaceLogWindow* log, const QString& identifier) {
     setCells(log, 1, {{12, "9.5"}, {19, "2000"}});
     log->tabLog->txtPF->setText(QStringLiteral("5"));
     log->tabLog->txtPageIdentifier->setText(identifier);
@@ -82,8 +82,8 @@ private slots:
         // The program polls the instrument on its own.
         QCOMPARE(simulator.waitForLine(QStringLiteral("POLL")), QStringLiteral("POLL"));
 
-        frmLog* red = windows.newLog();
-        frmLog* blue = windows.newLog();
+        RaceLogWindow* red = windows.newLog();
+        RaceLogWindow* blue = windows.newLog();
         preparePagingLog(red, QStringLiteral("Red"));
         preparePagingLog(blue, QStringLiteral("Blue"));
 

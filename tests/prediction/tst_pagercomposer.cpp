@@ -1,4 +1,4 @@
-#include "prediction/PagerComposer.h"
+#include "pager/PagerComposer.h"
 
 #include <QTest>
 

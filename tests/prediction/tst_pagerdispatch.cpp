@@ -1,7 +1,7 @@
 #include "PredictionWindows.h"
 #include "common/TestHome.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
-#include "shell/ScriptedDialogs.h"
 
 #include <QCheckBox>
 #include <QRegularExpression>
@@ -84,10 +84,10 @@ private slots:
     void thePageHoldsTheTickedLogsInSlotOrderAndTheWeather() {
         PagerWindow window;
         window.state.bDeltaVP = true;
-        frmLog* red = window.newLog();
-        frmLog* idle = window.newLog();
-        frmLog* blue = window.newLog();
-        for (frmLog* log : {red, idle, blue})
+        RaceLogWindow* red = window.newLog();
+        RaceLogWindow* idle = window.newLog();
+        RaceLogWindow* blue = window.newLog();
+        for (RaceLogWindow* log : {red, idle, blue})
             WorkedCase::fill(log);
         red->tabLog->txtPageIdentifier->setText(QStringLiteral("Red"));
         blue->tabLog->txtPageIdentifier->setText(QStringLiteral("Blue"));

@@ -1,6 +1,6 @@
 #include "common/TestHome.h"
-#include "prediction/PagerSchedule.h"
-#include "shell/Registry.h"
+#include "core/Registry.h"
+#include "pager/PagerSchedule.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #include "PredictionWindows.h"
 #include "common/TestHome.h"
-#include "shell/ScriptedDialogs.h"
+#include "core/ScriptedDialogs.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,7 +22,7 @@ const QString WorkedCaption = QStringLiteral("Race Log# 1  ") + WorkedCase::Line
 
 // A command of a log's row menu, opened with the right button on a run number and chosen,
 // as the user does it.
-void rowCommand(frmLog* log, int row, const char* name) {
+void rowCommand(RaceLogWindow* log, int row, const char* name) {
     QHeaderView* numbers = log->gridLog->verticalHeader();
     const QPoint centre(numbers->width() / 2, numbers->sectionViewportPosition(row - 1) +
                                                   numbers->sectionSize(row - 1) / 2);
@@ -36,7 +36,7 @@ void rowCommand(frmLog* log, int row, const char* name) {
 
 // A run shut off after 1000 ft (row 2), completed from a full quarter mile (row 1) at PF 5:
 // the reference says 9.5041 at the run's air, and the run was 0.0968 behind at 1000 ft.
-void fillShutOffRun(frmLog* log) {
+void fillShutOffRun(RaceLogWindow* log) {
     log->gridLog->newRun();
     setCells(log, 1, {{10, "7.5"}, {12, "9.5"}, {19, "2000"}});
     setCells(log, 2, {{10, "7.6"}, {12, "8.1"}, {19, "2100"}});
@@ -65,7 +65,7 @@ private slots:
     void theWorkedCaseShowsInTheCaptionAndThePage() {
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
         QCOMPARE(log->sPagerMessage, WorkedMessage);
@@ -79,7 +79,7 @@ private slots:
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
         windows.newLog();
-        frmLog* second = windows.newLog();
+        RaceLogWindow* second = windows.newLog();
         QCOMPARE(second->iIndex, 1);
         WorkedCase::fill(second);
         second->updatePredictions();
@@ -90,7 +90,7 @@ private slots:
     void anIdentifierNamesTheLog() {
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->tabLog->txtPageIdentifier->setText(QStringLiteral("Red"));
         log->updatePredictions();
@@ -100,7 +100,7 @@ private slots:
 
     void withoutTheVpOptionTheLineEndsAtTheTimer() {
         PredictionWindows windows;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
         QCOMPARE(frameCaption(log), QStringLiteral("Race Log# 1  ET: 9.5041  TS @ 9.50: 1.3991"));
@@ -109,7 +109,7 @@ private slots:
     // Nothing numeric to predict from: nothing changes and nobody is told.
     void missingDataChangesNothing() {
         PredictionWindows windows;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fillFields(log);
         const QString caption = frameCaption(log);
         log->updatePredictions();
@@ -122,7 +122,7 @@ private slots:
     void aFaultShowsTheBoxAndKeepsTheEt() {
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->tabLog->txtTSR->setText(QStringLiteral("1e307"));
         log->updatePredictions();
@@ -140,7 +140,7 @@ private slots:
     void aLaterInvalidInputKeepsTheLastMessage() {
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
         log->tabLog->txtAA->setText(QStringLiteral("abc"));
@@ -154,7 +154,7 @@ private slots:
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->gridLog->table().setTextMatrix(1, 12, QString());
         log->gridLog->setCurrentRunCell(1, 12);
@@ -172,9 +172,9 @@ private slots:
     void btnPredictUpdatesEveryOpenLog() {
         PredictionWindows windows;
         windows.state.bDeltaVP = true;
-        frmLog* first = windows.newLog();
-        frmLog* second = windows.newLog();
-        frmLog* third = windows.newLog();
+        RaceLogWindow* first = windows.newLog();
+        RaceLogWindow* second = windows.newLog();
+        RaceLogWindow* third = windows.newLog();
         WorkedCase::fill(first);
         WorkedCase::fill(third);
         third->tabLog->txtPageIdentifier->setText(QStringLiteral("Blue"));
@@ -193,7 +193,7 @@ private slots:
     void miReferenceRunChoosesTheRunAndPredictsFromIt() {
         PredictionWindows windows;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         log->gridLog->newRun();
         log->gridLog->newRun();
         WorkedCase::fill(log);
@@ -216,7 +216,7 @@ private slots:
 
     void runCompleteStandsAfterReferenceRun() {
         PredictionWindows windows;
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         const QList<QAction*> items = log->gridLog->rowMenu()->actions();
         QCOMPARE(items[0]->objectName(), QStringLiteral("miReferenceRun"));
         QCOMPARE(items[1]->objectName(), QStringLiteral("miRunComplete"));
@@ -227,7 +227,7 @@ private slots:
     void runCompleteYesWritesTheFinishAndTheNotes() {
         PredictionWindows windows;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
         log->tabLog->txtNotes->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::Yes);
@@ -255,7 +255,7 @@ private slots:
     void runCompleteNoChangesNothing() {
         PredictionWindows windows;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
         log->tabLog->txtNotes->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::No);
@@ -270,7 +270,7 @@ private slots:
     void runCompleteFaultIsReported() {
         PredictionWindows windows;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
         setCells(log, 2, {{19, ""}});
         rowCommand(log, 2, "miRunComplete");
@@ -286,7 +286,7 @@ private slots:
     void runCompleteOnTheFirstRunEndsSilently() {
         PredictionWindows windows;
         windows.main.show();
-        frmLog* log = windows.newLog();
+        RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
         rowCommand(log, 1, "miRunComplete");
         QVERIFY(dialogs->messages.isEmpty());

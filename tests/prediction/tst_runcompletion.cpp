@@ -1,6 +1,6 @@
 #include "SampleRunTable.h"
+#include "core/ScriptedDialogs.h"
 #include "prediction/RunCompletion.h"
-#include "shell/ScriptedDialogs.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #include "common/TestHome.h"
-#include "racelog/frmConfiguration.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
+#include "ui/racelog/ConfigurationDialog.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -118,7 +118,7 @@ struct Dialog {
     }
 
     QList<int> frequencies; // every frequency the main window was given
-    frmConfiguration form{[this](int frequency) { frequencies << frequency; }};
+    ConfigurationDialog form{[this](int frequency) { frequencies << frequency; }};
 };
 
 } // namespace
@@ -248,7 +248,7 @@ private slots:
     }
 
     void theDialogOpensInTheMiddleOfTheScreen() {
-        frmConfiguration form([](int) {});
+        ConfigurationDialog form([](int) {});
         const QRect area = form.screen()->geometry();
         QCOMPARE(form.x(), area.left() + (area.width() - form.width()) / 2);
         QCOMPARE(form.y(), area.top() + (area.height() - form.height()) / 2);

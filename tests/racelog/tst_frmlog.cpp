@@ -1,15 +1,15 @@
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/DateText.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "racelog/CellColor.h"
 #include "racelog/Database.h"
-#include "racelog/LogSidePanel.h"
-#include "racelog/RunGrid.h"
 #include "racelog/RunTable.h"
-#include "racelog/ShowColumnMenu.h"
-#include "racelog/frmLog.h"
-#include "shell/AppState.h"
-#include "shell/DateText.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
+#include "ui/racelog/LogSidePanel.h"
+#include "ui/racelog/RaceLogWindow.h"
+#include "ui/racelog/RunGrid.h"
+#include "ui/racelog/ShowColumnMenu.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -69,7 +69,7 @@ struct LogWindow {
     }
 
     AppState state;
-    frmLog log{state};
+    RaceLogWindow log{state};
 };
 
 } // namespace
@@ -91,7 +91,7 @@ private slots:
 
     void aNewLogHasOneEmptyRunAndItIsTheReference() {
         LogWindow window;
-        frmLog& log = window.log;
+        RaceLogWindow& log = window.log;
         QCOMPARE(log.objectName(), QStringLiteral("frmLog"));
         QCOMPARE(log.gridLog->objectName(), QStringLiteral("gridLog"));
         QCOMPARE(window.table().Rows(), 2);
@@ -306,7 +306,7 @@ private slots:
 
     void theCornerCellOpensAndClosesThePanel() {
         LogWindow window;
-        frmLog& log = window.log;
+        RaceLogWindow& log = window.log;
         log.show();
         QVERIFY(QTest::qWaitForWindowActive(&log));
         QVERIFY(window.panel().isHidden());

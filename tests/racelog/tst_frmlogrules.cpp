@@ -1,8 +1,8 @@
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
 #include "racelog/SidePanelRules.h"
-#include "shell/Registry.h"
 
 #include <QTest>
 #include <memory>

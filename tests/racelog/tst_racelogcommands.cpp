@@ -1,15 +1,15 @@
 #include "SqliteShell.h"
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "racelog/Database.h"
-#include "racelog/LogSidePanel.h"
-#include "racelog/RaceLogCommands.h"
-#include "racelog/RunGrid.h"
 #include "racelog/RunTable.h"
-#include "racelog/frmLog.h"
-#include "shell/AppState.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "ui/racelog/LogSidePanel.h"
+#include "ui/racelog/RaceLogCommands.h"
+#include "ui/racelog/RaceLogWindow.h"
+#include "ui/racelog/RunGrid.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -65,13 +65,13 @@ public:
 };
 
 // The main window with its race log commands, shown and in front.
-struct MainWindow {
-    MainWindow() {
+struct MainWindowHarness {
+    MainWindowHarness() {
         commands = new RaceLogCommands(main, state);
         main.show();
         QVERIFY(QTest::qWaitForWindowActive(&main));
     }
-    ~MainWindow() {
+    ~MainWindowHarness() {
         // The logs go without their save questions when the test is over.
         const QList<QMdiSubWindow*> windows = main.mdiArea()->subWindowList();
         for (QMdiSubWindow* window : windows)
@@ -79,23 +79,23 @@ struct MainWindow {
     }
     QAction* tool(const char* name) { return main.findChild<QAction*>(name); }
     void run(const char* name) { tool(name)->trigger(); }
-    frmLog* slot(int index) {
-        return index < state.RaceLogs.size() ? dynamic_cast<frmLog*>(state.RaceLogs[index])
+    RaceLogWindow* slot(int index) {
+        return index < state.RaceLogs.size() ? dynamic_cast<RaceLogWindow*>(state.RaceLogs[index])
                                              : nullptr;
     }
     QList<QMdiSubWindow*> children() { return main.mdiArea()->subWindowList(); }
-    frmLog* active() {
+    RaceLogWindow* active() {
         QMdiSubWindow* child = main.mdiArea()->currentSubWindow();
-        return child ? qobject_cast<frmLog*>(child->widget()) : nullptr;
+        return child ? qobject_cast<RaceLogWindow*>(child->widget()) : nullptr;
     }
-    void activate(frmLog* log) {
+    void activate(RaceLogWindow* log) {
         main.mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(log->parentWidget()));
     }
     // Deletes what the closes left for later.
     static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     AppState state;
-    frmMain main{state};
+    MainWindow main{state};
     RaceLogCommands* commands;
 };
 
@@ -119,7 +119,7 @@ private slots:
     }
 
     void selectLogColumnsOpensItsModalDialogue() {
-        MainWindow window;
+        MainWindowHarness window;
         QString opened;
         QTimer::singleShot(0, [&opened] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -132,7 +132,7 @@ private slots:
     }
 
     void aFrequencyChosenInTheConfigurationTakesEffectAtOnce() {
-        MainWindow window;
+        MainWindowHarness window;
         QCOMPARE(window.main.pagerFrequency(), 75);
         QString opened;
         QTimer::singleShot(0, [&opened] {
@@ -151,12 +151,12 @@ private slots:
     }
 
     void aNewLogTakesAFreeSlotAndIsNamedByIt() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
         QCOMPARE(window.state.RaceLogs.size(), 2);
-        frmLog* first = window.slot(0);
-        frmLog* second = window.slot(1);
+        RaceLogWindow* first = window.slot(0);
+        RaceLogWindow* second = window.slot(1);
         QVERIFY(first && second);
         QCOMPARE(first->iIndex, 0);
         QCOMPARE(second->iIndex, 1);
@@ -171,15 +171,15 @@ private slots:
         // The save dialog starts beside the program; Cancel writes nothing there or anywhere.
         const QDir programFolder(QCoreApplication::applicationDirPath());
         const QStringList logsBeside = programFolder.entryList({"*.trl"});
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
-        frmLog* second = window.slot(1);
+        RaceLogWindow* second = window.slot(1);
         window.activate(window.slot(0));
         // A log never saved asks for a file; Cancel throws it away.
         dialogs->queueFile(QString());
         window.run("miClose");
-        MainWindow::settle();
+        MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 1);
         QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 1"));
         QCOMPARE(window.state.RaceLogs[0], nullptr);
@@ -201,10 +201,10 @@ private slots:
     // On a fresh profile a new log shows its whole side panel and ten runs, and that is the
     // size kept for the next one.
     void aNewLogOnAFreshProfileOpensAtAUsableSize() {
-        MainWindow window;
+        MainWindowHarness window;
         window.main.resize(1200, 900);
         window.run("miNewRaceLog");
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QCoreApplication::processEvents();
         QVERIFY2(log->tabLog->height() >= log->tabLog->sizeHint().height(),
                  qPrintable(QString::number(log->tabLog->height())));
@@ -223,11 +223,11 @@ private slots:
 
     // With the side panel opened, a new log still shows the whole panel beside the runs.
     void aNewLogShowsItsWholeSidePanelBesideTheRuns() {
-        MainWindow window;
+        MainWindowHarness window;
         window.main.resize(1200, 900);
         window.main.show();
         window.run("miNewRaceLog");
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(QTest::qWaitForWindowExposed(log));
         emit log->gridLog->panelToggleRequested();
         QCoreApplication::processEvents();
@@ -253,11 +253,11 @@ private slots:
         Registry::Set(key, "Height", "28");
         Registry::Set(key, "Left", "5000");
         Registry::Set(key, "Top", "-4000");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.resize(1000, 800);
         QCoreApplication::processEvents();
         window.run("miNewRaceLog");
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
         QVERIFY(log->width() >= log->minimumWidth());
         QVERIFY(log->height() >= log->minimumHeight());
@@ -266,7 +266,7 @@ private slots:
     }
 
     void closingKeepsThePlacement() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miNewRaceLog");
         auto* frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
         frame->setGeometry(10, 20, 800, 500);
@@ -275,7 +275,7 @@ private slots:
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
         QCOMPARE(Registry::Get(key, "Width"), QStringLiteral("800"));
         QCOMPARE(Registry::Get(key, "Top"), QStringLiteral("20"));
-        MainWindow::settle();
+        MainWindowHarness::settle();
 
         window.run("miNewRaceLog");
         frame = qobject_cast<QMdiSubWindow*>(window.slot(0)->parentWidget());
@@ -285,16 +285,16 @@ private slots:
     void closingASavedLogAsksAndNoKeepsTheFile() {
         const QString path = file("kept.trl");
         writeRaceLog(path, 2, "Pro");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         log->gridLog->table().setTextMatrix(1, 6, "1.5555");
         const QByteArray before = contents(path);
 
         dialogs->queueAnswer(Dialogs::Answer::No);
         window.run("miClose");
-        MainWindow::settle();
+        MainWindowHarness::settle();
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("Do you want to save the information for:\r\n  Pro"));
@@ -308,14 +308,14 @@ private slots:
         QVERIFY(QDir().mkpath(file("event")));
         const QString path = file("event/log.trl");
         writeRaceLog(path, 1, "");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(QDir(file("event")).removeRecursively());
 
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miClose");
-        MainWindow::settle();
+        MainWindowHarness::settle();
         QCOMPARE(dialogs->messages.size(), 2);
         QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to create log database!"));
         QCOMPARE(window.children().size(), 1);
@@ -336,7 +336,7 @@ private slots:
         const QString path = file("logs/2026-05-04 Brainerd.trl");
         writeRaceLog(path, 2, "Pro");
         Registry::Set(PathKey, "0", file("start"));
-        MainWindow window;
+        MainWindowHarness window;
         dialogs->queueFile(path);
         window.run("miOpenRaceLog");
 
@@ -350,7 +350,7 @@ private slots:
         QCOMPARE(request.initialFolder, file("start"));
         QCOMPARE(Registry::Get(PathKey, "0"), file("logs"));
 
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         QVERIFY(log->isVisible());
         QCOMPARE(log->windowTitle(), QStringLiteral("Pro"));
@@ -369,7 +369,7 @@ private slots:
     }
 
     void cancelledOpenDoesNothing() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miOpenRaceLog");
         QCOMPARE(dialogs->fileRequests.size(), 1);
         QCOMPARE(dialogs->fileRequests[0].initialFolder, QString());
@@ -379,7 +379,7 @@ private slots:
     }
 
     void aMissingFileIsNotLoaded() {
-        MainWindow window;
+        MainWindowHarness window;
         const QString path = file("missing.trl");
         window.main.OpenFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
@@ -402,7 +402,7 @@ private slots:
         QVERIFY(text.open(QIODevice::WriteOnly));
         text.write("Runs: 9.51, 9.49\n");
         text.close();
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text, QStringLiteral("Not able to load Race Log...\r\n") +
@@ -417,7 +417,7 @@ private slots:
         const QString path = file("old.trl");
         writeRaceLog(path, 2, "Pro");
         QCOMPARE(SqliteShell::run(path, "ALTER TABLE Log DROP COLUMN mph1320").exitCode, 0);
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
@@ -439,9 +439,9 @@ private slots:
         QCOMPARE(
             SqliteShell::run(path, "UPDATE Log SET Time = 'noon' WHERE GeneralID = 2").exitCode, 0);
         const QByteArray original = contents(path);
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
@@ -474,7 +474,7 @@ private slots:
     void aFileReadWholeIsSavedWithoutACopy() {
         const QString path = file("whole.trl");
         writeRaceLog(path, 2, "Pro");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
         QVERIFY(dialogs->messages.isEmpty());
         dialogs->queueAnswer(Dialogs::Answer::Yes);
@@ -487,10 +487,10 @@ private slots:
         const QString path = file("none.trl");
         writeRaceLog(path, 3, "Pro");
         QCOMPARE(SqliteShell::run(path, "UPDATE Properties SET RefRun = -1").exitCode, 0);
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(path);
         QVERIFY(dialogs->messages.isEmpty());
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QCOMPARE(log->tabLog->cboRefRun->count(), 3);
         QCOMPARE(log->tabLog->cboRefRun->currentIndex(), -1);
         QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
@@ -501,7 +501,7 @@ private slots:
 
     // A name typed without an extension is saved as a race log file.
     void aBareNameIsSavedWithTheRaceLogExtension() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miNewRaceLog");
         dialogs->queueFile(file("friday"));
         window.run("miSave");
@@ -514,7 +514,7 @@ private slots:
     }
 
     void saveActsOnTheActiveLog() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miSave");
         window.run("miSaveAs");
         QVERIFY(dialogs->messages.isEmpty());
@@ -523,7 +523,7 @@ private slots:
         const QString path = file("active.trl");
         writeRaceLog(path, 1, "Pro");
         window.main.OpenFile(path);
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         log->tabLog->txtPF->setText("6.25");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
@@ -545,7 +545,7 @@ private slots:
     void saveAllSavesEveryOpenLog() {
         const QString first = file("first.trl");
         writeRaceLog(first, 1, "First");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.OpenFile(first);
         window.run("miNewRaceLog");
         window.slot(0)->gridLog->table().setTextMatrix(1, 12, "9.8765");
@@ -569,20 +569,20 @@ private slots:
     }
 
     void closeAllClosesEveryWindowWithItsQuestions() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
         dialogs->queueFile(QString());
         dialogs->queueFile(QString());
         window.run("miCloseAll");
-        MainWindow::settle();
+        MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 2);
         QVERIFY(window.children().isEmpty());
         QCOMPARE(window.state.RaceLogs, (QList<RaceLogDocument*>{nullptr, nullptr}));
     }
 
     void printAndPdfWithNoWindowSayTheyCannot() {
-        MainWindow window;
+        MainWindowHarness window;
         window.run("miPrint");
         window.run("miPDFExport");
         QCOMPARE(dialogs->messages.size(), 2);
@@ -593,7 +593,7 @@ private slots:
     }
 
     void printReachesAWindowThatCanPrint() {
-        MainWindow window;
+        MainWindowHarness window;
         auto* printable = new Printable;
         window.main.mdiArea()->addSubWindow(printable)->show();
         window.main.mdiArea()->setActiveSubWindow(
@@ -609,7 +609,7 @@ private slots:
         Registry::Set(DefaultsKey + "Bracket\\", "PF", "5.5");
         Registry::Set(DefaultsKey + "Bracket\\", "CarNumber", "7X");
         Registry::Set(DefaultsKey + "Super Pro\\", "PF", "2");
-        MainWindow window;
+        MainWindowHarness window;
         window.commands->CreateRaceLogListing();
         auto* band = window.main.findChild<QMenu*>("RaceLogType");
         QVERIFY(band);
@@ -631,7 +631,7 @@ private slots:
         QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
 
         band->actions()[0]->trigger();
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         QCOMPARE(log->sRaceLogType, QStringLiteral("Bracket"));
         QCOMPARE(log->windowTitle(), QStringLiteral("Bracket"));
@@ -645,9 +645,9 @@ private slots:
 
     void removingATypeLeavesAnOpenLogOfThatTypeAsItIs() {
         Registry::Set("SOFTWARE\\Zorvane\\Main\\Defaults\\Red\\", "PF", "7");
-        MainWindow window;
+        MainWindowHarness window;
         window.main.dispatch("newRed");
-        frmLog* log = window.slot(0);
+        RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("7"));
 
@@ -674,7 +674,7 @@ private slots:
     }
 
     void withoutTypesNewRaceLogStaysACommand() {
-        MainWindow window;
+        MainWindowHarness window;
         window.commands->CreateRaceLogListing();
         QVERIFY(window.main.findChild<QMenu*>("RaceLogType")->actions().isEmpty());
         QCOMPARE(window.tool("miNewRaceLog")->menu(), nullptr);

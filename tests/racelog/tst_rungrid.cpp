@@ -1,10 +1,10 @@
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/DateText.h"
+#include "core/ScriptedDialogs.h"
 #include "racelog/CellColor.h"
-#include "racelog/RunGrid.h"
 #include "racelog/RunTable.h"
-#include "shell/AppState.h"
-#include "shell/DateText.h"
-#include "shell/ScriptedDialogs.h"
+#include "ui/racelog/RunGrid.h"
 
 #include <QAbstractButton>
 #include <QApplication>

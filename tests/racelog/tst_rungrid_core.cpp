@@ -1,4 +1,4 @@
-#include "feed/WeatherRecord.h"
+#include "core/WeatherRecord.h"
 #include "racelog/CellColor.h"
 #include "racelog/RunCellText.h"
 #include "racelog/RunClipboard.h"

@@ -1,7 +1,7 @@
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "racelog/ColumnTable.h"
-#include "racelog/frmSelectLogColumns.h"
-#include "shell/Registry.h"
+#include "ui/racelog/LogColumnsDialog.h"
 
 #include <QCheckBox>
 #include <QFile>
@@ -51,7 +51,7 @@ struct Dialog {
     void click(const char* buttonName) {
         QTest::mouseClick(form.findChild<QPushButton*>(buttonName), Qt::LeftButton);
     }
-    frmSelectLogColumns form;
+    LogColumnsDialog form;
 };
 
 } // namespace
@@ -65,7 +65,7 @@ private slots:
     void cleanup() { home.reset(); }
 
     void theDialogHasItsTitleFrameAndButtons() {
-        frmSelectLogColumns form;
+        LogColumnsDialog form;
         QCOMPARE(form.objectName(), QStringLiteral("frmSelectLogColumns"));
         QCOMPARE(form.windowTitle(), QStringLiteral("Select Columns"));
         const QList<QGroupBox*> frames = form.findChildren<QGroupBox*>();
@@ -78,7 +78,7 @@ private slots:
     // One box for each column that can be hidden, captioned with its value name ("Track
     // Temp", not the header "T. Temp"), in the order of the log windows' menu.
     void eachHideableColumnHasItsBoxInMenuOrder() {
-        frmSelectLogColumns form;
+        LogColumnsDialog form;
         QGroupBox* frame = form.findChild<QGroupBox*>();
         const QList<QCheckBox*> boxes = frame->findChildren<QCheckBox*>();
         QCOMPARE(boxes.size(), ColumnTable::HideableCount);
@@ -100,7 +100,7 @@ private slots:
     }
 
     void theDialogOpensInTheMiddleOfTheScreen() {
-        frmSelectLogColumns form;
+        LogColumnsDialog form;
         const QRect area = form.screen()->geometry();
         QCOMPARE(form.x(), area.left() + (area.width() - form.width()) / 2);
         QCOMPARE(form.y(), area.top() + (area.height() - form.height()) / 2);

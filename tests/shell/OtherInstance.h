@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/InstanceChannel.h"
+#include "core/InstanceChannel.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,5 +1,5 @@
-#include "shell/CommandTable.h"
-#include "shell/Palette.h"
+#include "core/CommandTable.h"
+#include "core/Palette.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "shell/DateText.h"
+#include "core/DateText.h"
 
 #include <QTest>
 

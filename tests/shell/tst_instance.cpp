@@ -1,6 +1,6 @@
 #include "OtherInstance.h"
 #include "common/TestHome.h"
-#include "shell/InstanceChannel.h"
+#include "core/InstanceChannel.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,13 +1,13 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/CommandTable.h"
+#include "core/DateText.h"
+#include "core/Palette.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/WeatherFeed.h"
-#include "shell/AppState.h"
-#include "shell/CommandBar.h"
-#include "shell/CommandTable.h"
-#include "shell/DateText.h"
-#include "shell/Palette.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "ui/shell/CommandBar.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -47,7 +47,7 @@ class TestMainWindowBar : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<AppState> state;
-    std::unique_ptr<frmMain> window;
+    std::unique_ptr<MainWindow> window;
 
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
     QMenu* menu(const QString& name) { return window->findChild<QMenu*>(name); }
@@ -56,7 +56,7 @@ private slots:
     void init() {
         home = std::make_unique<TestHome>();
         state = std::make_unique<AppState>();
-        window = std::make_unique<frmMain>(*state);
+        window = std::make_unique<MainWindow>(*state);
     }
     void cleanup() {
         window.reset();

@@ -1,11 +1,11 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherReplaySink.h"
-#include "shell/AppState.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -103,7 +103,7 @@ class TestMainWindowCommands : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<AppState> state;
-    std::unique_ptr<frmMain> window;
+    std::unique_ptr<MainWindow> window;
 
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
     QMdiArea* area() { return window->mdiArea(); }
@@ -130,7 +130,7 @@ private slots:
     void init() {
         home = std::make_unique<TestHome>();
         state = std::make_unique<AppState>();
-        window = std::make_unique<frmMain>(*state);
+        window = std::make_unique<MainWindow>(*state);
         window->Load();
         window->resize(900, 700);
         window->show();
@@ -396,7 +396,7 @@ private slots:
         window.reset();
         state = std::make_unique<AppState>();
         state->bDisplayMode = true;
-        window = std::make_unique<frmMain>(*state);
+        window = std::make_unique<MainWindow>(*state);
         ScriptedDialogs dialogs;
         window->Load();
         dialogs.messages.clear();

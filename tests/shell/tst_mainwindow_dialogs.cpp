@@ -1,6 +1,6 @@
 #include "MainWindowTesting.h"
-#include "shell/Hourglass.h"
-#include "shell/WidgetDialogs.h"
+#include "core/Hourglass.h"
+#include "ui/shell/WidgetDialogs.h"
 
 #include <QColorDialog>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
-#include "shell/AppState.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "ui/shell/MainWindow.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -24,9 +24,9 @@ class TestMainWindowLoad : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<AppState> state;
-    std::unique_ptr<frmMain> window;
+    std::unique_ptr<MainWindow> window;
 
-    void makeWindow() { window = std::make_unique<frmMain>(*state); }
+    void makeWindow() { window = std::make_unique<MainWindow>(*state); }
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
     QTimer* timer(const QString& name) { return window->findChild<QTimer*>(name); }
     QColor background() { return window->mdiArea()->background().color(); }

@@ -1,6 +1,6 @@
 #include "ScreenLayout.h"
-#include "shell/CountMonitors.h"
-#include "shell/clsMonitors.h"
+#include "core/MonitorList.h"
+#include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
 #include <QScreen>
@@ -16,7 +16,7 @@ class TestLeftOfPrimary : public QObject {
     Q_OBJECT
 private slots:
     void theDesktopStartsLeftOfTheOrigin() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.DesktopLeft(), -1280);
         QCOMPARE(monitors.DesktopTop(), 0);
         QCOMPARE(monitors.DesktopWidth(), 3200);
@@ -25,15 +25,15 @@ private slots:
 
     // Sampling starts at the desktop's left edge, so the monitor there is found first.
     void theLeftMonitorIsFoundFirstWithANegativeLeft() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.Monitors.Count(), 2);
-        const clsMonitor& first = monitors.Monitors.Item(1);
+        const Monitor& first = monitors.Monitors.Item(1);
         QCOMPARE(first.Left, -1280);
         QCOMPARE(first.Right, 0);
         QCOMPARE(first.WorkLeft, -1280);
         QCOMPARE(first.Width, 1280);
         QCOMPARE(monitors.Monitors.Item(2).Left, 0);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(-1000, 100, clsMonitors::DefaultToNone),
+        QCOMPARE(monitors.GetMonitorFromXYPoint(-1000, 100, MonitorList::DefaultToNone),
                  first.Handle);
     }
 

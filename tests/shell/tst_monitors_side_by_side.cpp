@@ -1,6 +1,6 @@
 #include "ScreenLayout.h"
-#include "shell/CountMonitors.h"
-#include "shell/clsMonitors.h"
+#include "core/MonitorList.h"
+#include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
 #include <QScreen>
@@ -17,10 +17,10 @@ class TestSideBySide : public QObject {
     Q_OBJECT
 private slots:
     void twoMonitorsTheLeftOneFirst() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.Monitors.Count(), 2);
-        const clsMonitor& first = monitors.Monitors.Item(1);
-        const clsMonitor& second = monitors.Monitors.Item(2);
+        const Monitor& first = monitors.Monitors.Item(1);
+        const Monitor& second = monitors.Monitors.Item(2);
         QCOMPARE(first.Left, 0);
         QCOMPARE(first.Width, 1920);
         QCOMPARE(first.Height, 1080);
@@ -36,7 +36,7 @@ private slots:
     }
 
     void theDesktopHoldsBoth() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.DesktopLeft(), 0);
         QCOMPARE(monitors.DesktopTop(), 0);
         QCOMPARE(monitors.DesktopWidth(), 3200);
@@ -44,20 +44,20 @@ private slots:
     }
 
     void pointsAndWindowsFindTheirMonitor() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         const qint32 second = monitors.Monitors.Item(2).Handle;
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 500, clsMonitors::DefaultToNone), second);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 500, MonitorList::DefaultToNone), second);
         // Below the shorter monitor lies no monitor at all.
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, clsMonitors::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, clsMonitors::DefaultToNearest), second);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, MonitorList::DefaultToNearest), second);
         QWindow window;
         // Mostly on the right monitor.
         window.setGeometry(1800, 100, 600, 400);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, clsMonitors::DefaultToNone), second);
+        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), second);
     }
 
     void aFormIsCentredOnTheMonitorOfAnother() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QWindow other;
         other.setGeometry(2000, 100, 300, 200);
         QWindow form;

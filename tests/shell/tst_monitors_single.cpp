@@ -1,6 +1,6 @@
 #include "ScreenLayout.h"
-#include "shell/CountMonitors.h"
-#include "shell/clsMonitors.h"
+#include "core/MonitorList.h"
+#include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
 #include <QScreen>
@@ -15,9 +15,9 @@ private slots:
     }
 
     void aSingleMonitorGivesACollectionOfOne() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.Monitors.Count(), 1);
-        const clsMonitor& only = monitors.Monitors.Item(1);
+        const Monitor& only = monitors.Monitors.Item(1);
         QCOMPARE(only.Handle, 1);
         QCOMPARE(only.Left, 0);
         QCOMPARE(only.Top, 0);
@@ -30,7 +30,7 @@ private slots:
     }
 
     void theDesktopIsThePrimaryScreen() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.DesktopLeft(), 0);
         QCOMPARE(monitors.DesktopTop(), 0);
         QCOMPARE(monitors.DesktopWidth(), 1280);
@@ -38,33 +38,33 @@ private slots:
     }
 
     void refreshFindsTheMonitorAgainOnce() {
-        clsMonitors monitors;
+        MonitorList monitors;
         monitors.Refresh();
         monitors.Refresh();
         QCOMPARE(monitors.Monitors.Count(), 1);
     }
 
     void aPointOffTheMonitorHasNoneUnlessTheNearestIsAsked() {
-        const clsMonitors monitors;
-        QCOMPARE(monitors.GetMonitorFromXYPoint(100, 100, clsMonitors::DefaultToNone), 1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(1280, 10, clsMonitors::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(-5, -5, clsMonitors::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(5000, 10, clsMonitors::DefaultToNearest), 1);
+        const MonitorList monitors;
+        QCOMPARE(monitors.GetMonitorFromXYPoint(100, 100, MonitorList::DefaultToNone), 1);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(1280, 10, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(-5, -5, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(5000, 10, MonitorList::DefaultToNearest), 1);
     }
 
     void aWindowIsOnItsMonitor() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QWindow window;
         window.setGeometry(100, 100, 300, 200);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, clsMonitors::DefaultToNone), 1);
+        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), 1);
         window.setGeometry(3000, 3000, 300, 200);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, clsMonitors::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, clsMonitors::DefaultToNearest), 1);
-        QCOMPARE(monitors.GetMonitorFromWindow(nullptr, clsMonitors::DefaultToNearest), -1);
+        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNearest), 1);
+        QCOMPARE(monitors.GetMonitorFromWindow(nullptr, MonitorList::DefaultToNearest), -1);
     }
 
     void aFormIsCentredInTheWorkArea() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QWindow form;
         form.setGeometry(0, 0, 301, 201);
         QVERIFY(monitors.CenterFormOnMonitor(form));

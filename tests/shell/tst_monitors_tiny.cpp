@@ -1,6 +1,6 @@
 #include "ScreenLayout.h"
-#include "shell/CountMonitors.h"
-#include "shell/clsMonitors.h"
+#include "core/MonitorList.h"
+#include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
 
@@ -16,9 +16,9 @@ class TestTinyMonitors : public QObject {
     Q_OBJECT
 private slots:
     void smallMonitorsCanBeMissed() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.Monitors.Count(), 0);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(350, 100, clsMonitors::DefaultToNone), 2);
+        QCOMPARE(monitors.GetMonitorFromXYPoint(350, 100, MonitorList::DefaultToNone), 2);
     }
 
     void withNoMonitorFoundTheMonitorsCannotBeExamined() {

@@ -1,6 +1,6 @@
 #include "ScreenLayout.h"
-#include "shell/CountMonitors.h"
-#include "shell/clsMonitors.h"
+#include "core/MonitorList.h"
+#include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
 
@@ -17,13 +17,13 @@ class TestUnsampledColumns : public QObject {
     Q_OBJECT
 private slots:
     void theLastColumnsAreNotSampled() {
-        const clsMonitors monitors;
+        const MonitorList monitors;
         QCOMPARE(monitors.DesktopLeft(), 1000);
         QCOMPARE(monitors.DesktopWidth(), 2720);
         QCOMPARE(monitors.Monitors.Count(), 1);
         QCOMPARE(monitors.Monitors.Item(1).Left, 1000);
         // The monitor is there, and wider than a cell; the grid just never reaches it.
-        QVERIFY(monitors.GetMonitorFromXYPoint(2920 + 320, 240, clsMonitors::DefaultToNone) > 0);
+        QVERIFY(monitors.GetMonitorFromXYPoint(2920 + 320, 240, MonitorList::DefaultToNone) > 0);
     }
 
     void withOnlyOneMonitorFoundNothingMoves() {

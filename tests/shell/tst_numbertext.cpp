@@ -1,4 +1,4 @@
-#include "shell/NumberText.h"
+#include "core/NumberText.h"
 
 #include <QTest>
 
@@ -66,17 +66,28 @@ private slots:
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QString>("text");
-        QTest::newRow("no forced integer digit") << 0.5 << "##.0000" << ".5000";
-        QTest::newRow("prediction") << 9.504077875 << "##.0000" << "9.5041";
-        QTest::newRow("two decimals at least") << 9.5 << "#0.00##" << "9.50";
-        QTest::newRow("four decimals at most") << 9.123456 << "#0.00##" << "9.1235";
-        QTest::newRow("three decimals") << 9.125 << "#0.00##" << "9.125";
-        QTest::newRow("leading digit") << 0.025 << "#0.000" << "0.025";
-        QTest::newRow("negative delta") << -0.025 << "#0.000" << "-0.025";
-        QTest::newRow("speed") << 145.126 << "###.00" << "145.13";
-        QTest::newRow("reaction") << 0.0 << "#.0000" << ".0000";
-        QTest::newRow("track temp") << 0.04 << "##0.0" << "0.0";
-        QTest::newRow("negative rounding to zero") << -0.00001 << "##.0000" << ".0000";
+        QTest::newRow("no forced integer digit") << 0.5 << "##.0000"
+                                                 << ".5000";
+        QTest::newRow("prediction") << 9.504077875 << "##.0000"
+                                    << "9.5041";
+        QTest::newRow("two decimals at least") << 9.5 << "#0.00##"
+                                               << "9.50";
+        QTest::newRow("four decimals at most") << 9.123456 << "#0.00##"
+                                               << "9.1235";
+        QTest::newRow("three decimals") << 9.125 << "#0.00##"
+                                        << "9.125";
+        QTest::newRow("leading digit") << 0.025 << "#0.000"
+                                       << "0.025";
+        QTest::newRow("negative delta") << -0.025 << "#0.000"
+                                        << "-0.025";
+        QTest::newRow("speed") << 145.126 << "###.00"
+                               << "145.13";
+        QTest::newRow("reaction") << 0.0 << "#.0000"
+                                  << ".0000";
+        QTest::newRow("track temp") << 0.04 << "##0.0"
+                                    << "0.0";
+        QTest::newRow("negative rounding to zero") << -0.00001 << "##.0000"
+                                                   << ".0000";
     }
     void patterns() {
         QFETCH(double, value);

@@ -1,4 +1,4 @@
-#include "shell/Palette.h"
+#include "core/Palette.h"
 
 #include <QTest>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "common/TestHome.h"
-#include "shell/Registry.h"
-#include "shell/WindowPlacement.h"
+#include "core/Registry.h"
+#include "ui/shell/WindowPlacement.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

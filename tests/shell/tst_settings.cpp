@@ -1,6 +1,6 @@
 #include "common/TestHome.h"
-#include "shell/Registry.h"
-#include "shell/Settings.h"
+#include "core/Registry.h"
+#include "core/Settings.h"
 
 #include <QFile>
 #include <QTest>

@@ -1,10 +1,10 @@
 #include "OtherInstance.h"
 #include "common/TestHome.h"
-#include "shell/AppState.h"
-#include "shell/Main.h"
-#include "shell/Registry.h"
-#include "shell/ScriptedDialogs.h"
-#include "shell/frmMain.h"
+#include "core/AppState.h"
+#include "core/Registry.h"
+#include "core/ScriptedDialogs.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/Startup.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "common/TestHome.h"
-#include "shell/InstanceChannel.h"
-#include "shell/Registry.h"
+#include "core/InstanceChannel.h"
+#include "core/Registry.h"
 #include "tools/ToolProcess.h"
 
 #include <QDir>

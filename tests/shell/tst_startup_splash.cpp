@@ -1,4 +1,4 @@
-#include "shell/frmSplash.h"
+#include "ui/shell/SplashScreen.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -22,7 +22,7 @@ private slots:
                                              : qRgb(0, 0, 0));
             }
         }
-        const QRegion shape = frmSplash::ShapeOf(picture);
+        const QRegion shape = SplashScreen::ShapeOf(picture);
         const QList<QRect> expected = {QRect(2, 0, 2, 1), QRect(6, 0, 1, 1), QRect(0, 1, 1, 1),
                                        QRect(6, 1, 1, 1), QRect(0, 3, 7, 1), QRect(1, 4, 4, 1)};
         QRegion wanted;
@@ -40,16 +40,16 @@ private slots:
         picture.setPixel(0, 0, qRgb(10, 20, 30));
         picture.setPixel(1, 0, qRgb(255, 0, 255));
         picture.setPixel(2, 0, qRgb(10, 20, 30));
-        QCOMPARE(frmSplash::ShapeOf(picture), QRegion(1, 0, 1, 1));
+        QCOMPARE(SplashScreen::ShapeOf(picture), QRegion(1, 0, 1, 1));
     }
 
     void theSplashIsShapedByItsPicture() {
-        frmSplash splash;
+        SplashScreen splash;
         QCOMPARE(splash.objectName(), QString("frmSplash"));
         const QImage& skin = splash.picSkin();
         QVERIFY(!skin.isNull());
         QCOMPARE(splash.size(), skin.size());
-        QCOMPARE(splash.mask(), frmSplash::ShapeOf(skin));
+        QCOMPARE(splash.mask(), SplashScreen::ShapeOf(skin));
         QVERIFY(!splash.mask().contains(QPoint(0, 0)));
         QVERIFY(splash.mask().contains(skin.rect().center()));
         QVERIFY(splash.mask() != QRegion(skin.rect()));
@@ -57,7 +57,7 @@ private slots:
     }
 
     void theSplashIsCentredOnTheScreen() {
-        frmSplash splash;
+        SplashScreen splash;
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         QCOMPARE(splash.geometry().center(), screen.center());
     }
@@ -65,7 +65,7 @@ private slots:
     void thePointerIsAnHourglassWhileTheSplashLives() {
         QVERIFY(!QGuiApplication::overrideCursor());
         {
-            frmSplash splash;
+            SplashScreen splash;
             splash.show();
             QVERIFY(QGuiApplication::overrideCursor());
             QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);

@@ -1,7 +1,7 @@
 #include "InstrumentLineShape.h"
 
-#include "shell/DateText.h"
-#include "shell/NumberText.h"
+#include "core/DateText.h"
+#include "core/NumberText.h"
 
 #include <QList>
 #include <QRegularExpression>

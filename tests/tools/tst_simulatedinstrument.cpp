@@ -1,7 +1,7 @@
 #include "InstrumentLineShape.h"
 
+#include "core/NumberText.h"
 #include "feed/SimulatedInstrument.h"
-#include "shell/NumberText.h"
 
 #include <QTest>
 

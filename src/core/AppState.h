@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/WeatherRecord.h"
+
+#include <QList>
+#include <QString>
+#include <array>
+
+class RaceLogDocument;
+
+// Which live views are open. Each view sets its flag when it opens and clears it when it
+// closes; the feed only updates a view whose flag is set.
+struct ViewFlags {
+    bool bWeatherOpen = false;
+    bool bRosePlotOpen = false;
+    bool bWindDirectionOpen = false;
+    bool bWindSpeedOpen = false;
+    bool bVPOpen = false;
+    bool bAADAOpen = false;
+    bool bABPOpen = false;
+    bool bRHOpen = false;
+    bool bGROpen = false;
+    bool bCFOpen = false;
+    bool bADROpen = false;
+};
+
+// The state that lives as long as the process: the role, the live weather, the open race
+// logs and the flags that guard the weather log. One AppState is made at start and handed to
+// whoever needs it; nothing else holds process-wide state.
+struct AppState {
+    bool bDisplayMode = false;     // a pure display fed over TCP
+    bool bAutomaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
+    bool bDeltaVP = false;         // predictions report the change of vapor pressure
+    bool bLoggingWeather = false;  // the weather log file is open
+
+    ViewFlags views;
+
+    WeatherRecord CurrentWeather; // the live weather; written only by the feed parser
+    QString sStatusLine;          // the status text of the last line handled
+
+    // Open race logs by slot; an empty slot is nullptr. Starts with one empty slot.
+    QList<RaceLogDocument*> RaceLogs{nullptr};
+
+    // The run clipboard shared by all race log windows, surviving their closing: element c
+    // holds column c of the run cut or copied last (columns 1 to 32 take part).
+    std::array<QString, 34> runClipboard;
+};

@@ -1,0 +1,236 @@
+#include "core/NumberText.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace NumberText {
+
+namespace {
+
+bool isBlank(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
+}
+
+// The text between the surrounding blanks, checked against sign, digits, point, exponent.
+std::optional<std::string> numericCore(const QString& text) {
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && isBlank(text[begin]))
+        ++begin;
+    while (end > begin && isBlank(text[end - 1]))
+        --end;
+    if (begin == end)
+        return std::nullopt;
+
+    std::string core;
+    core.reserve(end - begin);
+    qsizetype i = begin;
+    auto at = [&](qsizetype k) { return k < end ? text[k].unicode() : char16_t(0); };
+    if (at(i) == u'+' || at(i) == u'-')
+        core.push_back(char(text[i++].unicode()));
+    int digits = 0;
+    while (at(i) >= u'0' && at(i) <= u'9') {
+        core.push_back(char(text[i++].unicode()));
+        ++digits;
+    }
+    if (at(i) == u'.') {
+        core.push_back('.');
+        ++i;
+        while (at(i) >= u'0' && at(i) <= u'9') {
+            core.push_back(char(text[i++].unicode()));
+            ++digits;
+        }
+    }
+    if (digits == 0)
+        return std::nullopt;
+    if (at(i) == u'e' || at(i) == u'E') {
+        std::string exponent = "e";
+        qsizetype k = i + 1;
+        if (at(k) == u'+' || at(k) == u'-')
+            exponent.push_back(char(text[k++].unicode()));
+        int expDigits = 0;
+        while (at(k) >= u'0' && at(k) <= u'9') {
+            exponent.push_back(char(text[k++].unicode()));
+            ++expDigits;
+        }
+        if (expDigits == 0)
+            return std::nullopt;
+        core += exponent;
+        i = k;
+    }
+    if (i != end)
+        return std::nullopt;
+    return core;
+}
+
+// from_chars takes no leading "+"; strtod-like behaviour otherwise.
+std::optional<double> parse(const std::string& core) {
+    const char* first = core.data();
+    if (*first == '+')
+        ++first;
+    double value = 0;
+    auto [ptr, ec] = std::from_chars(first, core.data() + core.size(), value);
+    if (ec == std::errc::result_out_of_range) {
+        // Underflow reads as zero; overflow is infinite, which callers reject.
+        const bool tiny =
+            core.find("e-") != std::string::npos || core.find("E-") != std::string::npos;
+        return tiny ? 0.0 : std::numeric_limits<double>::infinity();
+    }
+    if (ec != std::errc() || ptr != core.data() + core.size())
+        return std::nullopt;
+    return value;
+}
+
+// Writes digits and exponent in the general form: plain notation for exponents from -4 to
+// 14, otherwise mantissa and a signed two-digit exponent, as "1E-05" or "1.5E+20".
+QString generalFromShortest(const char* text, size_t length) {
+    std::string s(text, length);
+    std::string sign;
+    if (!s.empty() && s[0] == '-') {
+        sign = "-";
+        s.erase(0, 1);
+    }
+    // Split "d.ddde±x" into digits and decimal exponent.
+    int exponent = 0;
+    const auto ePos = s.find('e');
+    if (ePos != std::string::npos) {
+        exponent = std::stoi(s.substr(ePos + 1));
+        s.erase(ePos);
+    }
+    std::string digits;
+    int pointPos = -1;
+    for (char c : s) {
+        if (c == '.')
+            pointPos = int(digits.size());
+        else
+            digits.push_back(c);
+    }
+    if (pointPos < 0)
+        pointPos = int(digits.size());
+    // Normalise: strip leading zeros, keep track of the point.
+    while (digits.size() > 1 && digits[0] == '0') {
+        digits.erase(0, 1);
+        --pointPos;
+    }
+    while (digits.size() > 1 && digits.back() == '0' && int(digits.size()) > pointPos)
+        digits.pop_back();
+    if (digits == "0")
+        return QStringLiteral("0");
+    const int decimalExponent = pointPos + exponent - 1; // exponent of the first digit
+    std::string out;
+    if (decimalExponent >= -4 && decimalExponent < 15) {
+        const int intDigits = decimalExponent + 1;
+        if (intDigits <= 0) {
+            out = "0." + std::string(-intDigits, '0') + digits;
+        } else if (intDigits >= int(digits.size())) {
+            out = digits + std::string(intDigits - digits.size(), '0');
+        } else {
+            out = digits.substr(0, intDigits) + "." + digits.substr(intDigits);
+        }
+    } else {
+        out = digits.substr(0, 1);
+        if (digits.size() > 1)
+            out += "." + digits.substr(1);
+        char buffer[16];
+        std::snprintf(buffer, sizeof buffer, "E%c%02d", decimalExponent < 0 ? '-' : '+',
+                      std::abs(decimalExponent));
+        out += buffer;
+    }
+    return QString::fromStdString(sign + out);
+}
+
+} // namespace
+
+bool IsNumeric(const QString& text) {
+    auto core = numericCore(text);
+    if (!core)
+        return false;
+    auto value = parse(*core);
+    return value && std::isfinite(*value);
+}
+
+std::optional<double> ToDouble(const QString& text) {
+    auto core = numericCore(text);
+    if (!core)
+        return std::nullopt;
+    auto value = parse(*core);
+    if (!value || !std::isfinite(*value))
+        return std::nullopt;
+    return value;
+}
+
+std::optional<float> ToSingle(const QString& text) {
+    auto value = ToDouble(text);
+    if (!value)
+        return std::nullopt;
+    if (std::fabs(*value) > double(std::numeric_limits<float>::max()))
+        return std::nullopt;
+    return float(*value);
+}
+
+std::optional<qint32> RoundToInt32(double value) {
+    if (!std::isfinite(value))
+        return std::nullopt;
+    const double rounded = std::nearbyint(value); // the default mode rounds ties to even
+    if (rounded < double(std::numeric_limits<qint32>::min()) ||
+        rounded > double(std::numeric_limits<qint32>::max()))
+        return std::nullopt;
+    return qint32(rounded);
+}
+
+QString General(float value) {
+    if (!std::isfinite(value))
+        return QString::number(double(value));
+    char buffer[64];
+    auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return generalFromShortest(buffer, size_t(ptr - buffer));
+}
+
+QString GeneralDouble(double value) {
+    if (!std::isfinite(value))
+        return QString::number(value);
+    char buffer[64];
+    auto [ptr, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return generalFromShortest(buffer, size_t(ptr - buffer));
+}
+
+QString Format(double value, const QString& pattern) {
+    const qsizetype point = pattern.indexOf(u'.');
+    const QString intPattern = point < 0 ? pattern : pattern.left(point);
+    const QString fracPattern = point < 0 ? QString() : pattern.mid(point + 1);
+    const int minIntDigits = int(intPattern.count(u'0'));
+    const int requiredDecimals = int(fracPattern.count(u'0'));
+    const int maxDecimals = int(fracPattern.size());
+
+    char buffer[512];
+    std::snprintf(buffer, sizeof buffer, "%.*f", maxDecimals, std::fabs(value));
+    std::string fixed(buffer);
+    std::string intPart = fixed;
+    std::string fracPart;
+    if (const auto dot = fixed.find('.'); dot != std::string::npos) {
+        intPart = fixed.substr(0, dot);
+        fracPart = fixed.substr(dot + 1);
+    }
+    while (!intPart.empty() && intPart[0] == '0')
+        intPart.erase(0, 1);
+    if (int(intPart.size()) < minIntDigits)
+        intPart.insert(0, std::string(minIntDigits - intPart.size(), '0'));
+    while (int(fracPart.size()) > requiredDecimals && !fracPart.empty() && fracPart.back() == '0')
+        fracPart.pop_back();
+
+    const bool negative = value < 0 && (intPart.find_first_not_of('0') != std::string::npos ||
+                                        fracPart.find_first_not_of('0') != std::string::npos);
+    std::string out = negative ? "-" : "";
+    out += intPart;
+    if (point >= 0 && (!fracPart.empty() || maxDecimals == 0))
+        out += "." + fracPart;
+    if (point >= 0 && fracPart.empty() && maxDecimals > 0 && requiredDecimals == 0) {
+        // "#.##" with nothing after the point still writes the point, as the pattern has one.
+        out += ".";
+    }
+    return QString::fromStdString(out);
+}
+
+} // namespace NumberText

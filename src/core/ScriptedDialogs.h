@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/Dialogs.h"
+
+#include <QList>
+#include <QQueue>
+#include <QTextStream>
+
+// A dialog seam that answers from a script instead of a person. Tests install it in the
+// process; a process started with TARNWICK_SCRIPTED_DIALOGS set installs it too, reads its
+// answers from that variable ("Ok,Yes,No") and prints every box it answers to standard
+// output as "MESSAGE: <title> | <text>", so a test that starts the real program can see it.
+class ScriptedDialogs : public Dialogs::Seam {
+public:
+    ScriptedDialogs();
+    ~ScriptedDialogs() override;
+
+    // Answers for the next boxes, in order; when they run out a box answers its default.
+    void queueAnswer(Dialogs::Answer answer) { answers.enqueue(answer); }
+    // Files for the next file dialogs; an empty path stands for Cancel.
+    void queueFile(const QString& path) { files.enqueue(path); }
+    void queueColor(const QColor& color) { colors.enqueue(color); }
+    void echoTo(QTextStream* stream) { echo = stream; }
+
+    // Reads answers from a text such as "Ok,Cancel,Yes".
+    void queueAnswers(const QString& script);
+
+    Dialogs::Answer message(const Dialogs::Message& message) override;
+    std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
+    std::optional<QColor> chooseColor(const QColor& initial) override;
+
+    QList<Dialogs::Message> messages; // every box shown, in order
+    QList<Dialogs::FileRequest> fileRequests;
+
+private:
+    QQueue<Dialogs::Answer> answers;
+    QQueue<QString> files;
+    QQueue<QColor> colors;
+    QTextStream* echo = nullptr;
+    Dialogs::Seam* previous = nullptr;
+};

@@ -1,0 +1,64 @@
+#include "core/Settings.h"
+
+#include "core/NumberText.h"
+#include "core/Registry.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace Settings {
+
+namespace {
+
+const QString screenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
+
+struct FieldName {
+    PlacementField field;
+    const char* name;
+};
+constexpr std::array<FieldName, 4> placementFields{{{PlacementField::Width, "Width"},
+                                                    {PlacementField::Height, "Height"},
+                                                    {PlacementField::Top, "Top"},
+                                                    {PlacementField::Left, "Left"}}};
+
+} // namespace
+
+void SaveScale(float scale) {
+    Registry::Set(screenSettingsKey, QStringLiteral("Scale"), NumberText::General(scale));
+}
+
+float LoadScale() {
+    float scale = 1;
+    if (auto stored =
+            NumberText::ToSingle(Registry::Get(screenSettingsKey, QStringLiteral("Scale"))))
+        scale = *stored;
+    return std::clamp(scale, 0.25f, 4.0f);
+}
+
+void SaveWindowPlacement(const QString& keyPath, const PlacedWindow& window) {
+    const int state = window.windowState();
+    Registry::Set(keyPath, QStringLiteral("WindowState"), QString::number(state));
+    if (state != 0)
+        return;
+    for (const auto& [field, name] : placementFields)
+        Registry::Set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
+}
+
+void LoadWindowPlacement(const QString& keyPath, PlacedWindow& window) {
+    const QString state = Registry::Get(keyPath, QStringLiteral("WindowState"));
+    if (!NumberText::IsNumeric(state)) {
+        Registry::Set(keyPath, QStringLiteral("WindowState"), QStringLiteral("0"));
+    } else if (state == u"0" || state == u"1" || state == u"2") {
+        window.setWindowState(state.toInt());
+    }
+    for (const auto& [field, name] : placementFields) {
+        const QString stored = Registry::Get(keyPath, QLatin1String(name));
+        if (auto value = NumberText::ToDouble(stored); value && std::fabs(*value) < 1e9)
+            window.setPlacement(field, int(std::lround(*value)));
+        else
+            Registry::Set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
+    }
+}
+
+} // namespace Settings

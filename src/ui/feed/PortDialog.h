@@ -1,0 +1,56 @@
+#pragma once
+
+#include "feed/PortSettings.h"
+
+#include <QDialog>
+#include <QList>
+#include <QMap>
+
+class InstrumentConnection;
+class QComboBox;
+class QFormLayout;
+class QLineEdit;
+class QPushButton;
+
+// The port settings: which COM port and line settings the instrument is read with, and which
+// relay host and port the TCP link goes to. Apply and OK put the choice into memory and
+// reopen the links at once; the settings tree gets them only when the program ends.
+class PortDialog : public QDialog {
+    Q_OBJECT
+public:
+    explicit PortDialog(InstrumentConnection& connection, QWidget* parent = nullptr);
+
+private:
+    // One list of the serial line and the setting it shows.
+    struct LineList {
+        QComboBox* box;
+        qint16 PortSettings::*setting;
+        int defaultIndex; // what Restore Defaults picks
+    };
+
+    InstrumentConnection& connection;
+    QComboBox* cboComPort;
+    QLineEdit* txtDevice = nullptr; // where a COM entry has no fixed device name
+    QList<LineList> lineLists;
+    QComboBox* cboHost;
+    QComboBox* cboPort;
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+    QPushButton* cmdApply;
+    QPushButton* cmdRestoreDefaults;
+    QMap<int, QString> editedDevices; // by COM entry, until Apply or OK stores them
+
+    void buildLists(QFormLayout* form);
+    void showSettings();
+    void followChanges();
+    void centreOnScreen();
+
+    void listChanged();
+    void comPortChanged(int index);
+    void showDevice(int comPort);
+    void deviceEdited(const QString& device);
+    void hostOrPortChanged();
+    void restoreDefaults();
+    void apply();
+    void storeToMemory();
+};

@@ -1,0 +1,58 @@
+#include "ui/pager/PagerDispatch.h"
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "feed/InstrumentConnection.h"
+#include "pager/PagerComposer.h"
+#include "pager/PagerLogs.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QLineEdit>
+#include <QTime>
+#include <QTimer>
+
+PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
+    : QObject(&main), main(main), state(state), schedule(main.pagerFrequency()) {
+    connect(main.sendTimer(), &QTimer::timeout, this, &PagerDispatch::sendTick);
+    main.setCommand(QStringLiteral("btnSendPage"), [this] { forcePage(); });
+    main.setCommand(QStringLiteral("btnSend"), [this] { sendCustomMessage(); });
+    main.setCommand(QStringLiteral("btnTest"), [this] { sendTestMessage(); });
+}
+
+// The frequency is read at every tick, so a new choice in the configuration counts from the
+// next tick on. A closed port drops the page without a word; the next comes a period later.
+void PagerDispatch::sendTick() {
+    schedule.setFrequency(main.pagerFrequency());
+    if (!schedule.tick())
+        return;
+    const QString page = PagerComposer::pageText(
+        QTime::currentTime(), PagerLogs::pagerSlots(state.RaceLogs), state.sStatusLine);
+    PortLink& port = main.instrument().serialPort();
+    if (port.isOpen())
+        port.write(PagerComposer::pageCommand(page));
+}
+
+// Sends nothing itself: the next tick, a few seconds away at most, is due at once.
+void PagerDispatch::forcePage() {
+    schedule.setFrequency(main.pagerFrequency());
+    schedule.forcePage();
+}
+
+void PagerDispatch::sendCustomMessage() {
+    const auto* field = main.findChild<QLineEdit*>(QStringLiteral("txtPageMessage"));
+    sendByHand(PagerComposer::customCommand(field ? field->text() : QString()),
+               PagerComposer::customPortClosedMessage());
+}
+
+void PagerDispatch::sendTestMessage() {
+    sendByHand(PagerComposer::testCommand(), PagerComposer::testPortClosedMessage());
+}
+
+// Only what the user sends by hand tells that the port is closed; the answer changes nothing.
+void PagerDispatch::sendByHand(const QByteArray& command, const Dialogs::Message& portClosed) {
+    PortLink& port = main.instrument().serialPort();
+    if (port.isOpen())
+        port.write(command);
+    else
+        Dialogs::Show(portClosed);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/Dialogs.h"
+#include "pager/PagerSchedule.h"
+
+#include <QObject>
+
+struct AppState;
+class QByteArray;
+class MainWindow;
+
+// The pager of the main window: the periodic page on the send timer's ticks and the three
+// tools the user sends with by hand, the forced page (btnSendPage), the custom message
+// (btnSend) and the test message (btnTest). Everything goes out on the instrument's serial
+// port only, which relays "f" lines to the team's pager; a page is composed at the moment it
+// is sent, from what the logs and the weather hold then.
+class PagerDispatch : public QObject {
+    Q_OBJECT
+public:
+    PagerDispatch(MainWindow& main, AppState& state);
+
+private:
+    void sendTick();
+    void forcePage();
+    void sendCustomMessage();
+    void sendTestMessage();
+    void sendByHand(const QByteArray& command, const Dialogs::Message& portClosed);
+
+    MainWindow& main;
+    AppState& state;
+    PagerSchedule schedule;
+};

@@ -1,0 +1,370 @@
+#include "ui/racelog/ConfigurationDialog.h"
+
+#include "ui/shell/DialogParts.h"
+
+#include "core/Dialogs.h"
+#include "core/NumberText.h"
+#include "core/Registry.h"
+#include "racelog/KeyFilters.h"
+#include "racelog/RaceLogDefaults.h"
+#include "racelog/SidePanelRules.h"
+#include "ui/racelog/CentreOnScreen.h"
+#include "ui/racelog/ConfigurationTexts.h"
+#include "ui/racelog/TextFieldRules.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using namespace RaceLogDefaults;
+
+namespace {
+
+const QString FileDialogPathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
+const QString FileDialogPathValue = QStringLiteral("0");
+
+constexpr int DialogWidth = 460;
+
+template <typename Widget> Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QPushButton* button(const char* name, const QString& caption) {
+    return DialogParts::NamedButton(QLatin1String(name), caption);
+}
+
+QLabel* label(const char* name, const QString& caption, QWidget* buddy) {
+    auto* item = named(new QLabel(caption), name);
+    item->setBuddy(buddy);
+    return item;
+}
+
+QLabel* helpText(const char* name, const QString& text) {
+    auto* item = named(new QLabel(text), name);
+    item->setWordWrap(true);
+    return item;
+}
+
+// A list the user also types into. It neither completes what is typed nor keeps it as an
+// entry of its own: entries come from the settings and from the dialog's commands.
+QComboBox* typedList(const char* name) {
+    auto* box = named(new QComboBox, name);
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setCompleter(nullptr);
+    return box;
+}
+
+// A list filled again from the settings starts with no entry chosen and no text.
+void refill(QComboBox* box, const QStringList& entries) {
+    box->clear();
+    box->addItems(entries);
+    box->setCurrentIndex(-1);
+    box->setEditText(QString());
+}
+
+QString numberOrZero(const QString& text) {
+    return NumberText::IsNumeric(text) ? text : QStringLiteral("0");
+}
+
+} // namespace
+
+ConfigurationDialog::ConfigurationDialog(std::function<void(int)> setPagerFrequency,
+                                         QWidget* parent)
+    : QDialog(parent), setPagerFrequency(std::move(setPagerFrequency)) {
+    setObjectName(QStringLiteral("frmConfiguration"));
+    setWindowTitle(QStringLiteral("Configuration"));
+
+    tabConfiguration = named(new QTabWidget, "tabConfiguration");
+    tabConfiguration->addTab(defaultsPage(), QStringLiteral("Defaults"));
+    tabConfiguration->addTab(tracksPage(), QStringLiteral("Race Tracks"));
+    tabConfiguration->addTab(templatesPage(), QStringLiteral(" Templates"));
+    tabConfiguration->setMinimumWidth(DialogWidth);
+
+    cmdOK = button("cmdOK", QStringLiteral("OK"));
+    cmdCancel = button("cmdCancel", QStringLiteral("Cancel"));
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabConfiguration);
+    layout->addLayout(buttons);
+
+    addFieldRules();
+    connectCommands();
+    Load();
+}
+
+QWidget* ConfigurationDialog::defaultsPage() {
+    cboPageIdentifier = typedList("cboPageIdentifier");
+    cmdSaveSetting = button("cmdSaveSetting", QStringLiteral("&Save"));
+    cmdRemoveSetting = button("cmdRemoveSetting", QStringLiteral("&Remove"));
+    cmdSaveSetting->setEnabled(false);
+    cmdRemoveSetting->setEnabled(false);
+    auto* types = named(new QGroupBox(QStringLiteral("Predict Defaults")), "fraPredictDefaults");
+    auto* typeRows = new QGridLayout(types);
+    typeRows->addWidget(
+        label("lblPageIdentifier", QStringLiteral("Page Identifier"), cboPageIdentifier), 0, 0, 1,
+        2);
+    typeRows->addWidget(cboPageIdentifier, 1, 0, 1, 2);
+    typeRows->addWidget(cmdSaveSetting, 2, 0);
+    typeRows->addWidget(cmdRemoveSetting, 2, 1);
+
+    txtCarNumber = named(new QLineEdit, "txtCarNumber");
+    txtPF = named(new QLineEdit, "txtPF");
+    txtTSR = named(new QLineEdit, "txtTSR");
+    txtTargetET = named(new QLineEdit, "txtTargetET");
+    auto* fields = named(new QGroupBox(QStringLiteral("Setting Defaults")), "fraSettingDefaults");
+    auto* fieldRows = new QFormLayout(fields);
+    fieldRows->addRow(label("lblCarNumber", QStringLiteral("Car Number"), txtCarNumber),
+                      txtCarNumber);
+    fieldRows->addRow(label("lblPF", QStringLiteral("Performance Factor"), txtPF), txtPF);
+    fieldRows->addRow(label("lblTSR", QStringLiteral("Throttle Stop Ratio"), txtTSR), txtTSR);
+    fieldRows->addRow(label("lblTargetET", QStringLiteral("Target ET"), txtTargetET), txtTargetET);
+
+    // "1min" to "9min", each holding its number of send timer ticks.
+    cboPagerFrequency = named(new QComboBox, "cboPagerFrequency");
+    for (int minutes = 1; minutes <= PagerFrequencyChoices; ++minutes)
+        cboPagerFrequency->addItem(QString::number(minutes) + QStringLiteral("min"),
+                                   minutes * TicksPerMinute);
+    auto* frequency = new QFormLayout;
+    frequency->addRow(
+        label("lblPagerFrequency", QStringLiteral("Pager Frequency"), cboPagerFrequency),
+        cboPagerFrequency);
+
+    auto* sides = new QHBoxLayout;
+    sides->addWidget(types);
+    sides->addWidget(fields);
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(sides);
+    layout->addLayout(frequency);
+    layout->addWidget(helpText("lblDefaultsHelp", ConfigurationTexts::DefaultsHelp));
+    layout->addStretch();
+    return page;
+}
+
+QWidget* ConfigurationDialog::tracksPage() {
+    cboRaceTrack = typedList("cboRaceTrack");
+    cmdAdd = button("cmdAdd", QStringLiteral("&Add"));
+    cmdRemove = button("cmdRemove", QStringLiteral("&Remove"));
+    auto* tracks = named(new QGroupBox(QStringLiteral("Tracks")), "fraTracks");
+    auto* rows = new QHBoxLayout(tracks);
+    rows->addWidget(cboRaceTrack, 1);
+    rows->addWidget(cmdAdd);
+    rows->addWidget(cmdRemove);
+
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(tracks);
+    layout->addWidget(helpText("lblRaceTracksHelp", ConfigurationTexts::RaceTracksHelp));
+    layout->addStretch();
+    return page;
+}
+
+QWidget* ConfigurationDialog::templatesPage() {
+    optTemplateDefault =
+        named(new QRadioButton(QStringLiteral("System Default")), "optTemplateDefault");
+    optFolder = named(new QRadioButton(QStringLiteral("Folder:")), "optFolder");
+    txtTemplateFile = named(new QLineEdit, "txtTemplateFile");
+    cmdFolder = button("cmdFolder", QStringLiteral("..."));
+    auto* excel = named(new QGroupBox(QStringLiteral("Excel Export")), "fraExcelExport");
+    auto* rows = new QGridLayout(excel);
+    rows->addWidget(optTemplateDefault, 0, 0, 1, 3);
+    rows->addWidget(optFolder, 1, 0);
+    rows->addWidget(txtTemplateFile, 1, 1);
+    rows->addWidget(cmdFolder, 1, 2);
+
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(excel);
+    layout->addWidget(helpText("lblTemplatesHelp", ConfigurationTexts::TemplatesHelp));
+    layout->addStretch();
+    return page;
+}
+
+// The fields put themselves right without a word: a default that is no number is 0.
+void ConfigurationDialog::addFieldRules() {
+    auto* rules = new TextFieldRules(this);
+    rules->add(txtCarNumber, KeyFilters::CarNumber, [] {});
+    rules->add(txtPF, KeyFilters::SignedNumber,
+               [this] { txtPF->setText(numberOrZero(txtPF->text())); });
+    rules->add(txtTSR, KeyFilters::UnsignedNumber,
+               [this] { txtTSR->setText(numberOrZero(txtTSR->text())); });
+    rules->add(txtTargetET, KeyFilters::UnsignedNumber, [this] {
+        txtTargetET->setText(SidePanelRules::settledTargetET(txtTargetET->text()));
+    });
+    rules->add(
+        {cboPageIdentifier, cboPageIdentifier->lineEdit(), KeyFilters::TypeName, false,
+         [this] { cboPageIdentifier->setEditText(cboPageIdentifier->currentText().trimmed()); }});
+}
+
+// What the user does, and only that: the load fills the lists and fields without running
+// any of these.
+void ConfigurationDialog::connectCommands() {
+    for (QLineEdit* edited :
+         {txtCarNumber, txtPF, txtTSR, txtTargetET, cboPageIdentifier->lineEdit()})
+        connect(edited, &QLineEdit::textEdited, cmdSaveSetting,
+                [this] { cmdSaveSetting->setEnabled(true); });
+    connect(cmdSaveSetting, &QPushButton::clicked, this, &ConfigurationDialog::SaveSetting);
+    connect(cmdRemoveSetting, &QPushButton::clicked, this, &ConfigurationDialog::RemoveSetting);
+    connect(cboPageIdentifier, &QComboBox::activated, this,
+            &ConfigurationDialog::PageIdentifierChosen);
+    connect(cboPagerFrequency, &QComboBox::activated, this,
+            &ConfigurationDialog::PagerFrequencyChosen);
+    connect(cmdAdd, &QPushButton::clicked, this, &ConfigurationDialog::AddTrack);
+    connect(cmdRemove, &QPushButton::clicked, this, &ConfigurationDialog::RemoveTrack);
+    connect(cmdFolder, &QPushButton::clicked, this, &ConfigurationDialog::ChooseTemplate);
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        Save();
+        accept();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+// --- The load ---
+
+void ConfigurationDialog::Load() {
+    CentreOnScreen(*this);
+    LoadTemplate();
+    FillRaceTracks();
+    if (!LoadPagerFrequency()) {
+        Dialogs::Inform(QStringLiteral("Error loading configuration form!"),
+                        QStringLiteral("Configuration"), Dialogs::Icon::None);
+        return;
+    }
+    FillPageIdentifiers();
+    LoadFields();
+}
+
+// The shipped template is the system default; any other path is the user's own folder.
+void ConfigurationDialog::LoadTemplate() {
+    const QString path = Registry::Get(TemplatesKey, MasterTemplateValue);
+    if (path == Registry::NoKeyValue || path == SystemTemplatePath()) {
+        optTemplateDefault->setChecked(true);
+        return;
+    }
+    txtTemplateFile->setText(path);
+    optFolder->setChecked(true);
+}
+
+void ConfigurationDialog::FillRaceTracks() {
+    refill(cboRaceTrack, RaceTracks());
+}
+
+// A frequency between two choices shows the lower one and stays in force until the user
+// picks a choice; a frequency below one minute shows none.
+bool ConfigurationDialog::LoadPagerFrequency() {
+    const std::optional<qint32> frequency =
+        PagerFrequencyFromText(Registry::Get(DefaultsKey, PagerFrequencyValue));
+    if (!frequency)
+        return false;
+    setPagerFrequency(*frequency);
+    cboPagerFrequency->setCurrentIndex(PagerFrequencyChoice(*frequency));
+    return true;
+}
+
+void ConfigurationDialog::FillPageIdentifiers() {
+    refill(cboPageIdentifier, RaceLogTypes());
+}
+
+// The fields of the type named in the list's text, or of the general defaults when it is
+// empty. Each field is named for its value: txtPF shows PF.
+void ConfigurationDialog::LoadFields() {
+    const QString key = TypeKey(cboPageIdentifier->currentText());
+    for (const DefaultValue& value : DefaultValues) {
+        const QString name = value.valueName.toString();
+        if (const auto shown = ShownText(value, Registry::Get(key, name)))
+            findChild<QLineEdit*>(QStringLiteral("txt") + name)->setText(*shown);
+    }
+}
+
+// --- Saving ---
+
+void ConfigurationDialog::Save() {
+    SaveTemplate();
+    SaveFields();
+}
+
+// A path that names no file is passed over without a word.
+void ConfigurationDialog::SaveTemplate() {
+    if (const auto path = TemplateToStore(optTemplateDefault->isChecked(), txtTemplateFile->text()))
+        Registry::Set(TemplatesKey, MasterTemplateValue, *path);
+}
+
+void ConfigurationDialog::SaveFields() {
+    const QString key = TypeKey(cboPageIdentifier->currentText());
+    for (const DefaultValue& value : DefaultValues) {
+        const QString name = value.valueName.toString();
+        const QString text = findChild<QLineEdit*>(QStringLiteral("txt") + name)->text();
+        if (IsStored(value, text))
+            Registry::Set(key, name, text);
+    }
+}
+
+// --- The commands ---
+
+void ConfigurationDialog::SaveSetting() {
+    cmdSaveSetting->setEnabled(false);
+    Save();
+    const QString name = cboPageIdentifier->currentText();
+    if (!name.isEmpty() &&
+        cboPageIdentifier->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+        cboPageIdentifier->addItem(name);
+}
+
+void ConfigurationDialog::RemoveSetting() {
+    cmdRemoveSetting->setEnabled(false);
+    Registry::DeleteKey(Registry::HKEY_CURRENT_USER, DefaultsKey, cboPageIdentifier->currentText());
+    FillPageIdentifiers();
+}
+
+void ConfigurationDialog::PageIdentifierChosen() {
+    LoadFields();
+    cmdRemoveSetting->setEnabled(true);
+}
+
+// The pager takes the new frequency at once, and it stays whatever the dialog ends with.
+void ConfigurationDialog::PagerFrequencyChosen(int choice) {
+    const int ticks = cboPagerFrequency->itemData(choice).toInt();
+    setPagerFrequency(ticks);
+    Registry::Set(DefaultsKey, PagerFrequencyValue, NumberText::General(float(ticks)));
+}
+
+// Tracks are told apart by their exact names: "Bristol" and "bristol" are two tracks.
+void ConfigurationDialog::AddTrack() {
+    const QString name = cboRaceTrack->currentText().trimmed();
+    if (name.isEmpty() ||
+        cboRaceTrack->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
+        return;
+    cboRaceTrack->addItem(name);
+    Registry::Set(TracksKey, name, TrackData);
+}
+
+// Race logs that hold the track keep it: they store its name, not a reference.
+void ConfigurationDialog::RemoveTrack() {
+    Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, TracksKey,
+                             cboRaceTrack->currentText().trimmed());
+    FillRaceTracks();
+}
+
+// The chosen path counts only while "Folder:" is selected; choosing does not select it.
+void ConfigurationDialog::ChooseTemplate() {
+    Dialogs::FileRequest request;
+    request.title = QStringLiteral("Choose Excel Template");
+    request.filter = QStringLiteral("Microsoft Excel Files (*.xls) |*.xls|");
+    request.fileName = QStringLiteral("*.xls");
+    if (const QString folder = Registry::Get(FileDialogPathKey, FileDialogPathValue);
+        folder != Registry::NoKeyValue)
+        request.initialFolder = folder;
+    if (const auto choice = Dialogs::ChooseFile(request))
+        txtTemplateFile->setText(choice->path);
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QDialog>
+
+#include <functional>
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QTabWidget;
+
+// What a new race log starts from: the general defaults and the named race log types with
+// their four default values, the pager frequency, the race tracks and the Excel template.
+// The dialog keeps nothing of its own: the types' values and the template are written by OK
+// and by Save, while the frequency, the tracks and a removed type are written the moment
+// they change, so Cancel does not take them back.
+class ConfigurationDialog : public QDialog {
+    Q_OBJECT
+public:
+    // setPagerFrequency sets the main window's frequency, which the pager follows at once.
+    explicit ConfigurationDialog(std::function<void(int)> setPagerFrequency,
+                                 QWidget* parent = nullptr);
+
+private:
+    // Building the window.
+    QWidget* defaultsPage();
+    QWidget* tracksPage();
+    QWidget* templatesPage();
+    void addFieldRules();
+    void connectCommands();
+
+    // The load, step by step in order.
+    void Load();
+    void LoadTemplate();
+    void FillRaceTracks();
+    bool LoadPagerFrequency();
+    void FillPageIdentifiers();
+    void LoadFields();
+
+    // Saving, by OK and by Save.
+    void Save();
+    void SaveTemplate();
+    void SaveFields();
+
+    // The commands.
+    void SaveSetting();
+    void RemoveSetting();
+    void PageIdentifierChosen();
+    void PagerFrequencyChosen(int choice);
+    void AddTrack();
+    void RemoveTrack();
+    void ChooseTemplate();
+
+    std::function<void(int)> setPagerFrequency;
+
+    QTabWidget* tabConfiguration;
+    // Defaults.
+    QComboBox* cboPageIdentifier;
+    QPushButton* cmdSaveSetting;
+    QPushButton* cmdRemoveSetting;
+    QLineEdit* txtCarNumber;
+    QLineEdit* txtPF;
+    QLineEdit* txtTSR;
+    QLineEdit* txtTargetET;
+    QComboBox* cboPagerFrequency;
+    // Race Tracks.
+    QComboBox* cboRaceTrack;
+    QPushButton* cmdAdd;
+    QPushButton* cmdRemove;
+    // Templates.
+    QRadioButton* optTemplateDefault;
+    QRadioButton* optFolder;
+    QLineEdit* txtTemplateFile;
+    QPushButton* cmdFolder;
+
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+};

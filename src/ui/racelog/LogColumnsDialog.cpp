@@ -1,0 +1,71 @@
+#include "ui/racelog/LogColumnsDialog.h"
+
+#include "ui/shell/DialogParts.h"
+
+#include "core/Registry.h"
+#include "racelog/ColumnTable.h"
+#include "ui/racelog/CentreOnScreen.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+
+// The boxes stand in columns of this many, top to bottom, in the order of the menu.
+constexpr int BoxesPerColumn = 11;
+
+} // namespace
+
+LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmSelectLogColumns"));
+    setWindowTitle(QStringLiteral("Select Columns"));
+
+    auto* group = new QGroupBox(QStringLiteral("Race Log Columns"), this);
+    group->setObjectName(QStringLiteral("fraRaceLogColumns"));
+    auto* grid = new QGridLayout(group);
+    for (const int number : ColumnTable::ShowColumnMenuOrder) {
+        const ColumnTable::Column& column = ColumnTable::Columns[number];
+        auto* box = new QCheckBox(column.visibilityValue.toString(), group);
+        box->setObjectName(column.checkBox.toString());
+        box->setToolTip(column.checkBoxToolTip.toString());
+        const int place = int(checkBoxes.size());
+        grid->addWidget(box, place % BoxesPerColumn, place / BoxesPerColumn);
+        checkBoxes.append(box);
+    }
+
+    cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    cmdCancel =
+        DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(group);
+    layout->addLayout(buttons);
+
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        storeChoice();
+        accept();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    CentreOnScreen(*this);
+    showChoice();
+}
+
+// The value of each box is named by the box's caption.
+void LogColumnsDialog::showChoice() {
+    for (QCheckBox* box : checkBoxes)
+        box->setChecked(Registry::Get(LogColumnsKey, box->text()) == u"1");
+}
+
+void LogColumnsDialog::storeChoice() {
+    for (QCheckBox* box : checkBoxes)
+        Registry::Set(LogColumnsKey, box->text(),
+                      box->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+}

@@ -1,0 +1,249 @@
+#include "ui/racelog/LogSidePanel.h"
+
+#include "core/DateText.h"
+#include "core/Dialogs.h"
+#include "core/NumberText.h"
+#include "racelog/KeyFilters.h"
+#include "racelog/RaceLogData.h"
+#include "racelog/RaceLogDefaults.h"
+#include "racelog/SidePanelRules.h"
+#include "ui/racelog/TextFieldRules.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <functional>
+#include <tuple>
+
+namespace {
+
+constexpr int PanelWidth = 250;
+
+template <typename Widget> Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QLineEdit* lineEdit(const char* name, int maxLength = 32767) {
+    auto* field = named(new QLineEdit, name);
+    field->setMaxLength(maxLength);
+    return field;
+}
+
+void addRow(QFormLayout* form, const char* labelName, const QString& caption, QWidget* field) {
+    form->addRow(named(new QLabel(caption), labelName), field);
+}
+
+// The fields of a tab stand on an area of their own that scrolls when the tab is short.
+QScrollArea* scrolled(const char* areaName, const char* frameName, QLayout* fields) {
+    auto* frame = named(new QWidget, frameName);
+    frame->setLayout(fields);
+    auto* area = named(new QScrollArea, areaName);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidget(frame);
+    return area;
+}
+
+} // namespace
+
+LogSidePanel::LogSidePanel(QWidget* parent) : QTabWidget(parent) {
+    setObjectName(QStringLiteral("tabLog"));
+    setFixedWidth(PanelWidth);
+    addTab(settingsPage(), QStringLiteral(" Settings"));
+    addTab(notesPage(), QStringLiteral(" Notes"));
+    addTab(predictPage(), QStringLiteral("Predict..."));
+    addFieldRules();
+    connect(imgDate, &QToolButton::clicked, this,
+            [this] { txtDate->setText(DateText::LogDateText(QDate::currentDate())); });
+    connect(cmdPredict, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
+}
+
+// The tabs' bar and frame come on top of the tallest page; a page that scrolls counts with all
+// of its fields.
+int LogSidePanel::heightShowingEveryField() const {
+    int tallestPage = 0;
+    int tallestContent = 0;
+    for (int i = 0; i < count(); ++i) {
+        const QWidget* page = widget(i);
+        tallestPage = qMax(tallestPage, page->sizeHint().height());
+        const auto* area = qobject_cast<const QScrollArea*>(page);
+        const int content = area ? area->widget()->sizeHint().height() + 2 * area->frameWidth()
+                                 : page->sizeHint().height();
+        tallestContent = qMax(tallestContent, content);
+    }
+    return sizeHint().height() - tallestPage + qMax(tallestPage, tallestContent);
+}
+
+QWidget* LogSidePanel::settingsPage() {
+    txtDate = lineEdit("txtDate");
+    imgDate = named(new QToolButton, "imgDate");
+    imgDate->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
+    imgDate->setAutoRaise(true);
+    imgDate->setToolTip(QStringLiteral("Today's Date"));
+    auto* date = new QHBoxLayout;
+    date->setContentsMargins(0, 0, 0, 0);
+    date->addWidget(txtDate);
+    date->addWidget(imgDate);
+    auto* dateRow = new QWidget;
+    dateRow->setLayout(date);
+
+    cboRaceTrack = named(new QComboBox, "cboRaceTrack");
+    cboRaceTrack->setEditable(true);
+    cboRaceTrack->setInsertPolicy(QComboBox::NoInsert);
+    txtPF = lineEdit("txtPF");
+    txtTSR = lineEdit("txtTSR");
+    txtPageIdentifier = lineEdit("txtPageIdentifier", 15);
+    txtCarNumber = lineEdit("txtCarNumber", 5);
+    txtFileName = lineEdit("txtFileName");
+    txtFileName->setReadOnly(true);
+
+    auto* form = new QFormLayout;
+    form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    addRow(form, "lblDate", QStringLiteral("Date"), dateRow);
+    addRow(form, "lblRaceTrack", QStringLiteral("Race Track"), cboRaceTrack);
+    addRow(form, "lblPF", QStringLiteral("Performance Factor"), txtPF);
+    addRow(form, "lblTSR", QStringLiteral("Throttle Stop Ratio"), txtTSR);
+    addRow(form, "lblPageIdentifier", QStringLiteral("Page Identifier"), txtPageIdentifier);
+    addRow(form, "lblCarNumber", QStringLiteral("Car Number"), txtCarNumber);
+    addRow(form, "lblFileName", QStringLiteral("File Name"), txtFileName);
+    return scrolled("scrollSettings", "fraSettings", form);
+}
+
+QWidget* LogSidePanel::notesPage() {
+    txtNotes = named(new QPlainTextEdit, "txtNotes");
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(txtNotes);
+    return page;
+}
+
+QWidget* LogSidePanel::predictPage() {
+    txtTargetET = lineEdit("txtTargetET");
+    txtAA = lineEdit("txtAA");
+    txtVP = lineEdit("txtVP");
+    cboRefRun = named(new QComboBox, "cboRefRun");
+    cmdPredict = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
+    chkPagerPredictions =
+        named(new QCheckBox(QStringLiteral("Pager Predictions")), "chkPagerPredictions");
+
+    auto* buttons = named(new QWidget, "picButtons");
+    auto* buttonRow = new QHBoxLayout(buttons);
+    buttonRow->setContentsMargins(0, 0, 0, 0);
+    buttonRow->addWidget(cmdPredict);
+    buttonRow->addStretch();
+
+    auto* form = new QFormLayout;
+    form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    addRow(form, "lblTargetET", QStringLiteral("Target ET"), txtTargetET);
+    addRow(form, "lblAA", QStringLiteral("AA"), txtAA);
+    addRow(form, "lblVP", QStringLiteral("VP"), txtVP);
+    addRow(form, "lblRefRun", QStringLiteral("Reference Run"), cboRefRun);
+    form->addRow(chkPagerPredictions);
+    form->addRow(buttons);
+    return scrolled("scrollPredict", "fraPredict", form);
+}
+
+// The rules of the text fields. The date puts itself right; the performance factor, the
+// throttle stop ratio and the target ET complain about text that is no number, so that the
+// prediction never runs on it unnoticed.
+void LogSidePanel::addFieldRules() {
+    auto* rules = new TextFieldRules(this);
+    const QList<std::tuple<QLineEdit*, QChar (*)(QChar), std::function<void()>>> fields{
+        {txtDate, KeyFilters::Date,
+         [this] {
+             txtDate->setText(
+                 SidePanelRules::settledLogDate(txtDate->text(), QDate::currentDate()));
+         }},
+        {txtPF, KeyFilters::SignedNumber,
+         [this] {
+             if (!NumberText::IsNumeric(txtPF->text()))
+                 complain(txtPF, QStringLiteral("The performance factor is not a number!"),
+                          QStringLiteral("Performance Factor"));
+         }},
+        {txtTSR, KeyFilters::UnsignedNumber,
+         [this] {
+             if (!NumberText::IsNumeric(txtTSR->text()))
+                 complain(txtTSR, QStringLiteral("The throttle stop ratio is not a number!"),
+                          QStringLiteral("Throttle Stop Ratio"));
+         }},
+        {txtPageIdentifier, KeyFilters::Letters,
+         [this] {
+             txtPageIdentifier->setText(
+                 SidePanelRules::settledPageIdentifier(txtPageIdentifier->text()));
+             emit pageIdentifierLeft(txtPageIdentifier->text());
+         }},
+        {txtCarNumber, KeyFilters::CarNumber, [] {}},
+        {txtTargetET, KeyFilters::UnsignedNumber,
+         [this] {
+             txtTargetET->setText(SidePanelRules::settledTargetET(txtTargetET->text()));
+             if (!NumberText::IsNumeric(txtTargetET->text()))
+                 complain(txtTargetET, QStringLiteral("The target ET is not a number!"),
+                          QStringLiteral("Target ET"));
+         }},
+        {txtAA, KeyFilters::SignedNumber,
+         [this] { txtAA->setText(SidePanelRules::settledPredictInput(txtAA->text())); }},
+        {txtVP, KeyFilters::UnsignedNumber,
+         [this] { txtVP->setText(SidePanelRules::settledPredictInput(txtVP->text())); }},
+    };
+    for (const auto& [field, keyFilter, onLeaving] : fields)
+        rules->add(field, keyFilter, onLeaving);
+}
+
+void LogSidePanel::fillRaceTracks() {
+    cboRaceTrack->clear();
+    cboRaceTrack->addItems(RaceLogDefaults::RaceTracks());
+    cboRaceTrack->setEditText(QString());
+}
+
+void LogSidePanel::readFrom(const RaceLogData& log) {
+    txtDate->setText(log.date);
+    txtCarNumber->setText(log.carNumber);
+    cboRaceTrack->setEditText(log.raceTrack);
+    txtPageIdentifier->setText(log.pageIdentifier);
+    {
+        // The items alone: selecting the reference run marks it, which is the window's part.
+        const QSignalBlocker quiet(cboRefRun);
+        cboRefRun->clear();
+        cboRefRun->addItems(log.refRunItems);
+    }
+    txtPF->setText(log.pf);
+    txtTSR->setText(log.tsr);
+    txtTargetET->setText(log.targetET);
+    txtNotes->setPlainText(log.notes);
+    txtAA->setText(log.aa);
+    txtVP->setText(log.vp);
+}
+
+void LogSidePanel::writeTo(RaceLogData& log) const {
+    log.date = txtDate->text();
+    log.carNumber = txtCarNumber->text();
+    log.raceTrack = cboRaceTrack->currentText();
+    log.pageIdentifier = txtPageIdentifier->text();
+    log.refRunItems.clear();
+    for (int i = 0; i < cboRefRun->count(); ++i)
+        log.refRunItems << cboRefRun->itemText(i);
+    log.refRunIndex = cboRefRun->currentIndex();
+    log.pf = txtPF->text();
+    log.tsr = txtTSR->text();
+    log.targetET = txtTargetET->text();
+    log.notes = txtNotes->toPlainText();
+    log.aa = txtAA->text();
+    log.vp = txtVP->text();
+}
+
+void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {
+    Dialogs::Inform(text, title, Dialogs::Icon::Information);
+    if (isVisible())
+        field->setFocus();
+}

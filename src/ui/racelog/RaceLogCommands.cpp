@@ -1,0 +1,179 @@
+#include "ui/racelog/RaceLogCommands.h"
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "core/RaceLogDocument.h"
+#include "racelog/RaceLogDefaults.h"
+#include "racelog/RaceLogFileRequests.h"
+#include "racelog/RaceLogSlots.h"
+#include "ui/racelog/ConfigurationDialog.h"
+#include "ui/racelog/LogColumnsDialog.h"
+#include "ui/racelog/RaceLogWindow.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace {
+
+// The type tools are numbered from here, clear of the tools of the command table.
+constexpr int FirstTypeToolId = 10000;
+
+} // namespace
+
+RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
+    : QObject(&main), main(main), state(state) {
+    main.setCommand(QStringLiteral("miNewRaceLog"), [this] { NewRaceLog(QString()); });
+    main.setCommand(QStringLiteral("miOpenRaceLog"), [this] { OpenRaceLog(); });
+    main.setCommand(QStringLiteral("miClose"), [this] { CloseActive(); });
+    main.setCommand(QStringLiteral("miSave"), [this] { SaveActive(false); });
+    main.setCommand(QStringLiteral("miSaveAs"), [this] { SaveActive(true); });
+    main.setCommand(QStringLiteral("miSaveAll"), [this] { SaveAll(); });
+    main.setCommand(QStringLiteral("miPrint"), [this] { RunOnActive("PrintDocument"); });
+    main.setCommand(QStringLiteral("miPDFExport"), [this] { RunOnActive("SaveAsPDF"); });
+    main.setCommand(QStringLiteral("miSelectColumns"), [this] {
+        LogColumnsDialog dialog(&this->main);
+        dialog.exec();
+    });
+    main.setCommand(QStringLiteral("miConfiguration"), [this] {
+        ConfigurationDialog dialog(
+            [this](int frequency) { this->main.setPagerFrequency(frequency); }, &this->main);
+        dialog.exec();
+    });
+    main.setCommand(QStringLiteral("btnPredict"), [this] { PredictAll(); });
+    main.setNewRaceLog([this](const QString& type) { NewRaceLog(type); });
+    main.setRaceLogLoader(
+        [this](const QString& path) { return LoadRaceLog(path, QFileInfo(path).fileName()); });
+    main.setRaceLogListing([this] { CreateRaceLogListing(); });
+}
+
+void RaceLogCommands::CreateRaceLogListing() {
+    delete main.findChild<QMenu*>(QStringLiteral("RaceLogType"));
+    auto* band = new QMenu(&main);
+    band->setObjectName(QStringLiteral("RaceLogType"));
+    const QStringList types = RaceLogDefaults::RaceLogTypes();
+    int id = FirstTypeToolId;
+    for (const QString& type : types) {
+        QAction* tool = band->addAction(type);
+        tool->setObjectName(QStringLiteral("new") + type);
+        tool->setData(id++);
+        connect(tool, &QAction::triggered, this,
+                [this, name = tool->objectName()] { main.dispatch(name); });
+    }
+    if (types.isEmpty())
+        return;
+    // One tool stands in the File menu and on the tool bar: with the band it opens the list
+    // in both, and the tool bar's button opens it at the first click.
+    QAction* newRaceLog = main.findChild<QAction*>(QStringLiteral("miNewRaceLog"));
+    newRaceLog->setMenu(band);
+    if (auto* bar = main.findChild<QToolBar*>(QStringLiteral("tbMain"))) {
+        if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(newRaceLog)))
+            button->setPopupMode(QToolButton::InstantPopup);
+    }
+}
+
+void RaceLogCommands::NewRaceLog(const QString& raceLogType) {
+    showLog(createLog(raceLogType));
+}
+
+RaceLogLoad RaceLogCommands::LoadRaceLog(const QString& path, const QString& title) {
+    if (path.isEmpty() || title.isEmpty() || !QFileInfo(path).isFile())
+        return {};
+    RaceLogWindow* log = createLog(QString());
+    log->logFile(path, title);
+    const Database::LoadResult loaded = log->loadFile(path);
+    if (!loaded) {
+        // The frame takes the window with it, and the window gives its slot back.
+        delete log->parentWidget();
+        if (loaded.status == Database::LoadResult::Status::MissingColumn)
+            return {false, QStringLiteral("The file has no column ") + loaded.missingColumn +
+                               QStringLiteral(".")};
+        return {false, QStringLiteral("The file is not a race log.")};
+    }
+    log->paintRowBands();
+    showLog(log);
+    return {true, {}};
+}
+
+// A new window in the first free slot, loaded and still hidden.
+RaceLogWindow* RaceLogCommands::createLog(const QString& raceLogType) {
+    const int slot = RaceLogSlots::takeFreeSlot(state.RaceLogs);
+    auto* log = new RaceLogWindow(state);
+    main.mdiArea()->addSubWindow(log);
+    state.RaceLogs[slot] = log;
+    log->iIndex = slot;
+    log->sRaceLogType = raceLogType;
+    log->Load(main.mdiArea()->background().color());
+    return log;
+}
+
+void RaceLogCommands::showLog(RaceLogWindow* log) {
+    if (log->windowTitle().isEmpty())
+        log->setWindowTitle(RaceLogSlots::numberedCaption(log->iIndex));
+    log->parentWidget()->show();
+    log->show();
+}
+
+QMdiSubWindow* RaceLogCommands::activeChild() const {
+    return main.mdiArea()->currentSubWindow();
+}
+
+RaceLogWindow* RaceLogCommands::activeLog() const {
+    QMdiSubWindow* child = activeChild();
+    return child ? qobject_cast<RaceLogWindow*>(child->widget()) : nullptr;
+}
+
+void RaceLogCommands::OpenRaceLog() {
+    const std::optional<Dialogs::FileChoice> chosen =
+        Dialogs::ChooseFile(RaceLogFileRequests::openRequest());
+    if (!chosen)
+        return;
+    RaceLogFileRequests::rememberFolder(chosen->path);
+    main.OpenFile(chosen->path);
+}
+
+void RaceLogCommands::CloseActive() {
+    if (QMdiSubWindow* child = activeChild())
+        child->close();
+}
+
+void RaceLogCommands::SaveActive(bool choosePath) {
+    if (RaceLogWindow* log = activeLog())
+        log->saveLog(choosePath ? QString() : log->sFilePath);
+}
+
+// Every open log in slot order; a log that has no file yet asks for one.
+void RaceLogCommands::SaveAll() {
+    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
+        if (auto* log = dynamic_cast<RaceLogWindow*>(state.RaceLogs[slot]))
+            log->saveLog(log->sFilePath);
+    }
+}
+
+// A failed prediction shows a box, during which a log may close: the slots are looked at
+// afresh for each log.
+void RaceLogCommands::PredictAll() {
+    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
+        if (RaceLogDocument* log = state.RaceLogs[slot])
+            log->updatePredictions();
+    }
+}
+
+// Print and PDF export belong to the window in front, if it offers them as invokable
+// members of those names.
+void RaceLogCommands::RunOnActive(const char* member) {
+    QMdiSubWindow* child = activeChild();
+    QWidget* window = child ? child->widget() : nullptr;
+    const QByteArray signature = QByteArray(member) + "()";
+    if (window && window->metaObject()->indexOfMethod(signature.constData()) >= 0) {
+        QMetaObject::invokeMethod(window, member);
+        return;
+    }
+    Dialogs::Inform(QStringLiteral("The Active Form does not support this feature."),
+                    QStringLiteral("Tarnwick - Print"), Dialogs::Icon::Information);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ui/shell/MainWindow.h"
+
+#include <QObject>
+#include <QString>
+
+struct AppState;
+class RaceLogWindow;
+class QMdiSubWindow;
+
+// The main window's commands on race logs: new and open, save, close, print, predict all, and
+// the list of race log types under "New Race Log". It gives the main window these commands
+// when it is made, and keeps the open logs in the slots of AppState::RaceLogs.
+class RaceLogCommands : public QObject {
+    Q_OBJECT
+public:
+    RaceLogCommands(MainWindow& main, AppState& state);
+
+    // Hangs the list of race log types (the subkeys of the defaults) under "New Race Log",
+    // in the File menu and on the tool bar. With no type, "New Race Log" stays a command.
+    void CreateRaceLogListing();
+
+    // A new, empty log of a type (empty for the general defaults) in the first free slot.
+    void NewRaceLog(const QString& raceLogType);
+    // Opens a race log file in a new window. No window is left when there is no such file,
+    // when it is no race log or when it lacks a column; the reason names the column.
+    RaceLogLoad LoadRaceLog(const QString& path, const QString& title);
+
+private:
+    RaceLogWindow* createLog(const QString& raceLogType);
+    void showLog(RaceLogWindow* log);
+    QMdiSubWindow* activeChild() const;
+    RaceLogWindow* activeLog() const;
+
+    void OpenRaceLog();
+    void CloseActive();
+    void SaveActive(bool choosePath);
+    void SaveAll();
+    void PredictAll();
+    void RunOnActive(const char* member);
+
+    MainWindow& main;
+    AppState& state;
+};

@@ -1,0 +1,459 @@
+#include "ui/racelog/RaceLogWindow.h"
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "core/Hourglass.h"
+#include "core/NumberText.h"
+#include "core/Registry.h"
+#include "pager/PagerComposer.h"
+#include "pager/PagerLogs.h"
+#include "prediction/PredictionModel.h"
+#include "prediction/RunCompletion.h"
+#include "racelog/ColumnTable.h"
+#include "racelog/Database.h"
+#include "racelog/RaceLogDefaults.h"
+#include "racelog/RaceLogFileRequests.h"
+#include "racelog/RaceLogSlots.h"
+#include "ui/racelog/LogSidePanel.h"
+#include "ui/racelog/RunGrid.h"
+#include "ui/racelog/ShowColumnMenu.h"
+#include "ui/shell/WindowPlacement.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+
+namespace {
+
+const QString PlacementKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings");
+const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+
+// The corner cell of the run table tells whether the side panel is open.
+const QString PanelClosedMark = QStringLiteral(">>>");
+const QString PanelOpenMark = QStringLiteral("<<<");
+
+} // namespace
+
+RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent), state(state) {
+    setObjectName(QStringLiteral("frmLog"));
+    tabLog = new LogSidePanel(this);
+    tabLog->hide();
+    tabLog->readFrom(log);
+    gridLog = new RunGrid(state, log.grid, *tabLog->cboRefRun, this);
+    gridLog->setObjectName(QStringLiteral("gridLog"));
+    miShowColumn = new ShowColumnMenu(log.grid, this);
+    gridLog->setShowColumnMenu(miShowColumn);
+
+    connect(gridLog, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
+    connect(gridLog, &RunGrid::panelTabRequested, this, &RaceLogWindow::showPanelTab);
+    connect(gridLog, &RunGrid::referenceRunRequested, this,
+            [this](int row) { selectReferenceRun(row - 1); });
+    connect(gridLog, &RunGrid::runCompleteRequested, this, &RaceLogWindow::completeRun);
+    // An emptied list selects nothing; it is about to be filled again.
+    connect(tabLog->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (index >= 0)
+            markReferenceRun(index);
+    });
+    connect(tabLog, &LogSidePanel::pageIdentifierLeft, this, &RaceLogWindow::settleCaption);
+    connect(tabLog, &LogSidePanel::predictRequested, this, [this] {
+        gridLog->commitCellEdit();
+        updatePredictions();
+    });
+    connect(tabLog->chkPagerPredictions, &QCheckBox::clicked, this,
+            &RaceLogWindow::warnOfManyPagingLogs);
+}
+
+RaceLogWindow::~RaceLogWindow() {
+    // The grid goes first: it works on the run table and the reference run list. The window
+    // stops painting behind it before it goes.
+    gridLog->viewport()->removeEventFilter(this);
+    delete gridLog;
+    releaseSlot();
+}
+
+void RaceLogWindow::Load(const QColor& mainBackground) {
+    giveUsableSize();
+    Settings::LoadWindowPlacement(PlacementKey, placedWindow());
+    correctPlacement();
+    setupGrid();
+    tabLog->fillRaceTracks();
+    applyTypeDefaults();
+    takeBackground(mainBackground);
+    gridLeft = gridLog->x();
+    arrange();
+}
+
+// A race log is of use when it shows its side panel beside the run numbers and a few
+// columns; that is the least it can be made. Where no placement is stored yet it opens with
+// every field of the panel and ten runs in view.
+void RaceLogWindow::giveUsableSize() {
+    const int rowHeight = gridLog->verticalHeader()->defaultSectionSize();
+    const int gridFrame = gridLog->horizontalHeader()->sizeHint().height() +
+                          gridLog->horizontalScrollBar()->sizeHint().height() +
+                          2 * gridLog->frameWidth();
+    const QSize least(tabLog->width() + 240,
+                      qMax(tabLog->sizeHint().height(), gridFrame + 3 * rowHeight));
+    const QSize usual(tabLog->width() + 480,
+                      qMax(tabLog->heightShowingEveryField(), gridFrame + 10 * rowHeight));
+    setMinimumSize(least);
+    QWidget* frame = placedWindow();
+    frame->resize(frame->minimumSizeHint() + (usual - least));
+}
+
+// A stored placement smaller than the least usable size grows to it, and one that lies
+// wholly outside the main window's client area comes back into its corner.
+void RaceLogWindow::correctPlacement() {
+    QWidget* frame = placedWindow();
+    frame->resize(frame->size().expandedTo(frame->minimumSizeHint()));
+    const QWidget* area = frame->parentWidget();
+    if (frame != this && area && !area->rect().isEmpty() &&
+        !area->rect().intersects(frame->geometry()))
+        frame->move(0, 0);
+}
+
+// The run table as a new window shows it: the run numbers, the captions and widths, and the
+// columns the user chose not to see. The table centres every cell of itself.
+void RaceLogWindow::setupGrid() {
+    RunTable& grid = log.grid;
+    grid.setColumnWidth(0, RunTable::RunNumberWidth);
+    grid.setTextMatrix(0, 0, PanelClosedMark);
+    for (int row = 1; row < grid.Rows(); ++row)
+        grid.setTextMatrix(row, 0, QString::number(row));
+    for (const ColumnTable::Column& column : ColumnTable::Columns) {
+        if (column.number == 0)
+            continue;
+        grid.setColumnWidth(column.number, RunTable::InitialWidth);
+        grid.setTextMatrix(0, column.number, column.caption.toString());
+        // Only an exact "0" hides: a column never chosen either way is shown.
+        if (column.canBeHidden() &&
+            Registry::Get(LogColumnsKey, column.visibilityValue.toString()) == u"0")
+            miShowColumn->toggleColumn(column.number);
+    }
+}
+
+// A log of a named type is called by its type and starts from that type's defaults; a log of
+// no type starts from the general defaults. Values that are no number are passed over.
+void RaceLogWindow::applyTypeDefaults() {
+    if (!sRaceLogType.isEmpty()) {
+        tabLog->txtPageIdentifier->setText(sRaceLogType);
+        setWindowTitle(sRaceLogType);
+    }
+    const QString defaults = RaceLogDefaults::TypeKey(sRaceLogType);
+    const auto takeNumber = [&defaults](const char* name, QLineEdit* field) {
+        const QString value = Registry::Get(defaults, QLatin1String(name));
+        if (NumberText::IsNumeric(value))
+            field->setText(value);
+    };
+    takeNumber("PF", tabLog->txtPF);
+    takeNumber("TSR", tabLog->txtTSR);
+    const QString carNumber = Registry::Get(defaults, QStringLiteral("CarNumber"));
+    if (carNumber != Registry::NoKeyValue)
+        tabLog->txtCarNumber->setText(carNumber.trimmed());
+    takeNumber("TargetET", tabLog->txtTargetET);
+    selectReferenceRun(0);
+    sFileTitle.clear();
+}
+
+void RaceLogWindow::takeBackground(const QColor& color) {
+    QPalette palette = tabLog->palette();
+    palette.setColor(QPalette::Window, color);
+    tabLog->setPalette(palette);
+    tabLog->setAutoFillBackground(true);
+    gridBackdrop = color;
+    gridLog->viewport()->installEventFilter(this);
+    gridLog->viewport()->update();
+}
+
+bool RaceLogWindow::eventFilter(QObject* watched, QEvent* event) {
+    // The type comes first: while the grid is being destroyed its viewport still sends events,
+    // and the grid may then no longer be asked for anything.
+    if (event->type() == QEvent::Paint && watched == gridLog->viewport())
+        paintGridBackdrop();
+    return QWidget::eventFilter(watched, event);
+}
+
+// The area of the grid beyond its last column and its last run: the cells keep their own
+// colours, painted over this.
+void RaceLogWindow::paintGridBackdrop() {
+    QWidget* area = gridLog->viewport();
+    const QHeaderView* columns = gridLog->horizontalHeader();
+    const QHeaderView* rows = gridLog->verticalHeader();
+    const QRect cells(0, 0, columns->length() - columns->offset(), rows->length() - rows->offset());
+    QPainter painter(area);
+    painter.setClipRegion(QRegion(area->rect()).subtracted(cells));
+    painter.fillRect(area->rect(), gridBackdrop);
+}
+
+Database::LoadResult RaceLogWindow::loadFile(const QString& path) {
+    // What the file does not hold keeps the value the window has now.
+    tabLog->writeTo(log);
+    const Database::LoadResult loaded = Database::loadLog(path, log);
+    if (!loaded)
+        return loaded;
+    tabLog->readFrom(log);
+    if (!log.pageIdentifier.isEmpty())
+        setWindowTitle(log.pageIdentifier);
+    if (log.refRunIndex < 0)
+        showNoReferenceRun();
+    else
+        selectReferenceRun(log.refRunIndex);
+    if (loaded.unreadValues > 0)
+        warnOfUnreadValues(path, loaded.unreadValues);
+    return loaded;
+}
+
+// Said once, at the load; the original is kept at the first save so nothing of the file is
+// lost by writing back only what could be read.
+void RaceLogWindow::warnOfUnreadValues(const QString& path, int count) {
+    keepOriginalOf = path;
+    Dialogs::Inform(
+        QStringLiteral("%1 value(s) of %2 could not be read and were left empty.\r\n"
+                       "The first save keeps the original file as %3.")
+            .arg(count)
+            .arg(QFileInfo(path).fileName(), QFileInfo(Database::backupPath(path)).fileName()),
+        QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Exclamation);
+}
+
+void RaceLogWindow::showNoReferenceRun() {
+    tabLog->cboRefRun->setCurrentIndex(-1);
+    log.grid.unmarkReferenceRun();
+}
+
+// The copy is made before anything is written; when it cannot be made nothing is written.
+bool RaceLogWindow::keepOriginal(const QString& target) {
+    if (keepOriginalOf.isEmpty() || target != keepOriginalOf || !QFileInfo::exists(target))
+        return true;
+    const QString backup = Database::backupPath(target);
+    QFile::remove(backup);
+    if (!QFile::copy(target, backup)) {
+        Dialogs::Inform(QStringLiteral("Unable to keep a copy of the original race log as ") +
+                            backup + QStringLiteral("!\r\nNothing was saved."),
+                        QStringLiteral("Race Log Table Data"), Dialogs::Icon::Critical);
+        return false;
+    }
+    keepOriginalOf.clear();
+    return true;
+}
+
+void RaceLogWindow::logFile(const QString& path, const QString& title) {
+    sFilePath = path;
+    tabLog->txtFileName->setToolTip(path);
+    sFileTitle = title;
+    tabLog->txtFileName->setText(title);
+}
+
+bool RaceLogWindow::saveLog(const QString& path) {
+    Hourglass busy;
+    gridLog->commitCellEdit();
+    QString target = path;
+    if (!path.isEmpty()) {
+        const Dialogs::Answer answer = Dialogs::Show(
+            {QStringLiteral("Do you want to save the information for:\r\n  ") + windowTitle(),
+             QStringLiteral("Save Race Log?"), Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
+             Dialogs::Answer::Yes});
+        if (answer == Dialogs::Answer::No)
+            return true;
+    } else {
+        const std::optional<Dialogs::FileChoice> chosen =
+            Dialogs::ChooseFile(RaceLogFileRequests::saveRequest(
+                windowTitle(), tabLog->cboRaceTrack->currentText(), QDate::currentDate(),
+                QCoreApplication::applicationDirPath()));
+        // Cancel is how a log that was never saved is thrown away: the window may close.
+        if (!chosen)
+            return true;
+        const Dialogs::FileChoice file = RaceLogFileRequests::withExtension(*chosen);
+        RaceLogFileRequests::rememberFolder(file.path);
+        logFile(file.path, file.title);
+        target = file.path;
+    }
+    if (!keepOriginal(target))
+        return false;
+    tabLog->writeTo(log);
+    const Database::SaveResult result = Database::saveRaceLog(target, log);
+    if (result == Database::SaveResult::Ok)
+        return true;
+    const Database::SaveFailureMessage failure = Database::saveFailureMessage(result);
+    Dialogs::Inform(failure.text, failure.title, Dialogs::Icon::Critical);
+    return false;
+}
+
+QString RaceLogWindow::fileExtension(const QString& name) const {
+    return RaceLogFileRequests::fileExtension(name);
+}
+
+void RaceLogWindow::paintRowBands() {
+    log.grid.paintRowBands();
+}
+
+void RaceLogWindow::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) {
+    tabLog->txtAA->setText(QString::number(adjustedAltitude));
+    tabLog->txtVP->setText(NumberText::General(vaporPressure));
+}
+
+// Each publish shows at once, so a fault after the ET leaves the ET standing in the caption
+// and in the page.
+void RaceLogWindow::updatePredictions() {
+    const PredictionModel::Outcome outcome = PredictionModel::compute({
+        runCells(),
+        tabLog->cboRefRun->currentIndex() + 1,
+        tabLog->txtAA->text(),
+        tabLog->txtVP->text(),
+        tabLog->txtPF->text(),
+        tabLog->txtTSR->text(),
+        tabLog->txtTargetET->text(),
+        tabLog->txtPageIdentifier->text(),
+        iIndex,
+        state.bDeltaVP,
+    });
+    for (const PredictionModel::Publication& publication : outcome.publications) {
+        sPagerMessage = publication.sPagerMessage;
+        setWindowTitle(publication.caption);
+    }
+    if (outcome.fault)
+        Dialogs::Show(PredictionModel::faultMessage());
+}
+
+bool RaceLogWindow::pagerPredictions() const {
+    return tabLog->chkPagerPredictions->isChecked();
+}
+
+QString RaceLogWindow::pagerMessage() const {
+    return sPagerMessage;
+}
+
+// The prediction and run completion read the run table as it stands at the moment.
+RunCells RaceLogWindow::runCells() const {
+    const RunTable& grid = log.grid;
+    return [&grid](int row, int column) { return grid.TextArray(grid.fLabel(row, column)); };
+}
+
+// The box has already changed when this is asked; the warning does not undo it.
+void RaceLogWindow::warnOfManyPagingLogs() {
+    if (const auto warning =
+            PagerComposer::pagerPredictionsWarning(PagerLogs::pagerSlots(state.RaceLogs)))
+        Dialogs::Show(*warning);
+}
+
+// A run shut off before the finish gets the finish the reference run says it would have
+// made; the user is asked first, and the notes keep what the finish cell held.
+void RaceLogWindow::completeRun(int row) {
+    const std::optional<RunCompletion::Proposal> proposal =
+        RunCompletion::confirm(RunCompletion::compute({
+            runCells(),
+            tabLog->cboRefRun->currentIndex(),
+            row,
+            tabLog->txtPF->text(),
+            tabLog->txtNotes->toPlainText(),
+        }));
+    if (!proposal)
+        return;
+    tabLog->txtNotes->setPlainText(proposal->newNotes);
+    log.grid.setTextArray(log.grid.fLabel(proposal->finishRow, proposal->finishColumn),
+                          proposal->finishText);
+}
+
+// A log whose file cannot be written stays open; the window is released all the same, so a
+// log that failed to save on closing is no longer among the open logs.
+void RaceLogWindow::closeEvent(QCloseEvent* event) {
+    if (saveLog(sFilePath))
+        event->accept();
+    else
+        event->ignore();
+    Settings::SaveWindowPlacement(PlacementKey, placedWindow());
+    releaseSlot();
+}
+
+void RaceLogWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+bool RaceLogWindow::panelClosed() const {
+    return log.grid.TextMatrix(0, 0) == PanelClosedMark;
+}
+
+void RaceLogWindow::togglePanel() {
+    if (panelClosed())
+        openPanel(tabLog->currentIndex());
+    else
+        closePanel();
+}
+
+void RaceLogWindow::showPanelTab(int tab) {
+    if (panelClosed())
+        openPanel(tab);
+    else
+        tabLog->setCurrentIndex(tab);
+}
+
+void RaceLogWindow::openPanel(int tab) {
+    gridLog->commitCellEdit();
+    log.grid.setTextMatrix(0, 0, PanelOpenMark);
+    tabLog->setCurrentIndex(tab);
+    tabLog->show();
+    arrange();
+}
+
+void RaceLogWindow::closePanel() {
+    tabLog->hide();
+    gridLog->setFocus();
+    log.grid.setTextMatrix(0, 0, PanelClosedMark);
+    arrange();
+}
+
+// The panel stands at the left edge, the whole height; the grid takes the rest of the width
+// beside it, or all of it while the panel is closed.
+void RaceLogWindow::arrange() {
+    if (placedWindow()->isMinimized())
+        return;
+    tabLog->setGeometry(0, 0, tabLog->width(), height());
+    const int left = tabLog->isHidden() ? gridLeft : tabLog->geometry().right() + 1;
+    const int gridWidth = width() > tabLog->width() ? qMax(width() - left, 0) : gridLog->width();
+    gridLog->setGeometry(left, 0, gridWidth, height());
+}
+
+// A log without a page identifier is called by its slot.
+void RaceLogWindow::settleCaption(const QString& pageIdentifier) {
+    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(iIndex)
+                                            : pageIdentifier);
+}
+
+// A new choice marks the run through the list's signal; the run that is already selected is
+// marked again, and a run missing from the list is reported.
+void RaceLogWindow::selectReferenceRun(int index) {
+    QComboBox* list = tabLog->cboRefRun;
+    if (index >= 0 && index < list->count() && index != list->currentIndex())
+        list->setCurrentIndex(index);
+    else
+        markReferenceRun(index);
+}
+
+void RaceLogWindow::markReferenceRun(int index) {
+    const int row = index + 1;
+    if (index < 0 || index >= tabLog->cboRefRun->count() || !log.grid.markReferenceRun(row)) {
+        Dialogs::Inform(QStringLiteral("Error on combo box ref run selection!"),
+                        QStringLiteral("Race Log"), Dialogs::Icon::Critical);
+        return;
+    }
+    gridLog->setCurrentRunCell(row, 1);
+}
+
+QWidget* RaceLogWindow::placedWindow() {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
+        return frame;
+    return this;
+}
+
+void RaceLogWindow::releaseSlot() {
+    if (iIndex >= 0 && iIndex < state.RaceLogs.size() && state.RaceLogs[iIndex] == this)
+        state.RaceLogs[iIndex] = nullptr;
+}

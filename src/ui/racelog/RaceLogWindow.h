@@ -1,0 +1,102 @@
+#pragma once
+
+#include "core/RaceLogDocument.h"
+#include "prediction/RunCells.h"
+#include "racelog/Database.h"
+#include "racelog/RaceLogData.h"
+
+#include <QColor>
+#include <QWidget>
+
+struct AppState;
+class LogSidePanel;
+class RunGrid;
+class ShowColumnMenu;
+
+// The race log window: one car at one event, its runs in the run table gridLog and its
+// settings, notes and prediction inputs in the side panel tabLog, which the corner cell of
+// the table opens and closes. The window lives in a child window of the main window and
+// holds the slot iIndex of the open logs while it is open.
+class RaceLogWindow : public QWidget, public RaceLogDocument {
+    Q_OBJECT
+public:
+    explicit RaceLogWindow(AppState& state, QWidget* parent = nullptr);
+    ~RaceLogWindow() override;
+
+    // The window load: its place on the screen, the run table, the race tracks and the
+    // values a log of type sRaceLogType starts from. The grid and the panel take the
+    // background of the main window.
+    void Load(const QColor& mainBackground);
+    // Reads a race log file into this newly loaded window. A file that is no race log, or
+    // lacks a column, leaves the window as it was. Values that could not be read are told
+    // once, and the first save over the file keeps the original beside it.
+    Database::LoadResult loadFile(const QString& path);
+
+    // The file the log is kept in: its full path and its name.
+    void logFile(const QString& path, const QString& title);
+    // Saves the log into its file after asking; an empty path asks for a file first. False
+    // only when the file could not be written; a refused question or a cancelled file choice
+    // is no failure.
+    bool saveLog(const QString& path);
+
+    int fLabel(int row, int column) const { return log.grid.fLabel(row, column); }
+    QString fileExtension(const QString& name) const;
+    // Every second run row gets the band colour.
+    void paintRowBands();
+
+    void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override;
+    // The prediction from the reference run, shown in the caption; sPagerMessage carries it
+    // to the pager. A prediction that fails says so in a box.
+    void updatePredictions() override;
+    bool pagerPredictions() const override;
+    QString pagerMessage() const override;
+
+    int iIndex = 0;
+    QString sFilePath;
+    QString sFileTitle;
+    QString sRaceLogType;
+    QString sPagerMessage;
+
+    LogSidePanel* tabLog;
+    RunGrid* gridLog;
+    ShowColumnMenu* miShowColumn;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void giveUsableSize();
+    void correctPlacement();
+    void setupGrid();
+    void applyTypeDefaults();
+    void takeBackground(const QColor& color);
+    void paintGridBackdrop();
+
+    bool panelClosed() const;
+    void togglePanel();
+    void showPanelTab(int tab);
+    void openPanel(int tab);
+    void closePanel();
+    void arrange();
+
+    void settleCaption(const QString& pageIdentifier);
+    RunCells runCells() const;
+    void warnOfManyPagingLogs();
+    void completeRun(int row);
+    void selectReferenceRun(int index);
+    void showNoReferenceRun();
+    void warnOfUnreadValues(const QString& path, int count);
+    bool keepOriginal(const QString& target);
+    void markReferenceRun(int index);
+
+    QWidget* placedWindow();
+    void releaseSlot();
+
+    AppState& state;
+    RaceLogData log; // the fields as last written or read, and the run table itself
+    int gridLeft = 0;
+    QColor gridBackdrop;    // the main window's background, beyond the cells of the grid
+    QString keepOriginalOf; // a file not read whole, copied aside before the first save over it
+};

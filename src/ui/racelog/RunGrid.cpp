@@ -1,0 +1,348 @@
+#include "ui/racelog/RunGrid.h"
+
+#include "core/Dialogs.h"
+#include "racelog/CellColor.h"
+#include "racelog/RunTable.h"
+#include "racelog/TypedKey.h"
+#include "ui/racelog/CellEditors.h"
+#include "ui/racelog/RunGridPrivate.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOptionHeader>
+#include <stdexcept>
+
+namespace {
+
+// The grid's own keys: Ctrl+C, Ctrl+V and Ctrl+X work on the whole run.
+constexpr int CopyCode = 3;
+constexpr int PasteCode = 22;
+constexpr int CutCode = 24;
+// A double click opens the editor as a blank typed would.
+constexpr int DoubleClickCode = 32;
+
+bool isClipboardCode(int code) {
+    return code == CopyCode || code == PasteCode || code == CutCode;
+}
+
+} // namespace
+
+RunGrid::RunGrid(AppState& state, RunTable& table, QComboBox& cboRefRun, QWidget* parent)
+    : QTableView(parent), d(new Private(state, table, cboRefRun, this)) {
+    // The editors first: every change of the current cell commits what they hold.
+    d->editors = new CellEditors(*this);
+    setModel(&table);
+    setEditTriggers(NoEditTriggers);
+    // Tab may have to make a column the leftmost one, to the pixel.
+    setHorizontalScrollMode(ScrollPerPixel);
+
+    // Every row is as high as the editor that opens on it.
+    const int rowHeight = d->editors->txtEdit->sizeHint().height();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(rowHeight);
+    verticalHeader()->setDefaultSectionSize(rowHeight);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    for (int column = 0; column < table.Cols(); ++column)
+        showColumnWidth(column);
+    connect(&table, &RunTable::columnWidthChanged, this, &RunGrid::showColumnWidth);
+
+    d->corner = findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
+    connect(&table, &RunTable::cornerChanged, d->corner, qOverload<>(&QWidget::update));
+    for (QObject* part :
+         {static_cast<QObject*>(d->corner), static_cast<QObject*>(horizontalHeader()->viewport()),
+          static_cast<QObject*>(verticalHeader()->viewport())})
+        part->installEventFilter(this);
+
+    connect(d->editors, &CellEditors::accepted, this, [this] { setFocus(); });
+    connect(d->editors, &CellEditors::cancelled, this, [this] { setFocus(); });
+    connect(d->editors, &CellEditors::rowStepRequested, this, &RunGrid::stepRow);
+    connectMenus();
+}
+
+// The editors stop listening while the grid they commit into still stands.
+RunGrid::~RunGrid() {
+    delete d->editors;
+    delete d;
+}
+
+RunTable& RunGrid::table() const {
+    return d->table;
+}
+
+void RunGrid::connectMenus() {
+    const RunMenus& menus = d->menus;
+    connect(menus.miNewRunNum, &QAction::triggered, this, &RunGrid::newRun);
+    // The item stays checked for the run it made the reference run, even when chosen again.
+    connect(menus.miReferenceRun, &QAction::triggered, this, [this] {
+        d->menus.miReferenceRun->setChecked(true);
+        emit referenceRunRequested(currentRunRow());
+    });
+    connect(menus.miRunComplete, &QAction::triggered, this,
+            [this] { emit runCompleteRequested(currentRunRow()); });
+    connect(menus.miGetLoggedWeather, &QAction::triggered, this, &RunGrid::getLoggedWeather);
+    connect(menus.miGetWeather, &QAction::triggered, this, &RunGrid::getCurrentWeather);
+    connect(menus.miCut, &QAction::triggered, this, &RunGrid::cutRun);
+    connect(menus.miCopy, &QAction::triggered, this, &RunGrid::copyRun);
+    connect(menus.miPaste, &QAction::triggered, this, &RunGrid::pasteRun);
+    connect(menus.miPredict, &QAction::triggered, this, [this] { emit panelTabRequested(2); });
+    connect(menus.miNotes, &QAction::triggered, this, [this] { emit panelTabRequested(1); });
+    connect(menus.miSettings, &QAction::triggered, this, [this] { emit panelTabRequested(0); });
+    connect(menus.miNewRun, &QAction::triggered, this, &RunGrid::newRun);
+    connect(menus.miDelete, &QAction::triggered, this, &RunGrid::deleteRun);
+}
+
+// The run number column is the vertical header; a width of 0 hides a column.
+void RunGrid::showColumnWidth(int column) {
+    const int pixels = RunTable::twipsToPixels(d->table.columnWidth(column));
+    if (column == 0) {
+        verticalHeader()->setFixedWidth(pixels);
+        return;
+    }
+    setColumnHidden(column - 1, pixels == 0);
+    if (pixels > 0)
+        setColumnWidth(column - 1, pixels);
+}
+
+int RunGrid::currentRunRow() const {
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? current.row() + 1 : 0;
+}
+
+int RunGrid::currentRunColumn() const {
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? current.column() + 1 : 0;
+}
+
+// Column 0, the run number, is no cell of its own in this view: the row becomes current in
+// the column that is current now, or in the first.
+void RunGrid::setCurrentRunCell(int row, int column) {
+    if (column == 0)
+        column = qMax(currentRunColumn(), 1);
+    const QModelIndex cell = model()->index(row - 1, column - 1);
+    if (cell.isValid())
+        setCurrentIndex(cell);
+}
+
+void RunGrid::beginCellEdit(int keyCode) {
+    const QModelIndex current = currentIndex();
+    if (!current.isValid() || isColumnHidden(current.column()))
+        return;
+    commitCellEdit();
+    d->editRow = current.row() + 1;
+    d->editColumn = current.column() + 1;
+    d->editors->open(d->editColumn, keyCode, d->table.TextMatrix(d->editRow, d->editColumn),
+                     visualRect(current));
+}
+
+void RunGrid::commitCellEdit() {
+    if (const std::optional<QString> text = d->editors->close())
+        d->table.setTextMatrix(d->editRow, d->editColumn, *text);
+}
+
+void RunGrid::setShowColumnMenu(QMenu* menu) {
+    d->menus.setShowColumnMenu(menu);
+}
+
+QMenu* RunGrid::columnMenu() const {
+    return d->menus.miColumn;
+}
+
+QMenu* RunGrid::rowMenu() const {
+    return d->menus.miRow;
+}
+
+bool RunGrid::event(QEvent* event) {
+    // Tab moves along the run instead of out of the grid, and the clipboard keys belong to
+    // the grid even where the window has shortcuts of its own.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Tab &&
+            !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+            moveToNextShownColumn();
+            return true;
+        }
+    } else if (event->type() == QEvent::ShortcutOverride &&
+               isClipboardCode(TypedKeyCode(*static_cast<QKeyEvent*>(event)))) {
+        event->accept();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
+void RunGrid::keyPressEvent(QKeyEvent* event) {
+    switch (const int code = TypedKeyCode(*event)) {
+    case 0:
+        QTableView::keyPressEvent(event);
+        break;
+    case CopyCode:
+        copyRun();
+        break;
+    case PasteCode:
+        pasteRun();
+        break;
+    case CutCode:
+        cutRun();
+        break;
+    default:
+        beginCellEdit(code);
+        break;
+    }
+}
+
+// From the last column Tab goes back to the first of the same run; hidden columns are passed
+// over. A column off the screen becomes the leftmost one on it.
+void RunGrid::moveToNextShownColumn() {
+    const int row = currentRunRow();
+    int column = currentRunColumn();
+    if (row < 1)
+        return;
+    const int last = d->table.Cols() - 1;
+    for (int step = 0; step < last; ++step) {
+        if (column == last)
+            column = 0;
+        ++column;
+        if (d->table.columnWidth(column) >= 1)
+            break;
+    }
+    const QModelIndex target = model()->index(row - 1, column - 1);
+    const bool offScreen = !viewport()->rect().contains(visualRect(target));
+    setCurrentIndex(target);
+    if (offScreen)
+        horizontalScrollBar()->setValue(horizontalHeader()->sectionPosition(column - 1));
+}
+
+// Up and Down in an editor finish the edit and move on a row, within the runs.
+void RunGrid::stepRow(int step) {
+    setFocus();
+    QCoreApplication::processEvents();
+    const int row = currentRunRow() + step;
+    if (row >= 1 && row < d->table.Rows())
+        setCurrentRunCell(row, currentRunColumn());
+}
+
+void RunGrid::focusInEvent(QFocusEvent* event) {
+    commitCellEdit();
+    QTableView::focusInEvent(event);
+}
+
+void RunGrid::scrollContentsBy(int dx, int dy) {
+    commitCellEdit();
+    QTableView::scrollContentsBy(dx, dy);
+}
+
+void RunGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    commitCellEdit();
+    QTableView::currentChanged(current, previous);
+}
+
+void RunGrid::mousePressEvent(QMouseEvent* event) {
+    d->rowMenuFromPress = false;
+    d->mouseOutside = !indexAt(event->position().toPoint()).isValid();
+    QTableView::mousePressEvent(event);
+}
+
+void RunGrid::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton)
+        releaseRightButton(event->globalPosition().toPoint());
+}
+
+void RunGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && !d->mouseOutside)
+        beginCellEdit(DoubleClickCode);
+}
+
+// The headers and the corner are the grid's own too: the header row, the run numbers and
+// the side panel's handle.
+bool RunGrid::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Paint:
+        if (watched != d->corner)
+            return false;
+        paintCorner();
+        return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return headerMouseEvent(watched, static_cast<QMouseEvent*>(event));
+    default:
+        return false;
+    }
+}
+
+// A press on a header or the corner lies outside the run cells. The corner opens or closes
+// the side panel with any button; a right press on a run number opens the row menu. The
+// corner keeps every click to itself, so it never selects the whole table.
+bool RunGrid::headerMouseEvent(QObject* watched, QMouseEvent* event) {
+    const bool onCorner = watched == d->corner;
+    if (event->type() == QEvent::MouseButtonPress) {
+        d->rowMenuFromPress = false;
+        d->mouseOutside = true;
+        if (onCorner)
+            emit panelToggleRequested();
+        else if (watched == verticalHeader()->viewport() && event->button() == Qt::RightButton)
+            pressOnRunNumber(*event);
+    } else if (event->type() == QEvent::MouseButtonRelease && event->button() == Qt::RightButton) {
+        releaseRightButton(event->globalPosition().toPoint());
+    }
+    return onCorner;
+}
+
+void RunGrid::pressOnRunNumber(const QMouseEvent& event) {
+    try {
+        commitCellEdit();
+        const int section = verticalHeader()->logicalIndexAt(event.position().toPoint().y());
+        if (section < 0)
+            return;
+        const int row = section + 1;
+        setCurrentRunCell(row, 0);
+        RunMenus& menus = d->menus;
+        menus.miReferenceRun->setChecked(d->cboRefRun.currentText() == QString::number(row));
+        menus.miDelete->setText(QStringLiteral("Delete Run# ") + QString::number(row));
+        d->rowMenuFromPress = true;
+        menus.miRow->popup(event.globalPosition().toPoint());
+    } catch (const std::exception&) {
+        Dialogs::Inform(QStringLiteral("Error detected in gridLog MouseDown windows event!"),
+                        QStringLiteral("Race Log"), Dialogs::Icon::Critical);
+    }
+}
+
+// The release of the press that opened the row menu, or any release while a menu is open,
+// opens no column menu on top of it.
+void RunGrid::releaseRightButton(const QPoint& globalPos) {
+    if (d->rowMenuFromPress) {
+        d->rowMenuFromPress = false;
+        return;
+    }
+    if (QApplication::activePopupWidget())
+        return;
+    commitCellEdit();
+    d->menus.miColumn->popup(globalPos);
+}
+
+// The corner cell looks like a link, in the colour and underline the run table gives it.
+void RunGrid::paintCorner() {
+    QAbstractButton* corner = d->corner;
+    QPainter painter(corner);
+    QStyleOptionHeader option;
+    option.initFrom(corner);
+    option.rect = corner->rect();
+    option.position = QStyleOptionHeader::OnlyOneSection;
+    style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, corner);
+
+    const RunTable::CellLook look = d->table.look(0, 0);
+    QFont font = corner->font();
+    font.setUnderline(look.underline);
+    font.setBold(look.bold);
+    painter.setFont(font);
+    const QColor color = CellColor::toQColor(look.foreground);
+    painter.setPen(color.isValid() ? color : corner->palette().color(QPalette::ButtonText));
+    painter.drawText(option.rect, Qt::AlignCenter, d->table.TextMatrix(0, 0));
+}

@@ -1,0 +1,38 @@
+#include "ui/shell/DemoRecorder.h"
+
+#include "feed/WeatherFeed.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QPixmap>
+#include <QTextStream>
+#include <QTimer>
+
+namespace DemoRecorder {
+
+void Install(MainWindow& window) {
+    if (qEnvironmentVariableIsSet("TARNWICK_ECHO_STATUS")) {
+        QObject::connect(&window.weatherFeed(), &WeatherFeed::statusText, &window,
+                         [](const QString& text) {
+                             QTextStream out(stdout);
+                             out << "STATUS: " << text << Qt::endl;
+                         });
+    }
+    const QStringList commands =
+        qEnvironmentVariable("TARNWICK_DEMO_COMMANDS").split(u',', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        QTimer::singleShot(1000 + 500 * int(i), &window,
+                           [&window, name = commands[i].trimmed()] { window.dispatch(name); });
+    }
+    bool ok = false;
+    const int quitAfter = qEnvironmentVariableIntValue("TARNWICK_QUIT_AFTER_MS", &ok);
+    if (!ok || quitAfter <= 0)
+        return;
+    QTimer::singleShot(quitAfter, &window, [&window] {
+        const QString picture = qEnvironmentVariable("TARNWICK_SCREENSHOT");
+        if (!picture.isEmpty())
+            window.grab().save(picture, "PNG");
+        window.close();
+    });
+}
+
+} // namespace DemoRecorder

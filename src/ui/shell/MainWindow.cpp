@@ -1,0 +1,470 @@
+#include "ui/shell/MainWindow.h"
+
+#include "core/AppState.h"
+#include "core/Calculator.h"
+#include "core/Dialogs.h"
+#include "core/Hourglass.h"
+#include "core/NumberText.h"
+#include "core/Palette.h"
+#include "core/Registry.h"
+#include "feed/InstrumentConnection.h"
+#include "feed/PortSettings.h"
+#include "feed/WeatherFeed.h"
+#include "feed/WeatherLog.h"
+#include "pager/PagerSchedule.h"
+#include "ui/feed/PortDialog.h"
+#include "ui/shell/AboutDialog.h"
+#include "ui/shell/CommandBar.h"
+#include "ui/shell/WindowArrangement.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QScreen>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
+const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
+
+// Timer intervals in milliseconds; TARNWICK_TIMER_SCALE shortens them for a test that has no
+// time to wait for the instrument's poll.
+int scaledInterval(int milliseconds) {
+    bool ok = false;
+    const double scale = qEnvironmentVariable("TARNWICK_TIMER_SCALE").toDouble(&ok);
+    if (!ok || scale <= 0)
+        return milliseconds;
+    return qMax(1, int(milliseconds * scale));
+}
+
+QTimer* makeTimer(const QString& name, int milliseconds, QObject* parent) {
+    auto* timer = new QTimer(parent);
+    timer->setObjectName(name);
+    timer->setInterval(scaledInterval(milliseconds));
+    return timer;
+}
+
+// The user manual is installed beside the program: <prefix>/bin and
+// <prefix>/share/tarnwick/manual.
+QString manualIndexPath() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../share/tarnwick/manual/index.html"));
+}
+
+} // namespace
+
+MainWindow::MainWindow(AppState& state, QWidget* parent)
+    : QMainWindow(parent), state(state), backgroundColor(Palette::WorkspaceColor) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Tarnwick"));
+    resize(1024, 720);
+
+    mdi = new QMdiArea(this);
+    mdi->setObjectName(QStringLiteral("mdiClient"));
+    workspace = mdi->background();
+    setCentralWidget(mdi);
+
+    bar = new CommandBar(*this, [this](const QString& name) { dispatch(name); });
+    addCommands();
+    bar->showTools([this](const QString& name) { return commands.contains(name); });
+
+    tmrMain = makeTimer(QStringLiteral("tmrMain"), 20000, this);
+    tmrSend = makeTimer(QStringLiteral("tmrSend"), 4000, this);
+
+    connection = new InstrumentConnection(this);
+    feed = new WeatherFeed(state, this);
+    ConnectFeed();
+}
+
+// The serial port's bytes are framed, handled and then relayed to a connected display
+// instance; the relay's bytes are only handled. The poll greys the online mark, and every
+// handled line lights it again.
+void MainWindow::ConnectFeed() {
+    connect(connection, &InstrumentConnection::serialBytesReceived, feed,
+            &WeatherFeed::serialBytes);
+    connect(connection, &InstrumentConnection::serialError, feed, &WeatherFeed::commError);
+    connect(connection, &InstrumentConnection::relayConnected, feed, &WeatherFeed::resetRelayLine);
+    connect(connection, &InstrumentConnection::linkStatus, this, &MainWindow::ShowStatus);
+    connect(connection, &InstrumentConnection::tcpBytesReceived, feed, &WeatherFeed::tcpBytes);
+    connect(feed, &WeatherFeed::relayLine, this, [this](const QByteArray& line) {
+        if (connection->IPPort().isOpen())
+            connection->IPPort().write(line);
+    });
+    connect(feed, &WeatherFeed::statusText, this, &MainWindow::ShowStatus);
+    connect(feed, &WeatherFeed::onlineMarkEnabled, this, [this] { SetOnlineMark(true); });
+    connect(connection, &InstrumentConnection::onlineMarkDisabled, this,
+            [this] { SetOnlineMark(false); });
+    connect(tmrMain, &QTimer::timeout, connection, &InstrumentConnection::poll);
+}
+
+QLabel* MainWindow::statusPanel(const QString& name) const {
+    return findChild<QLabel*>(name);
+}
+
+void MainWindow::ShowStatus(const QString& text) {
+    statusPanel(QStringLiteral("lblStatus"))->setText(text);
+}
+
+void MainWindow::SetOnlineMark(bool online) {
+    statusPanel(QStringLiteral("lblPellamor"))->setEnabled(online);
+}
+
+MainWindow::~MainWindow() = default;
+
+// The commands that work now. A tool without a command stays hidden until one is given.
+void MainWindow::addCommands() {
+    commands = {
+        {QStringLiteral("miExit"), [this] { close(); }},
+        {QStringLiteral("miProperties"), [this] { ShowPortSettings(); }},
+        {QStringLiteral("miLoadLoggedWeather"), [this] { ReplayWeatherLog(); }},
+        {QStringLiteral("miAutomaticUpdates"), [this] { ToggleAutomaticUpdates(); }},
+        {QStringLiteral("miDeltaVP"), [this] { ToggleDeltaVP(); }},
+        {QStringLiteral("miCalculator"), [] { Calculator::Launch(); }},
+        {QStringLiteral("miRefresh"), [this] { bar->refresh(); }},
+        {QStringLiteral("miMoreColors"), [this] { ChooseMoreColors(); }},
+        {QStringLiteral("miTileHorizontally"),
+         [this] { WindowArrangement::TileHorizontally(*mdi); }},
+        {QStringLiteral("miTileVertically"), [this] { WindowArrangement::TileVertically(*mdi); }},
+        {QStringLiteral("miCascade"), [this] { WindowArrangement::Cascade(*mdi); }},
+        {QStringLiteral("miCloseAll"), [this] { mdi->closeAllSubWindows(); }},
+        {QStringLiteral("miHelpContents"), [this] { ShowHelpContents(); }},
+        {QStringLiteral("miAbout"), [this] { ShowAbout(); }},
+    };
+    for (const Palette::Entry& entry : Palette::Entries())
+        commands.insert(entry.name, [this, color = entry.color] { SetBackground(color); });
+    connect(bar->tool(QStringLiteral("miWindowList"))->menu(), &QMenu::aboutToShow, this,
+            &MainWindow::ListWindows);
+}
+
+// A stored value that cannot be read falls back to its default alone; the load goes on, so
+// one bad value never costs the user the settings after it.
+void MainWindow::Load() {
+    CenterOnScreen();
+    ShowDisplayCaption();
+    LoadBackground();
+    LoadPagerFrequency();
+    LoadDeltaVP();
+    ResetRaceLogs();
+    LoadPortSettings();
+    DisableSetDateTime();
+    ListRaceLogTypes();
+    ResetFlags();
+    AskForPortWhenNone();
+    DisablePropertiesInDisplayMode();
+    UseRelayDefaultsInDisplayMode();
+    StartSerialPort();
+    StartTimers();
+}
+
+void MainWindow::CenterOnScreen() {
+    const QRect area = screen()->geometry();
+    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+}
+
+// A display instance tells itself apart from the main instance by its caption.
+void MainWindow::ShowDisplayCaption() {
+    if (state.bDisplayMode)
+        setWindowTitle(QStringLiteral("Vessimar"));
+}
+
+// A stored text that is no colour of the palette keeps the workspace colour and stays in the
+// store as the user wrote it, until the user picks a colour.
+void MainWindow::LoadBackground() {
+    const QString text = Registry::Get(ScreenSettingsKey, QStringLiteral("Background"));
+    if (text == Registry::NoKeyValue)
+        return;
+    const std::optional<double> number = NumberText::ToDouble(text);
+    const std::optional<quint32> color = number ? Palette::FromValue(*number) : std::nullopt;
+    if (!color) {
+        backgroundUnread = true;
+        return;
+    }
+    SetBackground(*color);
+}
+
+void MainWindow::LoadPagerFrequency() {
+    iPagerFrequency = PagerSchedule::loadFrequency();
+}
+
+void MainWindow::LoadDeltaVP() {
+    const QString text = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP"));
+    state.bDeltaVP = text == u"1";
+    deltaVPUnread = !state.bDeltaVP && text != u"0" && text != Registry::NoKeyValue;
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+}
+
+void MainWindow::ResetRaceLogs() {
+    state.RaceLogs = {nullptr};
+}
+
+void MainWindow::LoadPortSettings() {
+    ::LoadPortSettings(connection->portSettings);
+    portSettingsAsLoaded = connection->portSettings;
+}
+
+void MainWindow::DisableSetDateTime() {
+    bar->tool(QStringLiteral("miSetDateTime"))->setEnabled(false);
+}
+
+void MainWindow::ListRaceLogTypes() {
+    if (raceLogListing)
+        raceLogListing();
+}
+
+// No live window is open yet; the logs follow the weather until the user says otherwise.
+void MainWindow::ResetFlags() {
+    state.views.bWindDirectionOpen = false;
+    state.views.bWindSpeedOpen = false;
+    state.views.bVPOpen = false;
+    state.bAutomaticUpdates = true;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(true);
+    state.bLoggingWeather = false;
+}
+
+// The program runs without a link until the user chooses a port.
+void MainWindow::AskForPortWhenNone() {
+    if (connection->portSettings.iComPort != 0)
+        return;
+    Dialogs::Inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
+                        QStringLiteral("and select a port that Pellamor\r\n") +
+                        QStringLiteral("is connected to."),
+                    QStringLiteral("Tarnwick - Communications"), Dialogs::Icon::Information);
+}
+
+// The port settings belong to the main instance, which owns the instrument.
+void MainWindow::DisablePropertiesInDisplayMode() {
+    if (state.bDisplayMode)
+        bar->tool(QStringLiteral("miProperties"))->setEnabled(false);
+}
+
+// A display instance reads the relay on this machine unless told otherwise. Only memory
+// changes here; the settings reach the store at exit.
+void MainWindow::UseRelayDefaultsInDisplayMode() {
+    if (!state.bDisplayMode)
+        return;
+    PortSettings& settings = connection->portSettings;
+    if (settings.sHost.isEmpty() || settings.sHost == u"None")
+        settings.sHost = QStringLiteral("localhost");
+    if (settings.sTcpPort.isEmpty() || settings.sTcpPort == u"None")
+        settings.sTcpPort = QStringLiteral("5555");
+}
+
+// A main instance on a COM port opens it now; one set to TCP/IP connects only when the user
+// applies the port settings.
+void MainWindow::StartSerialPort() {
+    if (state.bDisplayMode || connection->portSettings.iComPort == TcpIpComPort)
+        return;
+    connection->StartComm();
+    feed->ResetReceiveState();
+}
+
+void MainWindow::ConnectRelay() {
+    connection->connectIPPort();
+}
+
+void MainWindow::StartTimers() {
+    tmrMain->start();
+    tmrSend->start();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    // Every race log closes first with its own save question; one that refuses keeps the
+    // program open, so no run is lost on the way out.
+    mdi->closeAllSubWindows();
+    if (!mdi->subWindowList().isEmpty()) {
+        event->ignore();
+        return;
+    }
+    StopTimers();
+    if (!WeatherLogClosed()) {
+        // The timers stay stopped: a window that refused to close is to be closed again.
+        event->ignore();
+        Dialogs::Inform(QStringLiteral("Please wait a second so the log file can close!"),
+                        QStringLiteral("Logging Weather Data"), Dialogs::Icon::Information);
+        return;
+    }
+    try {
+        CloseLinks();
+        SaveDeltaVP();
+        SaveBackground();
+    } catch (...) {
+        Dialogs::Inform(QStringLiteral("Detected error in shutdown!"), QStringLiteral("Tarnwick"),
+                        Dialogs::Icon::Information);
+    }
+    event->accept();
+}
+
+// The relay goes first, then the port; the port settings in memory are kept for the next start.
+void MainWindow::CloseLinks() {
+    connection->closeRelay();
+    connection->CloseComm();
+    SavePortSettings(connection->portSettings, portSettingsAsLoaded);
+}
+
+void MainWindow::StopTimers() {
+    tmrMain->stop();
+    tmrSend->stop();
+}
+
+// A weather row being written finishes within the events that are waiting.
+bool MainWindow::WeatherLogClosed() {
+    if (!state.bLoggingWeather)
+        return true;
+    QCoreApplication::processEvents();
+    return !state.bLoggingWeather;
+}
+
+void MainWindow::SaveDeltaVP() {
+    if (deltaVPUnread)
+        return;
+    const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
+    Registry::Set(DefaultsKey, QStringLiteral("DeltaVP"),
+                  on ? QStringLiteral("1") : QStringLiteral("0"));
+}
+
+void MainWindow::SaveBackground() {
+    if (backgroundUnread)
+        return;
+    Registry::Set(ScreenSettingsKey, QStringLiteral("Background"),
+                  Palette::ToText(backgroundColor));
+}
+
+void MainWindow::OpenFile(const QString& path) {
+    RaceLogLoad load;
+    {
+        Hourglass busy;
+        if (raceLogLoader)
+            load = raceLogLoader(path);
+    }
+    if (load.loaded)
+        return;
+    QString text = QStringLiteral("Not able to load Race Log...\r\n") + path;
+    if (!load.reason.isEmpty())
+        text += QStringLiteral("\r\n") + load.reason;
+    Dialogs::Inform(text, QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
+}
+
+void MainWindow::dispatch(const QString& toolName) {
+    // A copy: a command may give other tools their commands while it runs.
+    const std::function<void()> command = commands.value(toolName);
+    if (command) {
+        command();
+        return;
+    }
+    if (toolName.startsWith(u"new") && newRaceLog)
+        newRaceLog(toolName.mid(3));
+}
+
+QMdiArea* MainWindow::mdiArea() const {
+    return mdi;
+}
+
+void MainWindow::setCommand(const QString& toolName, std::function<void()> command) {
+    commands.insert(toolName, std::move(command));
+    bar->showTools([this](const QString& name) { return commands.contains(name); });
+}
+
+void MainWindow::setNewRaceLog(std::function<void(const QString&)> command) {
+    newRaceLog = std::move(command);
+}
+
+void MainWindow::setRaceLogLoader(std::function<RaceLogLoad(const QString&)> loader) {
+    raceLogLoader = std::move(loader);
+}
+
+void MainWindow::setReplaySink(WeatherReplaySink* sink) {
+    replaySink = sink;
+}
+
+void MainWindow::setRaceLogListing(std::function<void()> listing) {
+    raceLogListing = std::move(listing);
+}
+
+// The flag turns over and the tool's check mark shows it.
+void MainWindow::ToggleAutomaticUpdates() {
+    state.bAutomaticUpdates = !state.bAutomaticUpdates;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(state.bAutomaticUpdates);
+}
+
+void MainWindow::ToggleDeltaVP() {
+    state.bDeltaVP = !state.bDeltaVP;
+    deltaVPUnread = false;
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+}
+
+void MainWindow::SetBackground(quint32 color) {
+    backgroundColor = color;
+    backgroundUnread = false;
+    mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
+}
+
+void MainWindow::ShowPortSettings() {
+    PortDialog dialog(*connection, this);
+    dialog.exec();
+}
+
+void MainWindow::ChooseMoreColors() {
+    const std::optional<QColor> chosen = Dialogs::ChooseColor(mdi->background().color());
+    if (chosen)
+        SetBackground(Palette::FromColor(*chosen));
+}
+
+// The window list is made each time it opens, so it always names the windows open now.
+void MainWindow::ListWindows() {
+    QMenu* list = bar->tool(QStringLiteral("miWindowList"))->menu();
+    list->clear();
+    const QList<QMdiSubWindow*> windows = mdi->subWindowList(QMdiArea::CreationOrder);
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow* window = windows[i];
+        QAction* entry =
+            list->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(window->windowTitle()));
+        entry->setObjectName(QStringLiteral("miChildWindow"));
+        entry->setCheckable(true);
+        entry->setChecked(window == mdi->activeSubWindow());
+        connect(entry, &QAction::triggered, mdi,
+                [this, window] { mdi->setActiveSubWindow(window); });
+    }
+}
+
+void MainWindow::ShowHelpContents() {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(manualIndexPath()));
+}
+
+void MainWindow::ShowAbout() {
+    AboutDialog about(this);
+    about.exec();
+}
+
+void MainWindow::ReplayWeatherLog() {
+    Hourglass busy;
+    Dialogs::FileRequest request;
+    request.title = QStringLiteral("Load Logged Weather");
+    request.filter = QStringLiteral("Tarnwick Weather Log Files (*.csv) |*.csv|") +
+                     QStringLiteral("All Files (*.*) |*.*|");
+    request.filterIndex = 1;
+    request.initialFolder = WeatherLogFolder();
+    const std::optional<Dialogs::FileChoice> file = Dialogs::ChooseFile(request);
+    if (!file)
+        return;
+
+    const Dialogs::Answer clear =
+        Dialogs::Show({QStringLiteral("Do you want to clear the existing logged weather data\r\n") +
+                           QStringLiteral("from the graph before loading\r\n") + file->title + u'?',
+                       QStringLiteral("Load Logged Weather"), Dialogs::Icon::Question,
+                       Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
+    if (clear == Dialogs::Answer::Yes)
+        ClearViews();
+    LoadLoggedWeather(file->path, state.views, *replaySink);
+}
+
+// Clears each open chart, in the order wind speed, ABP, RH, GR, VP, AADA, rose plot, ADR, CF.
+// The live weather and wind direction windows keep what they show.
+void MainWindow::ClearViews() {}

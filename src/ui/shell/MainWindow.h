@@ -1,0 +1,141 @@
+#pragma once
+
+#include "feed/PortSettings.h"
+#include "feed/WeatherReplaySink.h"
+#include <QBrush>
+#include <QHash>
+
+#include <QMainWindow>
+#include <functional>
+
+struct AppState;
+class CommandBar;
+class InstrumentConnection;
+class QLabel;
+class QMdiArea;
+class QTimer;
+class WeatherFeed;
+
+// What loading a race log file came to: loaded, or not, with the reason when there is more
+// to say than the file's path.
+struct RaceLogLoad {
+    bool loaded = false;
+    QString reason;
+};
+
+// The main window: the multiple-document frame with the one command bar, the status bar, the
+// link to the instrument and the two timers.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(AppState& state, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // The form load, step by step in order. Called once by the start-up after construction.
+    void Load();
+    // Loads a race log into a new child window; on failure says so.
+    void OpenFile(const QString& path);
+    // Runs the command of a tool, found by the tool's name.
+    void dispatch(const QString& toolName);
+
+    QMdiArea* mdiArea() const;
+
+    // The instrument's port and the relay connection, with their settings.
+    InstrumentConnection& instrument() const { return *connection; }
+    // The feed that turns the instrument's bytes into the live weather.
+    WeatherFeed& weatherFeed() const { return *feed; }
+    // A display instance takes its feed from the relay named by the host and port settings.
+    void ConnectRelay();
+
+    // Gives a tool its command; from then on the tool shows on the bar.
+    void setCommand(const QString& toolName, std::function<void()> command);
+    // What a tool named "new" followed by a race log type runs: a new log of that type.
+    void setNewRaceLog(std::function<void(const QString& raceLogType)> command);
+    // What loads a race log file into a new child window; false when it could not.
+    void setRaceLogLoader(std::function<RaceLogLoad(const QString& path)> loader);
+    // Where a replay of the weather log sends its rows: the open charts.
+    void setReplaySink(WeatherReplaySink* sink);
+    // What lists the race log types under "New Race Log" during the load.
+    void setRaceLogListing(std::function<void()> listing);
+
+    // How many send ticks go by between two pages (0 to 135), as the defaults set it.
+    int pagerFrequency() const { return iPagerFrequency; }
+    // The configuration sets it at once when the user picks another frequency.
+    void setPagerFrequency(int frequency) { iPagerFrequency = frequency; }
+    // The send timer whose ticks count towards the next page.
+    QTimer* sendTimer() const { return tmrSend; }
+    // The colour of the client area as a colour number (blue, green, red).
+    quint32 background() const { return backgroundColor; }
+
+protected:
+    // The shutdown, step by step in order; may refuse the close.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void addCommands();
+
+    // The form load.
+    void CenterOnScreen();
+    void ShowDisplayCaption();
+    void LoadBackground();
+    void LoadPagerFrequency();
+    void LoadDeltaVP();
+    void ResetRaceLogs();
+    void LoadPortSettings();
+    void DisableSetDateTime();
+    void ListRaceLogTypes();
+    void ResetFlags();
+    void AskForPortWhenNone();
+    void DisablePropertiesInDisplayMode();
+    void UseRelayDefaultsInDisplayMode();
+    void StartSerialPort();
+    void StartTimers();
+
+    // The shutdown.
+    void StopTimers();
+    bool WeatherLogClosed();
+    void CloseLinks();
+    void SaveDeltaVP();
+    void SaveBackground();
+
+    // The feed: where the instrument's bytes go and where the results show.
+    void ConnectFeed();
+    void ShowStatus(const QString& text);
+    void SetOnlineMark(bool online);
+    QLabel* statusPanel(const QString& name) const;
+
+    // The commands.
+    void ShowPortSettings();
+    void ToggleAutomaticUpdates();
+    void ToggleDeltaVP();
+    void SetBackground(quint32 color);
+    void ChooseMoreColors();
+    void ListWindows();
+    void ShowHelpContents();
+    void ShowAbout();
+    void ReplayWeatherLog();
+    void ClearViews();
+
+    AppState& state;
+    QMdiArea* mdi = nullptr;
+    CommandBar* bar = nullptr;
+    InstrumentConnection* connection = nullptr;
+    WeatherFeed* feed = nullptr;
+    QTimer* tmrMain = nullptr; // polls the instrument and marks it offline
+    QTimer* tmrSend = nullptr; // counts to the next page
+    QHash<QString, std::function<void()>> commands;
+    std::function<void(const QString&)> newRaceLog;
+    std::function<RaceLogLoad(const QString&)> raceLogLoader;
+    std::function<void()> raceLogListing;
+    WeatherReplaySink noCharts; // until the charts take the replay
+    WeatherReplaySink* replaySink = &noCharts;
+    QBrush workspace; // the client area as the system paints it
+    quint32 backgroundColor;
+    int iPagerFrequency = 75;
+    // Stored values the load could not read; the shutdown leaves them in the store as they
+    // are unless the user has set the value since.
+    bool backgroundUnread = false;
+    bool deltaVPUnread = false;
+    // What the load read, so the shutdown writes back only what changed.
+    PortSettings portSettingsAsLoaded;
+};

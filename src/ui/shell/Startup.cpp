@@ -1,0 +1,143 @@
+#include "ui/shell/Startup.h"
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "core/NumberText.h"
+#include "feed/InstrumentConnection.h"
+#include "ui/pager/PagerDispatch.h"
+#include "ui/racelog/RaceLogCommands.h"
+#include "ui/shell/CountMonitors.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/SplashScreen.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTimer>
+#include <QWindow>
+
+namespace {
+
+const QString displayQuestion =
+    QStringLiteral("A previous instance of Tarnwick has been detected.\r\n"
+                   "Tarnwick is being configured with display options!");
+
+// The splash stays up at least this long, so that it is seen even when the load is quick.
+constexpr int splashMs = 1000;
+
+#ifdef Q_OS_WIN
+const QString oskerbyName = QStringLiteral("oskerby.exe");
+#else
+const QString oskerbyName = QStringLiteral("oskerby");
+#endif
+
+} // namespace
+
+Startup::Startup(AppState& state, const QStringList& arguments, const QString& applicationFolder)
+    : state(state), commandLine(arguments.mid(1).join(u' ')), applicationFolder(applicationFolder) {
+}
+
+Startup::~Startup() {
+    delete window;
+}
+
+MainWindow* Startup::mainWindow() const {
+    return window;
+}
+
+std::optional<int> Startup::Main() {
+    // A file handed to a running program: the main instance opens it, and this process ends
+    // without showing anything.
+    const bool anotherProcess = channel.anotherProcessRunning();
+    if (!commandLine.isEmpty() && anotherProcess) {
+        InstanceChannel::handOver(handedPath());
+        QCoreApplication::processEvents();
+        return 0;
+    }
+
+    if (anotherProcess) {
+        const Dialogs::Message question{displayQuestion, QStringLiteral("Tarnwick"),
+                                        Dialogs::Icon::Information, Dialogs::Buttons::OkCancel,
+                                        Dialogs::Answer::Ok};
+        if (Dialogs::Show(question) == Dialogs::Answer::Cancel)
+            return 0;
+        state.bDisplayMode = true;
+    }
+
+    ShowSplashWhileLoading();
+    window->show();
+
+    // A display instance never takes files: a later start's path goes to the main instance.
+    // The main instance takes them until its window has closed.
+    if (!state.bDisplayMode) {
+        connect(&channel, &InstanceChannel::pathReceived, this, &Startup::OpenHandedPath);
+        connect(window->windowHandle(), &QWindow::visibleChanged, this, [this](bool visible) {
+            if (!visible)
+                channel.stopListening();
+        });
+        channel.listen();
+    }
+
+    if (!commandLine.isEmpty())
+        window->OpenFile(commandLine);
+
+    if (state.bDisplayMode)
+        return StartDisplay();
+    return std::nullopt;
+}
+
+void Startup::ShowSplashWhileLoading() {
+    SplashScreen splash;
+    splash.show();
+    splash.repaint();
+    // Nothing else exists yet; the wait only lets the splash be drawn and seen.
+    QEventLoop wait;
+    QTimer::singleShot(splashMs, &wait, &QEventLoop::quit);
+    wait.exec(QEventLoop::ExcludeUserInputEvents);
+
+    window = new MainWindow(state);
+    // The race log and pager commands join the one dispatch before the load lists the race
+    // log types and starts the timers.
+    new RaceLogCommands(*window, state);
+    new PagerDispatch(*window, state);
+    window->Load();
+    QCoreApplication::processEvents();
+}
+
+// A path relative to this start's working folder means nothing to the main instance, which
+// runs in a folder of its own: a file found here goes over with its full path.
+QString Startup::handedPath() const {
+    const QString here = QDir::current().absoluteFilePath(commandLine);
+    return QFileInfo(commandLine).isRelative() && QFileInfo::exists(here) ? here : commandLine;
+}
+
+// Restoring a minimised window gives it back the state it had before: maximised stays so.
+void Startup::OpenHandedPath(const QString& path) {
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->raise();
+    window->activateWindow();
+    window->OpenFile(path);
+}
+
+std::optional<int> Startup::StartDisplay() {
+    const QString oskerby = applicationFolder + u'/' + oskerbyName;
+    if (!QFileInfo(oskerby).isFile())
+        return 0;
+    // The relay serves every display on the configured port; it keeps running when this
+    // process ends, and a second relay on a taken port simply ends.
+    QProcess relay;
+    relay.setProgram(oskerby);
+    const QString port = window->instrument().portSettings.sTcpPort;
+    if (NumberText::IsNumeric(port))
+        relay.setArguments({QStringLiteral("--port"), port});
+    relay.setStandardOutputFile(QProcess::nullDevice());
+    relay.setStandardErrorFile(QProcess::nullDevice());
+    relay.startDetached();
+    window->ConnectRelay();
+    if (!CountMonitors(*window))
+        Dialogs::Inform(QStringLiteral("Unable to determine how many monitors are in use."),
+                        QStringLiteral("Tarnwick - Startup"), Dialogs::Icon::Information);
+    return std::nullopt;
+}
