@@ -1,6 +1,6 @@
-#include "PtyPair.h"
-#include "TestRelay.h"
+#include "common/PtyPair.h"
 #include "common/TestHome.h"
+#include "common/TestRelay.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"

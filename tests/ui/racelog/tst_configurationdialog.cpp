@@ -123,7 +123,7 @@ struct Dialog {
 
 } // namespace
 
-class TestConfiguration : public QObject {
+class TestConfigurationDialog : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<ScriptedDialogs> dialogs;
@@ -856,5 +856,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestConfiguration)
-#include "tst_configuration.moc"
+QTEST_MAIN(TestConfigurationDialog)
+#include "tst_configurationdialog.moc"

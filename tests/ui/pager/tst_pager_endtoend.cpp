@@ -1,4 +1,3 @@
-#include "PredictionWindows.h"
 #include "common/TestHome.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
@@ -6,6 +5,7 @@
 #include "feed/PortDevices.h"
 #include "feed/PortSettings.h"
 #include "tools/ToolProcess.h"
+#include "ui/PredictionWindows.h"
 
 #include <QCheckBox>
 #include <QComboBox>

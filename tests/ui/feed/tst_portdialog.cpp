@@ -1,6 +1,6 @@
-#include "PtyPair.h"
-#include "TestRelay.h"
+#include "common/PtyPair.h"
 #include "common/TestHome.h"
+#include "common/TestRelay.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
@@ -49,7 +49,7 @@ public:
 
 } // namespace
 
-class TestFrmProperties : public QObject {
+class TestPortDialog : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
 
@@ -333,5 +333,5 @@ private slots:
 #endif
 };
 
-QTEST_MAIN(TestFrmProperties)
-#include "tst_frmproperties.moc"
+QTEST_MAIN(TestPortDialog)
+#include "tst_portdialog.moc"

@@ -56,7 +56,7 @@ struct Dialog {
 
 } // namespace
 
-class TestSelectLogColumns : public QObject {
+class TestLogColumnsDialog : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
 
@@ -195,5 +195,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestSelectLogColumns)
-#include "tst_selectlogcolumns.moc"
+QTEST_MAIN(TestLogColumnsDialog)
+#include "tst_logcolumnsdialog.moc"

@@ -1,6 +1,6 @@
-#include "PredictionWindows.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
+#include "ui/PredictionWindows.h"
 
 #include <QCheckBox>
 #include <QComboBox>

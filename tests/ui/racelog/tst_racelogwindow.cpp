@@ -74,7 +74,7 @@ struct LogWindow {
 
 } // namespace
 
-class TestFrmLog : public QObject {
+class TestRaceLogWindow : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<ScriptedDialogs> dialogs;
@@ -738,5 +738,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestFrmLog)
-#include "tst_frmlog.moc"
+QTEST_MAIN(TestRaceLogWindow)
+#include "tst_racelogwindow.moc"

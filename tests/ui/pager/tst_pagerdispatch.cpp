@@ -1,7 +1,7 @@
-#include "PredictionWindows.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
+#include "ui/PredictionWindows.h"
 
 #include <QCheckBox>
 #include <QRegularExpression>

@@ -1,4 +1,4 @@
-#include "PtyPair.h"
+#include "common/PtyPair.h"
 
 #include <QDeadlineTimer>
 

@@ -18,7 +18,7 @@ RaceLogDocument* taken() {
 
 } // namespace
 
-class TestFrmLogRules : public QObject {
+class TestRaceLogWindowRules : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
 
@@ -124,5 +124,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestFrmLogRules)
-#include "tst_frmlogrules.moc"
+QTEST_GUILESS_MAIN(TestRaceLogWindowRules)
+#include "tst_racelogwindowrules.moc"

@@ -1,4 +1,4 @@
-#include "OtherInstance.h"
+#include "common/OtherInstance.h"
 #include "common/TestHome.h"
 #include "core/InstanceChannel.h"
 

@@ -1,0 +1,48 @@
+# Holds the sources to their floors. Each folder under SOURCE_DIR is a layer, in the order of
+# LAYERS from the ground up; a file may include from its own layer and the ones below it, never
+# from one above. The layers below ui build the core library, which must work without windows:
+# none of their files may include a header of Qt Widgets (the names found in WIDGETS_DIR).
+#   cmake -DSOURCE_DIR=<src> -DWIDGETS_DIR=<QtWidgets include folder> -P CheckLayers.cmake
+set(LAYERS core feed racelog prediction pager charts output ui)
+get_filename_component(SOURCE_DIR "${SOURCE_DIR}" ABSOLUTE)
+list(FIND LAYERS ui window_layer)
+
+file(GLOB widget_headers RELATIVE "${WIDGETS_DIR}" "${WIDGETS_DIR}/Q*")
+if(NOT widget_headers)
+    message(FATAL_ERROR "No Qt Widgets headers in '${WIDGETS_DIR}'")
+endif()
+list(FILTER widget_headers EXCLUDE REGEX "\\.")
+list(APPEND widget_headers QtWidgets)
+
+file(GLOB_RECURSE sources RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/*.h" "${SOURCE_DIR}/*.cpp")
+if(NOT sources)
+    message(FATAL_ERROR "No sources under ${SOURCE_DIR}")
+endif()
+set(problems "")
+foreach(source IN LISTS sources)
+    string(REGEX MATCH "^[^/]+" folder "${source}")
+    list(FIND LAYERS "${folder}" level)
+    if(level EQUAL -1)
+        continue()
+    endif()
+    file(STRINGS "${SOURCE_DIR}/${source}" includes REGEX "^[ \t]*#[ \t]*include")
+    foreach(line IN LISTS includes)
+        if(line MATCHES "include[ \t]*\"(([^/\"]+)/[^\"]+)\"")
+            list(FIND LAYERS "${CMAKE_MATCH_2}" included_level)
+            if(included_level GREATER level)
+                string(APPEND problems "${source} includes ${CMAKE_MATCH_1}, a layer above its own\n")
+            endif()
+        elseif(level LESS window_layer AND line MATCHES "include[ \t]*<(QtWidgets/)?([A-Za-z]+)>")
+            list(FIND widget_headers "${CMAKE_MATCH_2}" widget)
+            if(NOT widget EQUAL -1 OR CMAKE_MATCH_1)
+                string(APPEND problems "${source} includes <${CMAKE_MATCH_1}${CMAKE_MATCH_2}>, a window header in the core\n")
+            endif()
+        endif()
+    endforeach()
+endforeach()
+
+if(problems)
+    message(FATAL_ERROR "Includes against the layers:\n${problems}")
+endif()
+list(LENGTH sources checked)
+message(STATUS "${checked} files keep to their layers")

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "core/Settings.h"
+
+#include <QMainWindow>
