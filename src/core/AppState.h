@@ -32,6 +32,7 @@ struct AppState {
     bool bAutomaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
     bool bDeltaVP = false;         // predictions report the change of vapor pressure
     bool bLoggingWeather = false;  // the weather log file is open
+    QString weatherLogStored;      // the weather log path last written to the settings
 
     ViewFlags views;
 

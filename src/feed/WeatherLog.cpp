@@ -30,8 +30,13 @@ void LogWeather(AppState& state, const QDateTime& now) {
         return;
     state.bLoggingWeather = true;
 
+    // The settings learn of the day's file once; every row of the day after that leaves the
+    // settings file alone.
     const QString path = WeatherLogPath(now.date());
-    Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"), path);
+    if (path != state.weatherLogStored) {
+        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"), path);
+        state.weatherLogStored = path;
+    }
     // Opened and closed for this one row: after a crash the file holds every row but this.
     QFile file(path);
     if (file.open(QIODevice::Append))

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QTest>
 #include <memory>
 
@@ -99,6 +100,20 @@ private slots:
         LogWeather(state, at(Day, 10, 42, 7));
         QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day));
+    }
+
+    // A row on a feed line never writes the settings file again for the same day's file.
+    void thePathIsStoredOnlyWhenTheDayChanges() {
+        AppState state;
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(QFile::remove(Registry::StoreFilePath()));
+        LogWeather(state, at(Day, 10, 42, 9));
+        LogWeather(state, at(Day, 23, 59, 59));
+        QVERIFY(!QFile::exists(Registry::StoreFilePath()));
+        LogWeather(state, at(Day.addDays(1), 0, 0, 1));
+        QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
+                 dayFile(Day.addDays(1)));
+        QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 3);
     }
 
     void firstRowAfterMidnightStartsANewFile() {
