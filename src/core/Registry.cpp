@@ -2,10 +2,15 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
 #include <algorithm>
 #include <memory>
+
+#ifndef Q_OS_WIN
+#include <sys/stat.h>
+#endif
 
 namespace Registry {
 
@@ -22,16 +27,86 @@ QString groupOf(const QString& keyPath) {
     return group;
 }
 
-std::unique_ptr<QSettings> openHive(Hive hive) {
-    if (hive != HKEY_CURRENT_USER)
-        return nullptr;
+// The store stays open for the life of the process and keeps the tree in memory. On Windows
+// the registry is its own cache. Elsewhere a read looks, with one stat of the file, whether
+// the file changed since it was last read or written (another instance, or a person with an
+// editor) and reads it again only then; a write goes through to the file before the call
+// returns, so another process reads it at once and a crash right after loses nothing. The
+// file is opened anew when the settings folder moves, as it does between the homes of tests.
+class Store {
+public:
+    QSettings* open() {
 #ifdef Q_OS_WIN
-    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"),
-                                       QSettings::NativeFormat);
+        if (!settings)
+            settings = std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"),
+                                                   QSettings::NativeFormat);
 #else
-    return std::make_unique<QSettings>(StoreFilePath(), QSettings::IniFormat);
+        const QString path = StoreFilePath();
+        if (!settings || settings->fileName() != path) {
+            settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
+            localPath = QFile::encodeName(path);
+            read = {};
+        }
+        if (fileStamp() != read)
+            writeThrough();
 #endif
+        return settings.get();
+    }
+
+    void writeThrough() {
+        settings->sync();
+#ifndef Q_OS_WIN
+        read = fileStamp();
+#endif
+    }
+
+private:
+#ifndef Q_OS_WIN
+    // What tells one version of the file from another: a rewrite in place changes the size or
+    // the times, a replacement the inode.
+    struct Stamp {
+        qint64 size = -1;
+        qint64 inode = 0;
+        timespec modified{};
+        timespec changed{};
+        bool operator!=(const Stamp& other) const {
+            return size != other.size || inode != other.inode ||
+                   modified.tv_sec != other.modified.tv_sec ||
+                   modified.tv_nsec != other.modified.tv_nsec ||
+                   changed.tv_sec != other.changed.tv_sec ||
+                   changed.tv_nsec != other.changed.tv_nsec;
+        }
+    };
+    Stamp fileStamp() const {
+        struct stat status {};
+        if (::stat(localPath.constData(), &status) != 0)
+            return {};
+        return {status.st_size, qint64(status.st_ino), status.st_mtim, status.st_ctim};
+    }
+
+    QByteArray localPath;
+    Stamp read;
+#endif
+    std::unique_ptr<QSettings> settings;
+};
+
+Store& store() {
+    static Store theStore;
+    return theStore;
 }
+
+QSettings* openHive(Hive hive) {
+    return hive == HKEY_CURRENT_USER ? store().open() : nullptr;
+}
+
+// Ends a change of the tree: the file holds it when the change returns.
+class Change {
+public:
+    Change() = default;
+    ~Change() { store().writeThrough(); }
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+};
 
 // A name as the store keeps it: the store takes "/" and "\" for the edges of keys, so those
 // two, and "%" so that the escape reads back the same, stand as %2F, %5C and %25.
@@ -107,7 +182,7 @@ QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName)
 QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& valueNames) {
     QStringList texts;
     texts.reserve(valueNames.size());
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     const bool readable = settings && settings->status() == QSettings::NoError;
     const QString group = groupOf(keyPath) + u'/';
     for (const QString& name : valueNames) {
@@ -122,7 +197,7 @@ QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& v
 
 void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
                  ValueType type) {
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     if (!settings)
         return;
     const QString key = groupOf(keyPath) + u'/' + storedName(valueName);
@@ -142,33 +217,36 @@ void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, co
     // feed writes the weather log path with every row.
     if (settings->contains(key) && settings->value(key).toString() == stored.toString())
         return;
+    const Change change;
     settings->setValue(key, stored);
 }
 
 QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     if (!settings)
         return NoKeyValue;
     const QString key = groupOf(keyPath) + u'/' + storedName(valueName);
     if (!settings->contains(key))
         return NoKeyValue;
+    const Change change;
     settings->remove(key);
     return QStringLiteral("0");
 }
 
 bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     if (!settings || subKey.isEmpty())
         return false;
     const QString group = groupOf(parentPath) + u'/' + storedName(subKey);
     if (!keyExists(*settings, group))
         return false;
+    const Change change;
     settings->remove(group);
     return true;
 }
 
 bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     const QString group = groupOf(keyPath);
     if (!settings || !keyExists(*settings, group))
         return false;
@@ -179,7 +257,7 @@ bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
 }
 
 bool EnumValues(Hive hive, const QString& keyPath, QStringList& names) {
-    auto settings = openHive(hive);
+    QSettings* settings = openHive(hive);
     const QString group = groupOf(keyPath);
     if (!settings || !keyExists(*settings, group))
         return false;

@@ -7,7 +7,8 @@
 // elsewhere one INI file, $XDG_CONFIG_HOME/Zorvane/registry.ini, stands for that hive, with
 // the same key paths ("SOFTWARE\Zorvane\Main\Defaults\"). Reads never fail visibly: a missing
 // key, a missing value, an empty value and any error all answer NoKeyValue. Writes fail in
-// silence. Nothing is cached, so two processes see each other's writes.
+// silence. The tree is kept in memory and every write goes through to the file at once; a
+// read takes in what another process wrote, so two processes see each other's writes.
 namespace Registry {
 
 inline const QString NoKeyValue = QStringLiteral("No Key Value");
@@ -18,8 +19,8 @@ enum ValueType { REG_SZ = 1, REG_DWORD = 4, REG_DATE = 8 };
 
 QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
 // Several values of one key in one visit of the store, each read as GetKeyValue reads it.
-// The feed reads fifteen values with every line; opening the store once for all of them keeps
-// a line cheap while every line still sees the latest settings.
+// The feed reads fifteen values with every line; one visit for all of them keeps a line
+// cheap while every line still sees the latest settings.
 QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& valueNames);
 void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
                  ValueType type = REG_SZ);

@@ -3,6 +3,7 @@
 #include "core/Settings.h"
 
 #include <QFile>
+#include <QSettings>
 #include <QTest>
 
 using namespace Registry;
@@ -153,6 +154,55 @@ private slots:
         QVERIFY(!QFile::exists(StoreFilePath()));
         Set(defaultsKey, "PF", "3");
         QVERIFY(QFile::exists(StoreFilePath()));
+    }
+
+    // A write is in the file when the call returns, for another instance and after a crash.
+    void aWriteReachesTheFileAtOnce() {
+        TestHome home;
+        const auto stored = [] {
+            QFile file(StoreFilePath());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        Set(defaultsKey, "PF", "3.25");
+        QVERIFY(stored().contains("PF=3.25"));
+        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QStringLiteral("0"));
+        QVERIFY(!stored().contains("PF="));
+    }
+
+    // The tree is kept in memory, yet a change made outside the program, by another instance
+    // or by hand, is what the next read gives.
+    void aChangeFromOutsideIsReadNextTime() {
+        TestHome home;
+        Set(defaultsKey, "PF", "3");
+        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("3"));
+        QSettings other(StoreFilePath(), QSettings::IniFormat);
+        other.setValue("SOFTWARE/Zorvane/Main/Defaults/PF", "4.5");
+        other.setValue("SOFTWARE/Zorvane/Main/Defaults/TSR", "1.1");
+        other.sync();
+        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("4.5"));
+        QCOMPARE(Get(defaultsKey, "TSR"), QStringLiteral("1.1"));
+
+        QFile file(StoreFilePath());
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("[SOFTWARE]\nZorvane\\Main\\Defaults\\PF=7\n");
+        file.close();
+        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("7"));
+        QCOMPARE(Get(defaultsKey, "TSR"), NoKeyValue);
+    }
+
+    // A change here does not undo what another instance wrote since this one last read.
+    void aWriteKeepsWhatAnotherInstanceWrote() {
+        TestHome home;
+        Set(defaultsKey, "PF", "3");
+        QSettings other(StoreFilePath(), QSettings::IniFormat);
+        other.setValue("SOFTWARE/Zorvane/Main/Defaults/TSR", "1.1");
+        other.sync();
+        Set(defaultsKey, "CarNumber", "7X");
+        QSettings reader(StoreFilePath(), QSettings::IniFormat);
+        QCOMPARE(reader.value("SOFTWARE/Zorvane/Main/Defaults/TSR").toString(),
+                 QStringLiteral("1.1"));
+        QCOMPARE(reader.value("SOFTWARE/Zorvane/Main/Defaults/CarNumber").toString(),
+                 QStringLiteral("7X"));
     }
 };
 
