@@ -46,6 +46,7 @@ public:
             settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
             localPath = QFile::encodeName(path);
             read = {};
+            ++changes;
         }
         if (fileStamp() != read)
             writeThrough();
@@ -53,7 +54,13 @@ public:
         return settings.get();
     }
 
+    quint64 revision() {
+        open();
+        return changes;
+    }
+
     void writeThrough() {
+        ++changes;
         settings->sync();
 #ifndef Q_OS_WIN
         read = fileStamp();
@@ -88,6 +95,7 @@ private:
     Stamp read;
 #endif
     std::unique_ptr<QSettings> settings;
+    quint64 changes = 0;
 };
 
 Store& store() {
@@ -168,6 +176,10 @@ bool keyExists(QSettings& settings, const QString& group) {
 
 QString KeyName(const QString& name) {
     return storedName(name);
+}
+
+quint64 Revision() {
+    return store().revision();
 }
 
 QString StoreFilePath() {

@@ -37,6 +37,11 @@ bool EnumValues(Hive hive, const QString& keyPath, QStringList& names);
 // names by "\"; a name the user typed goes into a path as KeyName(name).
 QString KeyName(const QString& name);
 
+// A number that changes whenever the tree may have changed, by a write here or from outside:
+// a caller that keeps values it read may keep them while this stays the same. (In the Windows
+// registry only this process's writes count.)
+quint64 Revision();
+
 // The file that holds the tree where there is no registry.
 QString StoreFilePath();
 

@@ -11,8 +11,14 @@ QString BuildStatusLine(const WeatherRecord& record) {
             list.append(QLatin1String(quantity.name));
         return list;
     }();
-    const QStringList selected =
-        Registry::GetKeyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
+    // The choice of quantities is read again only when the settings changed, not with every
+    // line.
+    static quint64 readAt = 0;
+    static QStringList selected;
+    if (const quint64 revision = Registry::Revision(); selected.isEmpty() || revision != readAt) {
+        selected = Registry::GetKeyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
+        readAt = revision;
+    }
     QString text;
     for (qsizetype i = 0; i < names.size(); ++i) {
         if (selected[i] == u"0")

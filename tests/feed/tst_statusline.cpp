@@ -4,6 +4,7 @@
 #include "feed/StatusLine.h"
 #include "feed/WeatherQuantities.h"
 
+#include <QSettings>
 #include <QTest>
 #include <memory>
 
@@ -61,6 +62,18 @@ private slots:
             Registry::Set(ColumnsKey, QLatin1String(quantity.name), QStringLiteral("0"));
         Registry::Set(ColumnsKey, QStringLiteral("Temp"), QStringLiteral("1"));
         QCOMPARE(BuildStatusLine(FullRecord()), QStringLiteral("Temp=71.5"));
+    }
+
+    // The choice is kept between lines, and a change of it, here or by another instance,
+    // shows on the next line.
+    void aChangedChoiceShowsOnTheNextLine() {
+        QCOMPARE(BuildStatusLine(FullRecord()), AllShown);
+        Registry::Set(ColumnsKey, QStringLiteral("WG"), QStringLiteral("0"));
+        QCOMPARE(BuildStatusLine(FullRecord()), QString(AllShown).remove(QStringLiteral(" WG=11")));
+        QSettings other(Registry::StoreFilePath(), QSettings::IniFormat);
+        other.setValue(QStringLiteral("SOFTWARE/Zorvane/LogColumns/WG"), QStringLiteral("1"));
+        other.sync();
+        QCOMPARE(BuildStatusLine(FullRecord()), AllShown);
     }
 
     void numbersInGeneralForm() {
