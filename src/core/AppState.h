@@ -2,6 +2,7 @@
 
 #include "core/WeatherRecord.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <array>
@@ -32,7 +33,8 @@ struct AppState {
     bool bAutomaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
     bool bDeltaVP = false;         // predictions report the change of vapor pressure
     bool bLoggingWeather = false;  // the weather log file is open
-    QString weatherLogStored;      // the weather log path last written to the settings
+    QDate weatherLogDay;           // the day of the last row logged
+    QString weatherLogPath;        // and its file, as the settings know it
 
     ViewFlags views;
 

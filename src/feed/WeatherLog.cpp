@@ -30,16 +30,23 @@ void LogWeather(AppState& state, const QDateTime& now) {
         return;
     state.bLoggingWeather = true;
 
-    // The settings learn of the day's file once; every row of the day after that leaves the
-    // settings file alone.
-    const QString path = WeatherLogPath(now.date());
-    if (path != state.weatherLogStored) {
-        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"), path);
-        state.weatherLogStored = path;
+    // The day's file is found, and the settings learn of it, with the first row of the day;
+    // the rows after it go straight to that file.
+    if (now.date() != state.weatherLogDay) {
+        state.weatherLogDay = now.date();
+        state.weatherLogPath = WeatherLogPath(now.date());
+        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"),
+                      state.weatherLogPath);
     }
     // Opened and closed for this one row: after a crash the file holds every row but this.
-    QFile file(path);
-    if (file.open(QIODevice::Append))
+    // Where the file cannot be opened, its folder may have gone since the first row: it is made
+    // again for this row.
+    QFile file(state.weatherLogPath);
+    if (!file.open(QIODevice::Append | QIODevice::Unbuffered)) {
+        file.setFileName(WeatherLogPath(now.date()));
+        file.open(QIODevice::Append | QIODevice::Unbuffered);
+    }
+    if (file.isOpen())
         file.write(WeatherLogRow(now.time(), state.CurrentWeather));
 
     state.bLoggingWeather = false;

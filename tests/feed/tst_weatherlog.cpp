@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTest>
 #include <memory>
 
@@ -114,6 +115,16 @@ private slots:
         QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day.addDays(1)));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 3);
+    }
+
+    // The folder of the logs removed during the day is made again by the next row.
+    void aRowAfterTheFolderWentMakesItAgain() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(QDir(QFileInfo(dayFile(Day)).path()).removeRecursively());
+        LogWeather(state, at(Day, 10, 42, 7));
+        QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
     void firstRowAfterMidnightStartsANewFile() {
