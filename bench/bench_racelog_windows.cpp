@@ -83,10 +83,9 @@ BENCHMARK(BM_UpdatePredictions1000Runs)->Unit(benchmark::kMicrosecond);
 void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
     AppState state;
     std::vector<std::unique_ptr<RaceLogWindow>> logs;
-    state.RaceLogs.clear();
     for (int slot = 0; slot < 20; ++slot) {
         logs.push_back(logWithRuns(state, 500, slot));
-        state.RaceLogs.append(logs.back().get());
+        state.raceLogs.open(logs.back().get());
     }
     WeatherFeed feed(state);
     const QByteArray line = " 11/22/2026 10:42:07 29.92 71.5 43.2 2100 5.1 45 0.487 49 98.6 "

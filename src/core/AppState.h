@@ -1,13 +1,12 @@
 #pragma once
 
+#include "core/OpenRaceLogs.h"
 #include "core/WeatherRecord.h"
 
 #include <QDate>
 #include <QList>
 #include <QString>
 #include <array>
-
-class RaceLogDocument;
 
 // Which live views are open. Each view sets its flag when it opens and clears it when it
 // closes; the feed only updates a view whose flag is set.
@@ -41,8 +40,7 @@ struct AppState {
     WeatherRecord CurrentWeather; // the live weather; written only by the feed parser
     QString sStatusLine;          // the status text of the last line handled
 
-    // Open race logs by slot; an empty slot is nullptr. Starts with one empty slot.
-    QList<RaceLogDocument*> RaceLogs{nullptr};
+    OpenRaceLogs raceLogs;
 
     // The run clipboard shared by all race log windows, surviving their closing: element c
     // holds column c of the run cut or copied last (columns 1 to 32 take part).

@@ -66,8 +66,8 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
 
 void WeatherFeed::updateRaceLogs() {
     // By index, reading the slot each time: a log may close while another one predicts.
-    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
-        RaceLogDocument* log = state.RaceLogs[slot];
+    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
+        RaceLogDocument* log = state.raceLogs.at(slot);
         if (!log)
             continue;
         if (state.bAutomaticUpdates)

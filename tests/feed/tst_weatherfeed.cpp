@@ -64,7 +64,11 @@ private slots:
         RecordingRaceLog first(QStringLiteral("log0"), events);
         RecordingRaceLog third(QStringLiteral("log2"), events);
         AppState state;
-        state.RaceLogs = {&first, nullptr, &third};
+        RecordingRaceLog closed(QStringLiteral("closed"), events);
+        state.raceLogs.open(&first);
+        state.raceLogs.open(&closed);
+        state.raceLogs.open(&third);
+        state.raceLogs.close(&closed);
         WeatherFeed feed(state);
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         QSignalSpy status(&feed, &WeatherFeed::statusText);
@@ -95,7 +99,7 @@ private slots:
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
-        state.RaceLogs = {&log};
+        state.raceLogs.open(&log);
         WeatherFeed feed(state);
         feed.serialBytes(FullLine.toLatin1());
         QCOMPARE(log.aa, 1250);
@@ -107,7 +111,7 @@ private slots:
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
         state.bAutomaticUpdates = false;
-        state.RaceLogs = {&log};
+        state.raceLogs.open(&log);
         WeatherFeed feed(state);
         feed.serialBytes((FullLine + SecondLine).toLatin1());
         QCOMPARE(log.aa, -1);
@@ -183,7 +187,7 @@ private slots:
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
-        state.RaceLogs = {&log};
+        state.raceLogs.open(&log);
         state.CurrentWeather = FullRecord();
         WeatherFeed feed(state);
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
@@ -329,7 +333,7 @@ private slots:
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
-        state.RaceLogs = {&log};
+        state.raceLogs.open(&log);
         WeatherFeed feed(state);
         log.onPredict = [&] {
             if (log.predictions == 1)

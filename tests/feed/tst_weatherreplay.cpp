@@ -113,12 +113,13 @@ private slots:
         state.CurrentWeather.ABP = 28.5f;
         state.CurrentWeather.WS = 3;
         state.sStatusLine = QStringLiteral("ABP=28.5");
-        const AppState before = state;
+        const WeatherRecord weatherBefore = state.CurrentWeather;
+        const QString statusBefore = state.sStatusLine;
         state.views = allOpen();
         RecordingSink sink;
         QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), state.views, sink), 2);
-        QCOMPARE(state.CurrentWeather, before.CurrentWeather);
-        QCOMPARE(state.sStatusLine, before.sStatusLine);
+        QCOMPARE(state.CurrentWeather, weatherBefore);
+        QCOMPARE(state.sStatusLine, statusBefore);
     }
 
     void correctionFactorFaultEndsTheReplay_data() {

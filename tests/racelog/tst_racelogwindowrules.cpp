@@ -11,11 +11,6 @@ namespace {
 
 const QString PathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
 
-// Slots hold windows; the rules only look at whether a slot is taken.
-RaceLogDocument* taken() {
-    return reinterpret_cast<RaceLogDocument*>(quintptr(0x10));
-}
-
 } // namespace
 
 class TestRaceLogWindowRules : public QObject {
@@ -25,24 +20,6 @@ class TestRaceLogWindowRules : public QObject {
 private slots:
     void init() { home = std::make_unique<TestHome>(); }
     void cleanup() { home.reset(); }
-
-    void aNewLogTakesTheFirstEmptySlot() {
-        QList<RaceLogDocument*> logs{nullptr};
-        QCOMPARE(RaceLogSlots::takeFreeSlot(logs), 0);
-        QCOMPARE(logs.size(), 1);
-
-        logs = {taken(), nullptr, taken()};
-        QCOMPARE(RaceLogSlots::takeFreeSlot(logs), 1);
-        QCOMPARE(logs.size(), 3);
-    }
-
-    void allSlotsTakenGrowsTheListByOne() {
-        QList<RaceLogDocument*> logs{taken(), taken()};
-        QCOMPARE(RaceLogSlots::takeFreeSlot(logs), 2);
-        QCOMPARE(logs.size(), 3);
-        QCOMPARE(logs[0], taken());
-        QCOMPARE(logs[2], nullptr);
-    }
 
     void theSlotNamesTheLog() {
         QCOMPARE(RaceLogSlots::numberedCaption(0), QStringLiteral("Race Log# 1"));

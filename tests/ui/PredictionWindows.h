@@ -43,8 +43,9 @@ struct PredictionWindows {
                                        : nullptr;
     }
     RaceLogWindow* slot(int index) {
-        return index < state.RaceLogs.size() ? dynamic_cast<RaceLogWindow*>(state.RaceLogs[index])
-                                             : nullptr;
+        return index < state.raceLogs.slotCount()
+                   ? dynamic_cast<RaceLogWindow*>(state.raceLogs.at(index))
+                   : nullptr;
     }
 
     AppState state;

@@ -26,7 +26,7 @@ void PagerDispatch::sendTick() {
     if (!schedule.tick())
         return;
     const QString page = PagerComposer::pageText(
-        QTime::currentTime(), PagerLogs::pagerSlots(state.RaceLogs), state.sStatusLine);
+        QTime::currentTime(), PagerLogs::pagerSlots(state.raceLogs.bySlot()), state.sStatusLine);
     PortLink& port = main.instrument().serialPort();
     if (port.isOpen())
         port.write(PagerComposer::pageCommand(page));

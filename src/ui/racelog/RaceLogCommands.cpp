@@ -102,11 +102,9 @@ RaceLogLoad RaceLogCommands::LoadRaceLog(const QString& path, const QString& tit
 
 // A new window in the first free slot, loaded and still hidden.
 RaceLogWindow* RaceLogCommands::createLog(const QString& raceLogType) {
-    const int slot = RaceLogSlots::takeFreeSlot(state.RaceLogs);
     auto* log = new RaceLogWindow(state);
     main.mdiArea()->addSubWindow(log);
-    state.RaceLogs[slot] = log;
-    log->iIndex = slot;
+    log->iIndex = state.raceLogs.open(log);
     log->sRaceLogType = raceLogType;
     log->Load(main.mdiArea()->background().color());
     return log;
@@ -149,8 +147,8 @@ void RaceLogCommands::SaveActive(bool choosePath) {
 
 // Every open log in slot order; a log that has no file yet asks for one.
 void RaceLogCommands::SaveAll() {
-    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
-        if (auto* log = dynamic_cast<RaceLogWindow*>(state.RaceLogs[slot]))
+    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
+        if (auto* log = dynamic_cast<RaceLogWindow*>(state.raceLogs.at(slot)))
             log->saveLog(log->sFilePath);
     }
 }
@@ -158,8 +156,8 @@ void RaceLogCommands::SaveAll() {
 // A failed prediction shows a box, during which a log may close: the slots are looked at
 // afresh for each log.
 void RaceLogCommands::PredictAll() {
-    for (qsizetype slot = 0; slot < state.RaceLogs.size(); ++slot) {
-        if (RaceLogDocument* log = state.RaceLogs[slot])
+    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
+        if (RaceLogDocument* log = state.raceLogs.at(slot))
             log->updatePredictions();
     }
 }

@@ -11,7 +11,7 @@ class QMdiSubWindow;
 
 // The main window's commands on race logs: new and open, save, close, print, predict all, and
 // the list of race log types under "New Race Log". It gives the main window these commands
-// when it is made, and keeps the open logs in the slots of AppState::RaceLogs.
+// when it is made, and keeps the open logs in the slots of AppState::raceLogs.
 class RaceLogCommands : public QObject {
     Q_OBJECT
 public:

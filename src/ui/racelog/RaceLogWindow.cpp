@@ -339,7 +339,7 @@ RunCells RaceLogWindow::runCells() const {
 // The box has already changed when this is asked; the warning does not undo it.
 void RaceLogWindow::warnOfManyPagingLogs() {
     if (const auto warning =
-            PagerComposer::pagerPredictionsWarning(PagerLogs::pagerSlots(state.RaceLogs)))
+            PagerComposer::pagerPredictionsWarning(PagerLogs::pagerSlots(state.raceLogs.bySlot())))
         Dialogs::Show(*warning);
 }
 
@@ -454,6 +454,5 @@ QWidget* RaceLogWindow::placedWindow() {
 }
 
 void RaceLogWindow::releaseSlot() {
-    if (iIndex >= 0 && iIndex < state.RaceLogs.size() && state.RaceLogs[iIndex] == this)
-        state.RaceLogs[iIndex] = nullptr;
+    state.raceLogs.close(this);
 }

@@ -202,7 +202,7 @@ void MainWindow::LoadDeltaVP() {
 }
 
 void MainWindow::ResetRaceLogs() {
-    state.RaceLogs = {nullptr};
+    state.raceLogs.reset();
 }
 
 void MainWindow::LoadPortSettings() {

@@ -180,7 +180,7 @@ private slots:
         third->tabLog->txtPageIdentifier->setText(QStringLiteral("Blue"));
         // A closed log leaves its slot empty; the others are still reached.
         delete second->parentWidget();
-        QCOMPARE(windows.state.RaceLogs[1], nullptr);
+        QCOMPARE(windows.state.raceLogs.at(1), nullptr);
         QVERIFY(windows.tool(QStringLiteral("btnPredict"))->isVisible());
         windows.run(QStringLiteral("btnPredict"));
         QCOMPARE(frameCaption(first), WorkedCaption);

@@ -80,8 +80,9 @@ struct MainWindowHarness {
     QAction* tool(const char* name) { return main.findChild<QAction*>(name); }
     void run(const char* name) { tool(name)->trigger(); }
     RaceLogWindow* slot(int index) {
-        return index < state.RaceLogs.size() ? dynamic_cast<RaceLogWindow*>(state.RaceLogs[index])
-                                             : nullptr;
+        return index < state.raceLogs.slotCount()
+                   ? dynamic_cast<RaceLogWindow*>(state.raceLogs.at(index))
+                   : nullptr;
     }
     QList<QMdiSubWindow*> children() { return main.mdiArea()->subWindowList(); }
     RaceLogWindow* active() {
@@ -154,7 +155,7 @@ private slots:
         MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
-        QCOMPARE(window.state.RaceLogs.size(), 2);
+        QCOMPARE(window.state.raceLogs.slotCount(), 2);
         RaceLogWindow* first = window.slot(0);
         RaceLogWindow* second = window.slot(1);
         QVERIFY(first && second);
@@ -182,7 +183,7 @@ private slots:
         MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 1);
         QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 1"));
-        QCOMPARE(window.state.RaceLogs[0], nullptr);
+        QCOMPARE(window.state.raceLogs.at(0), nullptr);
         QCOMPARE(window.slot(1), second);
         QCOMPARE(window.children().size(), 1);
         QVERIFY(dialogs->messages.isEmpty());
@@ -192,9 +193,9 @@ private slots:
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));
         QCOMPARE(window.slot(0)->windowTitle(), QStringLiteral("Race Log# 1"));
-        QCOMPARE(window.state.RaceLogs.size(), 2);
+        QCOMPARE(window.state.raceLogs.slotCount(), 2);
         window.run("miNewRaceLog");
-        QCOMPARE(window.state.RaceLogs.size(), 3);
+        QCOMPARE(window.state.raceLogs.slotCount(), 3);
         QCOMPARE(window.slot(2)->windowTitle(), QStringLiteral("Race Log# 3"));
     }
 
@@ -301,7 +302,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Save Race Log?"));
         QCOMPARE(contents(path), before);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.RaceLogs[0], nullptr);
+        QCOMPARE(window.state.raceLogs.at(0), nullptr);
     }
 
     void aFailedSaveOnCloseKeepsTheWindowOutOfTheList() {
@@ -320,7 +321,7 @@ private slots:
         QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to create log database!"));
         QCOMPARE(window.children().size(), 1);
         QVERIFY(log->isVisible());
-        QCOMPARE(window.state.RaceLogs[0], nullptr);
+        QCOMPARE(window.state.raceLogs.at(0), nullptr);
 
         // Save All no longer reaches it, and its slot goes to the next log.
         window.run("miSaveAll");
@@ -388,7 +389,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
         QVERIFY(!window.commands->LoadRaceLog(QString(), "x.trl").loaded);
         QVERIFY(!window.commands->LoadRaceLog(path, QString()).loaded);
         QVERIFY(!window.commands->LoadRaceLog(home->root(), "folder").loaded);
@@ -409,7 +410,7 @@ private slots:
                                                 path +
                                                 QStringLiteral("\r\nThe file is not a race log."));
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
     }
 
     // A file that lacks a column says which, and leaves no half-loaded window.
@@ -425,7 +426,7 @@ private slots:
                      QStringLiteral("\r\nThe file has no column Log.mph1320."));
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.RaceLogs, QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
         // The next log takes the first slot again.
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));
@@ -578,7 +579,7 @@ private slots:
         MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 2);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.RaceLogs, (QList<RaceLogDocument*>{nullptr, nullptr}));
+        QCOMPARE(window.state.raceLogs.bySlot(), (QList<RaceLogDocument*>{nullptr, nullptr}));
     }
 
     void printAndPdfWithNoWindowSayTheyCannot() {

@@ -153,19 +153,19 @@ bool isTimeBetween(const QString& cell, const QString& before, const QString& af
 class TestRunGrid : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    AppState state;
+    std::unique_ptr<AppState> state;
 
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = AppState();
+        state = std::make_unique<AppState>();
     }
     void cleanup() { home.reset(); }
 
     // --- The view --------------------------------------------------------------------------
 
     void widthsComeFromTheRunTable() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QCOMPARE(log.grid->verticalHeader()->width(), 38);
         QCOMPARE(log.grid->columnWidth(0), 67);
         log.table.hideColumn(7);
@@ -176,7 +176,7 @@ private slots:
     }
 
     void cornerIsABlueHandle() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QAbstractButton* corner = log.corner();
         QVERIFY(corner && corner->isVisible());
@@ -191,7 +191,7 @@ private slots:
     }
 
     void cornerClickWithAnyButtonTogglesThePanel() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QSignalSpy toggles(log.grid, &RunGrid::panelToggleRequested);
         QTest::mouseClick(log.corner(), Qt::LeftButton);
@@ -209,7 +209,7 @@ private slots:
     // --- New Run -----------------------------------------------------------------------------
 
     void newRunInABlankLogCarriesBlanksAndBandsRow2() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         const QString before = DateText::TimeText(QTime::currentTime());
         log.rowCommand(1, "miNewRun");
@@ -229,7 +229,7 @@ private slots:
     }
 
     void newRunCarriesShiftTimeDialInAndTimer1Only() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         log.grid->setCurrentRunCell(1, 7);
@@ -250,14 +250,14 @@ private slots:
     // --- Editing a cell ----------------------------------------------------------------------
 
     void editorsAreHiddenUntilUsed() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QVERIFY(log.txtTime() && log.txtCtrlDate() && log.cboLane() && log.txtEdit());
         QCOMPARE(log.openEditors(), QStringList());
     }
 
     void firstDigitInATimeCellIsLost() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
@@ -276,7 +276,7 @@ private slots:
     }
 
     void firstDigitInADateCellIsLost() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
         log.typeOnGrid(1, 2, '7');
@@ -288,7 +288,7 @@ private slots:
     }
 
     void timeIsFilteredAndPutRight() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.focusCell(1, 1);
         QTest::keyClick(log.grid, Qt::Key_Return);
@@ -306,7 +306,7 @@ private slots:
     }
 
     void dateIsFilteredAndPutRight() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.focusCell(1, 2);
         QTest::keyClick(log.grid, Qt::Key_Return);
@@ -322,7 +322,7 @@ private slots:
     }
 
     void firstLetterInANumberCellIsTakenAndEmptiedOnLeaving() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
         log.typeOnGrid(1, 19, 'x');
@@ -338,7 +338,7 @@ private slots:
     }
 
     void numberCellTakesASignedNumber() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 6, '-');
         QTest::keyClicks(log.txtEdit(), QStringLiteral("1a.2 5"));
@@ -350,7 +350,7 @@ private slots:
     }
 
     void clipboardKeysOfAnEditorAreNotFiltered() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QGuiApplication::clipboard()->setText(QStringLiteral("abc"));
         log.focusCell(1, 6);
@@ -362,7 +362,7 @@ private slots:
     }
 
     void doubleClickOpensTheEditorWithTheCellSelected() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
         log.grid->scrollTo(log.table.index(0, 18));
@@ -378,7 +378,7 @@ private slots:
     }
 
     void doubleClickOutsideTheRunsOpensNothing() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->setCurrentRunCell(1, 4);
         const QPoint below(log.cellCentre(1, 4).x(), log.grid->viewport()->height() - 5);
@@ -388,7 +388,7 @@ private slots:
     }
 
     void escapeKeepsTheOldText() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
         log.focusCell(1, 19);
@@ -401,7 +401,7 @@ private slots:
     }
 
     void upAndDownCommitAndMoveARow() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -430,7 +430,7 @@ private slots:
     }
 
     void laneOffersLeftAndRightOnly() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QComboBox* lane = log.cboLane();
         QCOMPARE(items(lane), (QStringList{"Left", "Right"}));
@@ -463,7 +463,7 @@ private slots:
     }
 
     void laneKeepsItsItemForATypedCharacter() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 3, QStringLiteral("Right"));
         log.typeOnGrid(1, 3, 'x');
@@ -473,7 +473,7 @@ private slots:
     }
 
     void upAndDownInTheLaneChangeTheItem() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.table.setTextMatrix(1, 3, QStringLiteral("Left"));
@@ -487,7 +487,7 @@ private slots:
     }
 
     void leavingACellOrScrollingCommits() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.typeOnGrid(1, 4, '3');
@@ -503,7 +503,7 @@ private slots:
     }
 
     void focusBackToTheGridCommits() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 8, '5');
         QTest::mouseClick(log.grid->viewport(), Qt::LeftButton, {}, log.cellCentre(1, 1));
@@ -512,7 +512,7 @@ private slots:
     }
 
     void hiddenColumnsOpenNoEditor() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->setCurrentRunCell(1, 9);
         log.grid->setFocus();
@@ -522,7 +522,7 @@ private slots:
     }
 
     void aGridGoneWithAnEditorOpenWritesNothing() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
@@ -537,7 +537,7 @@ private slots:
     // --- Tab -------------------------------------------------------------------------------
 
     void tabFromTheLastColumnGoesToColumn1OfTheSameRun() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.focusCell(2, 33);
@@ -549,7 +549,7 @@ private slots:
     }
 
     void tabPassesOverHiddenColumns() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.hideColumn(5);
         log.table.hideColumn(6);
@@ -565,7 +565,7 @@ private slots:
     }
 
     void tabToAColumnOffScreenMakesItTheLeftmost() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         const QRect screen = log.grid->viewport()->rect();
         int column = 1;
@@ -581,7 +581,7 @@ private slots:
     // --- Menus -----------------------------------------------------------------------------
 
     void menusHoldTheirItemsInOrder() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QMenu showColumn(QStringLiteral("Show Column"));
         log.grid->setShowColumnMenu(&showColumn);
         QMenu* column = log.grid->columnMenu();
@@ -633,7 +633,7 @@ private slots:
     }
 
     void rightPressOnARunNumberOpensTheRowMenuForThatRun() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -658,7 +658,7 @@ private slots:
     }
 
     void rightPressBelowTheRunsOpensNoRowMenu() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QTest::mousePress(log.runNumbers(), Qt::RightButton, {},
                           QPoint(10, log.runNumbers()->height() - 5));
@@ -666,7 +666,7 @@ private slots:
     }
 
     void rightReleaseOnACellCommitsAndOpensTheColumnMenu() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 12, '9');
         QTest::mouseRelease(log.grid->viewport(), Qt::RightButton, {}, log.cellCentre(1, 4));
@@ -676,7 +676,7 @@ private slots:
     }
 
     void rightReleaseOnTheHeaderRowOpensTheColumnMenu() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QWidget* header = log.grid->horizontalHeader()->viewport();
         QTest::mouseClick(header, Qt::RightButton, {}, QPoint(20, 5));
@@ -684,7 +684,7 @@ private slots:
     }
 
     void aFailureOnARunNumberIsReported() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         connect(log.grid->rowMenu(), &QMenu::aboutToShow, this,
@@ -697,7 +697,7 @@ private slots:
     }
 
     void panelCommandsAskForTheirTab() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         QSignalSpy tabs(log.grid, &RunGrid::panelTabRequested);
         log.rowCommand(1, "miPredict");
@@ -710,7 +710,7 @@ private slots:
     }
 
     void referenceRunAsksForThatRun() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         QSignalSpy reference(log.grid, &RunGrid::referenceRunRequested);
@@ -722,7 +722,7 @@ private slots:
     // --- Delete Run ------------------------------------------------------------------------
 
     void deleteAsksAndRemovesTheRun() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -744,7 +744,7 @@ private slots:
     }
 
     void deleteWithNoStillDropsTheLastReferenceItem() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -758,7 +758,7 @@ private slots:
     }
 
     void deleteMarksRun1AgainWhenItWasTheReferenceAlready() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.cboRefRun->setCurrentIndex(0);
@@ -772,7 +772,7 @@ private slots:
     }
 
     void deletingTheOnlyRunBlanksItAndKeepsRow1() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         ScriptedDialogs dialogs;
@@ -788,15 +788,15 @@ private slots:
     // --- Cut, Copy, Paste ------------------------------------------------------------------
 
     void pasteLeavesAmbientLightAsItWas() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         fillRun(log.table, 1);
         log.table.setTextMatrix(2, 33, QStringLiteral("340"));
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state.runClipboard[7], QStringLiteral("1.7"));
-        QCOMPARE(state.runClipboard[33], QString());
+        QCOMPARE(state->runClipboard[7], QStringLiteral("1.7"));
+        QCOMPARE(state->runClipboard[33], QString());
         log.grid->setCurrentRunCell(2, 5);
         QTest::keyClick(log.grid, Qt::Key_V, Qt::ControlModifier);
         for (int column = 1; column <= 32; ++column)
@@ -807,7 +807,7 @@ private slots:
     }
 
     void clipboardKeysBelongToTheGridOverTheWindowsShortcuts() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QAction windowCopy(QStringLiteral("Copy"));
         windowCopy.setShortcut(QKeySequence::Copy);
         log.window.addAction(&windowCopy);
@@ -816,24 +816,24 @@ private slots:
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state.runClipboard[5], QStringLiteral("1.5"));
+        QCOMPARE(state->runClipboard[5], QStringLiteral("1.5"));
         QCOMPARE(windowCopies.size(), 0);
     }
 
     void cutEmptiesTheRunButItsAmbientLight() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(state.runClipboard[32], QStringLiteral("1.32"));
+        QCOMPARE(state->runClipboard[32], QStringLiteral("1.32"));
         for (int column = 1; column <= 32; ++column)
             QCOMPARE(log.table.TextMatrix(1, column), QString());
         QCOMPARE(log.table.TextMatrix(1, 33), QStringLiteral("1.33"));
     }
 
     void menuCutCopyPasteWorkOnTheRun() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
         fillRun(log.table, 1);
@@ -845,8 +845,8 @@ private slots:
     }
 
     void aRunCopiedInOneLogPastesIntoAnother() {
-        LogWindow first(state);
-        LogWindow second(state);
+        LogWindow first(*state);
+        LogWindow second(*state);
         QVERIFY(first.ready());
         fillRun(first.table, 1);
         first.rowCommand(1, "miCopy");
@@ -860,9 +860,9 @@ private slots:
     // --- Weather -----------------------------------------------------------------------------
 
     void currentWeatherFillsTheWeatherColumns() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
-        WeatherRecord& weather = state.CurrentWeather;
+        WeatherRecord& weather = state->CurrentWeather;
         weather.ABP = 29.921f;
         weather.Temp = 71.5f;
         weather.RH = 43.2f;
@@ -908,7 +908,7 @@ private slots:
                   "340\r\n");
         day.close();
 
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
         log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
@@ -925,7 +925,7 @@ private slots:
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Log Weather Import"));
         QCOMPARE(dialogs.messages[0].icon, Icon::Information);
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state->bLoggingWeather);
     }
 
     void loggedWeatherOfAMinuteWithNoRowImportsNothing() {
@@ -936,7 +936,7 @@ private slots:
                   "340\r\n");
         day.close();
 
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         log.table.setTextMatrix(1, 1, QStringLiteral("10:45am"));
         log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
@@ -953,7 +953,7 @@ private slots:
     }
 
     void loggedWeatherForABlankTimeWritesTheTimeEvenWhenNothingIsFound() {
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         const QString before = DateText::TimeText(QTime::currentTime());
@@ -980,7 +980,7 @@ private slots:
         }
         day.close();
 
-        LogWindow log(state);
+        LogWindow log(*state);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         log.rowCommand(1, "miGetLoggedWeather");

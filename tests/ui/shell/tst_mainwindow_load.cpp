@@ -1,5 +1,6 @@
 #include "common/TestHome.h"
 #include "core/AppState.h"
+#include "core/RaceLogDocument.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
@@ -185,7 +186,12 @@ private slots:
     }
 
     void startsFresh() {
-        state->RaceLogs = {nullptr, nullptr, nullptr};
+        struct IdleLog : RaceLogDocument {
+            void takeLiveWeather(qint32, float) override {}
+            void updatePredictions() override {}
+        } first, second;
+        state->raceLogs.open(&first);
+        state->raceLogs.open(&second);
         state->views.bWindDirectionOpen = true;
         state->views.bWindSpeedOpen = true;
         state->views.bVPOpen = true;
@@ -193,8 +199,7 @@ private slots:
         state->bLoggingWeather = true;
         makeWindow();
         window->Load();
-        QCOMPARE(state->RaceLogs.size(), 1);
-        QCOMPARE(state->RaceLogs[0], nullptr);
+        QCOMPARE(state->raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
         QVERIFY(!state->views.bWindDirectionOpen);
         QVERIFY(!state->views.bWindSpeedOpen);
         QVERIFY(!state->views.bVPOpen);

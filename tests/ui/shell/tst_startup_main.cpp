@@ -56,7 +56,7 @@ class TestStartupMain : public QObject {
 private:
     std::unique_ptr<TestHome> home;
     std::unique_ptr<ScriptedDialogs> dialogs;
-    AppState state;
+    std::unique_ptr<AppState> state;
     // The program folder of the start under test: empty, or holding a stand-in relay that
     // notes each start in a file beside it.
     QTemporaryDir bareFolder;
@@ -65,7 +65,7 @@ private:
     QString relayStarts() const { return relayFolder.filePath("oskerby.starts"); }
 
     std::unique_ptr<Startup> startup(const QStringList& arguments, const QString& folder) {
-        return std::make_unique<Startup>(state, QStringList{"tarnwick"} + arguments, folder);
+        return std::make_unique<Startup>(*state, QStringList{"tarnwick"} + arguments, folder);
     }
 
 private slots:
@@ -80,7 +80,7 @@ private slots:
     void init() {
         home = std::make_unique<TestHome>();
         dialogs = std::make_unique<ScriptedDialogs>();
-        state = AppState();
+        state = std::make_unique<AppState>();
         QFile::remove(relayStarts());
     }
 
@@ -97,7 +97,7 @@ private slots:
         // The splash stood for its second and is gone.
         QVERIFY(clock.elapsed() >= 1000);
         QVERIFY(!splashShown());
-        QVERIFY(!state.bDisplayMode);
+        QVERIFY(!state->bDisplayMode);
         QVERIFY(start->mainWindow());
         QVERIFY(start->mainWindow()->isVisible());
         QVERIFY(!saidTitle(*dialogs, "Tarnwick"));
@@ -201,7 +201,7 @@ private slots:
         QCOMPARE(question.icon, Dialogs::Icon::Information);
         QCOMPARE(question.buttons, Dialogs::Buttons::OkCancel);
         QVERIFY(!start->mainWindow());
-        QVERIFY(!state.bDisplayMode);
+        QVERIFY(!state->bDisplayMode);
         QVERIFY(!QFile::exists(Registry::StoreFilePath()));
         QVERIFY(!QFile::exists(relayStarts()));
     }
@@ -212,7 +212,7 @@ private slots:
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
         QCOMPARE(start->Main(), std::nullopt);
-        QVERIFY(state.bDisplayMode);
+        QVERIFY(state->bDisplayMode);
         QCOMPARE(dialogs->messages.at(0).text, displayQuestion);
         QVERIFY(start->mainWindow()->isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(relayStarts()), 5000);
