@@ -42,7 +42,8 @@ struct AppState {
 
     OpenRaceLogs raceLogs;
 
-    // The run clipboard shared by all race log windows, surviving their closing: element c
-    // holds column c of the run cut or copied last (columns 1 to 32 take part).
-    std::array<QString, 34> runClipboard;
+    // The run clipboard shared by all race log windows, surviving their closing: the runs cut
+    // or copied last, in order; element c of a run holds its column c (columns 1 to 32 take
+    // part).
+    QList<std::array<QString, 34>> runClipboard;
 };

@@ -5,16 +5,14 @@
 #include <QString>
 #include <QStringList>
 
-// One race log as the file keeps it: the fields of the log window, each as the text its
-// field shows, and the run table. The window copies its fields to and from this record;
-// the run table is shared, it is the window's grid model.
-struct RaceLogData {
+// The fields of one race log, each as the text its field of the side panel shows.
+struct RaceLogFields {
     QString date;           // txtDate, "MM/DD/YYYY"
     QString carNumber;      // txtCarNumber, at most 5 characters on file
     QString raceTrack;      // cboRaceTrack, at most 50 characters on file
     QString pageIdentifier; // txtPageIdentifier, at most 15 characters on file
     // cboRefRun: one item per run with the run's number, and the zero-based index of the
-    // reference run in it.
+    // reference run in it; -1 when the log has no reference run.
     QStringList refRunItems{QStringLiteral("1")};
     int refRunIndex = 0;
     QString pf = QStringLiteral("0");          // txtPF
@@ -23,5 +21,11 @@ struct RaceLogData {
     QString notes;                             // txtNotes
     QString aa = QStringLiteral("0.00");       // txtAA, the prediction's adjusted altitude
     QString vp = QStringLiteral("0.00");       // txtVP, the prediction's vapor pressure
+
+    bool operator==(const RaceLogFields&) const = default;
+};
+
+// One race log as the file keeps it: its fields and its run table.
+struct RaceLogData : RaceLogFields {
     RunTable grid;
 };

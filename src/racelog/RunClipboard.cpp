@@ -2,21 +2,31 @@
 
 namespace RunClipboard {
 
-void copy(const RunTable& table, int row, Cells& clipboard) {
-    for (int column = FirstColumn; column <= LastColumn; ++column)
-        clipboard[column] = table.TextMatrix(row, column);
-}
-
-void cut(RunTable& table, int row, Cells& clipboard) {
-    for (int column = FirstColumn; column <= LastColumn; ++column) {
-        clipboard[column] = table.TextMatrix(row, column);
-        table.setTextMatrix(row, column, QString());
+Runs copy(const RunTable& table, int firstRow, int lastRow) {
+    Runs runs;
+    for (int row = firstRow; row <= lastRow; ++row) {
+        Cells& cells = runs.emplace_back();
+        for (int column = FirstColumn; column <= LastColumn; ++column)
+            cells[column] = table.TextMatrix(row, column);
     }
+    return runs;
 }
 
-void paste(RunTable& table, int row, const Cells& clipboard) {
-    for (int column = FirstColumn; column <= LastColumn; ++column)
-        table.setTextMatrix(row, column, clipboard[column]);
+Runs cut(RunTable& table, int firstRow, int lastRow) {
+    const Runs runs = copy(table, firstRow, lastRow);
+    for (int row = firstRow; row <= lastRow; ++row) {
+        for (int column = FirstColumn; column <= LastColumn; ++column)
+            table.setTextMatrix(row, column, QString());
+    }
+    return runs;
+}
+
+void paste(RunTable& table, int row, const Runs& clipboard) {
+    for (const Cells& cells : clipboard) {
+        for (int column = FirstColumn; column <= LastColumn; ++column)
+            table.setTextMatrix(row, column, cells[column]);
+        ++row;
+    }
 }
 
 } // namespace RunClipboard

@@ -69,6 +69,20 @@ bool RunTable::removeRun(int row) {
     return true;
 }
 
+void RunTable::restoreRuns(const Runs& runs) {
+    beginResetModel();
+    const QStringList header = cells.first(ColumnCount);
+    const QList<CellLook> headerLooks = looks.first(ColumnCount);
+    rowTotal = runs.rowTotal;
+    cells = runs.cells;
+    looks = runs.looks;
+    for (int column = 0; column < ColumnCount; ++column) {
+        cells[column] = header[column];
+        looks[column] = headerLooks[column];
+    }
+    endResetModel();
+}
+
 int RunTable::columnWidth(int column) const {
     return column >= 0 && column < ColumnCount ? widths[column] : 0;
 }

@@ -36,9 +36,25 @@ public:
         quint32 foreground;
         bool bold = false;
         bool underline = false;
+
+        bool operator==(const CellLook&) const = default;
+    };
+
+    // The run rows as they stand, texts and looks: what a change of the log can take back.
+    // The header row belongs to the view and stays out of it.
+    struct Runs {
+        int rowTotal = 0;
+        QStringList cells;
+        QList<CellLook> looks;
+
+        bool operator==(const Runs&) const = default;
     };
 
     explicit RunTable(QObject* parent = nullptr);
+
+    Runs runs() const { return {rowTotal, cells, looks}; }
+    // Puts the run rows back as they were; the header row stays as it is now.
+    void restoreRuns(const Runs& runs);
 
     int Rows() const { return rowTotal; }
     int Cols() const { return ColumnCount; }

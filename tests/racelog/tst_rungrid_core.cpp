@@ -137,12 +137,12 @@ private slots:
         RunTable table;
         table.addRun();
         fillRun(table, 1);
-        RunClipboard::Cells clipboard;
-        RunClipboard::copy(table, 1, clipboard);
-        QCOMPARE(clipboard[0], QString());
-        QCOMPARE(clipboard[1], QStringLiteral("r1c1"));
-        QCOMPARE(clipboard[32], QStringLiteral("r1c32"));
-        QCOMPARE(clipboard[33], QString());
+        const RunClipboard::Runs clipboard = RunClipboard::copy(table, 1, 1);
+        QCOMPARE(clipboard.size(), 1);
+        QCOMPARE(clipboard[0][0], QString());
+        QCOMPARE(clipboard[0][1], QStringLiteral("r1c1"));
+        QCOMPARE(clipboard[0][32], QStringLiteral("r1c32"));
+        QCOMPARE(clipboard[0][33], QString());
 
         table.setTextMatrix(2, 33, QStringLiteral("7"));
         RunClipboard::paste(table, 2, clipboard);
@@ -155,9 +155,9 @@ private slots:
     void cutEmptiesColumns1To32() {
         RunTable table;
         fillRun(table, 1);
-        RunClipboard::Cells clipboard;
-        RunClipboard::cut(table, 1, clipboard);
-        QCOMPARE(clipboard[20], QStringLiteral("r1c20"));
+        const RunClipboard::Runs clipboard = RunClipboard::cut(table, 1, 1);
+        QCOMPARE(clipboard.size(), 1);
+        QCOMPARE(clipboard[0][20], QStringLiteral("r1c20"));
         for (int column = 1; column <= 32; ++column)
             QCOMPARE(table.TextMatrix(1, column), QString());
         QCOMPARE(table.TextMatrix(1, 33), QStringLiteral("r1c33"));

@@ -4,7 +4,6 @@
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "racelog/KeyFilters.h"
-#include "racelog/RaceLogData.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/SidePanelRules.h"
 #include "ui/racelog/TextFieldRules.h"
@@ -206,40 +205,89 @@ void LogSidePanel::fillRaceTracks() {
     cboRaceTrack->setEditText(QString());
 }
 
-void LogSidePanel::readFrom(const RaceLogData& log) {
-    txtDate->setText(log.date);
-    txtCarNumber->setText(log.carNumber);
-    cboRaceTrack->setEditText(log.raceTrack);
-    txtPageIdentifier->setText(log.pageIdentifier);
-    {
-        // The items alone: selecting the reference run marks it, which is the window's part.
-        const QSignalBlocker quiet(cboRefRun);
-        cboRefRun->clear();
-        cboRefRun->addItems(log.refRunItems);
+void LogSidePanel::showLog(RaceLog& log) {
+    for (int i = 0; i <= int(RaceLog::Field::VP); ++i) {
+        const auto field = RaceLog::Field(i);
+        showField(log, field);
+        QWidget* widget = fieldWidget(field);
+        if (auto* line = qobject_cast<QLineEdit*>(widget))
+            connect(line, &QLineEdit::textChanged, &log,
+                    [&log, field](const QString& text) { log.setField(field, text); });
     }
-    txtPF->setText(log.pf);
-    txtTSR->setText(log.tsr);
-    txtTargetET->setText(log.targetET);
-    txtNotes->setPlainText(log.notes);
-    txtAA->setText(log.aa);
-    txtVP->setText(log.vp);
+    connect(cboRaceTrack, &QComboBox::currentTextChanged, &log,
+            [&log](const QString& text) { log.setField(RaceLog::Field::RaceTrack, text); });
+    connect(txtNotes, &QPlainTextEdit::textChanged, &log,
+            [&log, this] { log.setField(RaceLog::Field::Notes, txtNotes->toPlainText()); });
+    connect(&log, &RaceLog::fieldChanged, this,
+            [&log, this](RaceLog::Field field) { showField(log, field); });
+
+    showReferenceRuns(log);
+    connect(&log, &RaceLog::referenceRunChanged, this, [&log, this] { showReferenceRuns(log); });
+    chkPagerPredictions->setChecked(log.pagerPredictions());
+    connect(chkPagerPredictions, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
+    showFile(log);
+    connect(&log, &RaceLog::fileChanged, this, [&log, this] { showFile(log); });
 }
 
-void LogSidePanel::writeTo(RaceLogData& log) const {
-    log.date = txtDate->text();
-    log.carNumber = txtCarNumber->text();
-    log.raceTrack = cboRaceTrack->currentText();
-    log.pageIdentifier = txtPageIdentifier->text();
-    log.refRunItems.clear();
+QWidget* LogSidePanel::fieldWidget(RaceLog::Field field) const {
+    switch (field) {
+    case RaceLog::Field::Date:
+        return txtDate;
+    case RaceLog::Field::RaceTrack:
+        return cboRaceTrack;
+    case RaceLog::Field::PF:
+        return txtPF;
+    case RaceLog::Field::TSR:
+        return txtTSR;
+    case RaceLog::Field::PageIdentifier:
+        return txtPageIdentifier;
+    case RaceLog::Field::CarNumber:
+        return txtCarNumber;
+    case RaceLog::Field::Notes:
+        return txtNotes;
+    case RaceLog::Field::TargetET:
+        return txtTargetET;
+    case RaceLog::Field::AA:
+        return txtAA;
+    case RaceLog::Field::VP:
+        return txtVP;
+    }
+    return nullptr;
+}
+
+// A field that shows the text already is left alone, so the cursor stays where the user
+// types.
+void LogSidePanel::showField(const RaceLog& log, RaceLog::Field field) {
+    const QString text = log.field(field);
+    QWidget* widget = fieldWidget(field);
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+        if (line->text() != text)
+            line->setText(text);
+    } else if (widget == cboRaceTrack) {
+        if (cboRaceTrack->currentText() != text)
+            cboRaceTrack->setEditText(text);
+    } else if (txtNotes->toPlainText() != text) {
+        txtNotes->setPlainText(text);
+    }
+}
+
+// The list follows the log without telling anyone: its signal is the user's choice.
+void LogSidePanel::showReferenceRuns(const RaceLog& log) {
+    const RaceLogData& content = log.content();
+    const QSignalBlocker quiet(cboRefRun);
+    QStringList items;
     for (int i = 0; i < cboRefRun->count(); ++i)
-        log.refRunItems << cboRefRun->itemText(i);
-    log.refRunIndex = cboRefRun->currentIndex();
-    log.pf = txtPF->text();
-    log.tsr = txtTSR->text();
-    log.targetET = txtTargetET->text();
-    log.notes = txtNotes->toPlainText();
-    log.aa = txtAA->text();
-    log.vp = txtVP->text();
+        items << cboRefRun->itemText(i);
+    if (items != content.refRunItems) {
+        cboRefRun->clear();
+        cboRefRun->addItems(content.refRunItems);
+    }
+    cboRefRun->setCurrentIndex(content.refRunIndex);
+}
+
+void LogSidePanel::showFile(const RaceLog& log) {
+    txtFileName->setText(log.fileTitle());
+    txtFileName->setToolTip(log.filePath());
 }
 
 void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {

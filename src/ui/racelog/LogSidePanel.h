@@ -1,8 +1,9 @@
 #pragma once
 
+#include "racelog/RaceLog.h"
+
 #include <QTabWidget>
 
-struct RaceLogData;
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
@@ -27,10 +28,9 @@ public:
     // The race tracks the user keeps, as the list of cboRaceTrack.
     void fillRaceTracks();
 
-    // The log's fields from and into the record the file is read into and written from. The
-    // reference run list gets its items only; the window selects the reference run.
-    void readFrom(const RaceLogData& log);
-    void writeTo(RaceLogData& log) const;
+    // Shows the fields of the log and keeps showing them as they change; what the user types
+    // goes into the log at once. The choice of a reference run is the window's to make.
+    void showLog(RaceLog& log);
 
     // The settings tab.
     QLineEdit* txtDate;
@@ -61,5 +61,9 @@ private:
     QWidget* notesPage();
     QWidget* predictPage();
     void addFieldRules();
+    QWidget* fieldWidget(RaceLog::Field field) const;
+    void showField(const RaceLog& log, RaceLog::Field field);
+    void showReferenceRuns(const RaceLog& log);
+    void showFile(const RaceLog& log);
     void complain(QLineEdit* field, const QString& text, const QString& title);
 };

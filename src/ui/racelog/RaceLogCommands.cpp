@@ -142,14 +142,14 @@ void RaceLogCommands::CloseActive() {
 
 void RaceLogCommands::SaveActive(bool choosePath) {
     if (RaceLogWindow* log = activeLog())
-        log->saveLog(choosePath ? QString() : log->sFilePath);
+        log->saveLog(choosePath ? QString() : log->document().filePath());
 }
 
 // Every open log in slot order; a log that has no file yet asks for one.
 void RaceLogCommands::SaveAll() {
     for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
         if (auto* log = dynamic_cast<RaceLogWindow*>(state.raceLogs.at(slot)))
-            log->saveLog(log->sFilePath);
+            log->saveLog(log->document().filePath());
     }
 }
 

@@ -7,13 +7,13 @@
 #include "core/Registry.h"
 #include "pager/PagerComposer.h"
 #include "pager/PagerLogs.h"
-#include "prediction/PredictionModel.h"
-#include "prediction/RunCompletion.h"
+#include "prediction/LogPrediction.h"
 #include "racelog/ColumnTable.h"
 #include "racelog/Database.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
+#include "racelog/RunEdits.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/ShowColumnMenu.h"
@@ -28,6 +28,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -47,11 +48,12 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
     setObjectName(QStringLiteral("frmLog"));
     tabLog = new LogSidePanel(this);
     tabLog->hide();
-    tabLog->readFrom(log);
-    gridLog = new RunGrid(state, log.grid, *tabLog->cboRefRun, this);
+    tabLog->showLog(log);
+    gridLog = new RunGrid(state, log, this);
     gridLog->setObjectName(QStringLiteral("gridLog"));
-    miShowColumn = new ShowColumnMenu(log.grid, this);
+    miShowColumn = new ShowColumnMenu(log.runs(), this);
     gridLog->setShowColumnMenu(miShowColumn);
+    addUndoCommands();
 
     connect(gridLog, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
     connect(gridLog, &RunGrid::panelTabRequested, this, &RaceLogWindow::showPanelTab);
@@ -61,7 +63,7 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
     // An emptied list selects nothing; it is about to be filled again.
     connect(tabLog->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
-            markReferenceRun(index);
+            selectReferenceRun(index);
     });
     connect(tabLog, &LogSidePanel::pageIdentifierLeft, this, &RaceLogWindow::settleCaption);
     connect(tabLog, &LogSidePanel::predictRequested, this, [this] {
@@ -90,6 +92,30 @@ void RaceLogWindow::Load(const QColor& mainBackground) {
     takeBackground(mainBackground);
     gridLeft = gridLog->x();
     arrange();
+    // What the log starts from is no change of the user's.
+    log.settle();
+}
+
+// Undo and Redo stand first in both menus of the run table, and their keys work anywhere in
+// the window; an open cell editor or text field takes back its own typing first.
+void RaceLogWindow::addUndoCommands() {
+    QUndoStack& steps = log.undoStack();
+    QAction* undo = steps.createUndoAction(this, QStringLiteral("Undo"));
+    undo->setObjectName(QStringLiteral("miUndo"));
+    undo->setShortcuts(QKeySequence::Undo);
+    QAction* redo = steps.createRedoAction(this, QStringLiteral("Redo"));
+    redo->setObjectName(QStringLiteral("miRedo"));
+    redo->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    for (QAction* action : {undo, redo}) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+    }
+    for (QMenu* menu : {gridLog->columnMenu(), gridLog->rowMenu()}) {
+        QAction* first = menu->actions().value(0);
+        menu->insertActions(first, {undo, redo});
+        menu->insertSeparator(first);
+    }
 }
 
 // A race log is of use when it shows its side panel beside the run numbers and a few
@@ -123,7 +149,7 @@ void RaceLogWindow::correctPlacement() {
 // The run table as a new window shows it: the run numbers, the captions and widths, and the
 // columns the user chose not to see. The table centres every cell of itself.
 void RaceLogWindow::setupGrid() {
-    RunTable& grid = log.grid;
+    RunTable& grid = log.runs();
     grid.setColumnWidth(0, RunTable::RunNumberWidth);
     grid.setTextMatrix(0, 0, PanelClosedMark);
     for (int row = 1; row < grid.Rows(); ++row)
@@ -160,7 +186,6 @@ void RaceLogWindow::applyTypeDefaults() {
         tabLog->txtCarNumber->setText(carNumber.trimmed());
     takeNumber("TargetET", tabLog->txtTargetET);
     selectReferenceRun(0);
-    sFileTitle.clear();
 }
 
 void RaceLogWindow::takeBackground(const QColor& color) {
@@ -194,18 +219,14 @@ void RaceLogWindow::paintGridBackdrop() {
 }
 
 Database::LoadResult RaceLogWindow::loadFile(const QString& path) {
-    // What the file does not hold keeps the value the window has now.
-    tabLog->writeTo(log);
-    const Database::LoadResult loaded = Database::loadLog(path, log);
+    const Database::LoadResult loaded = log.load(path);
     if (!loaded)
         return loaded;
-    tabLog->readFrom(log);
-    if (!log.pageIdentifier.isEmpty())
-        setWindowTitle(log.pageIdentifier);
-    if (log.refRunIndex < 0)
-        showNoReferenceRun();
-    else
-        selectReferenceRun(log.refRunIndex);
+    const RaceLogData& content = log.content();
+    if (!content.pageIdentifier.isEmpty())
+        setWindowTitle(content.pageIdentifier);
+    if (content.refRunIndex >= 0)
+        gridLog->setCurrentRunCell(content.refRunIndex + 1, 1);
     if (loaded.unreadValues > 0)
         warnOfUnreadValues(path, loaded.unreadValues);
     return loaded;
@@ -221,11 +242,6 @@ void RaceLogWindow::warnOfUnreadValues(const QString& path, int count) {
             .arg(count)
             .arg(QFileInfo(path).fileName(), QFileInfo(Database::backupPath(path)).fileName()),
         QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Exclamation);
-}
-
-void RaceLogWindow::showNoReferenceRun() {
-    tabLog->cboRefRun->setCurrentIndex(-1);
-    log.grid.unmarkReferenceRun();
 }
 
 // The copy is made before anything is written; when it cannot be made nothing is written.
@@ -245,10 +261,7 @@ bool RaceLogWindow::keepOriginal(const QString& target) {
 }
 
 void RaceLogWindow::logFile(const QString& path, const QString& title) {
-    sFilePath = path;
-    tabLog->txtFileName->setToolTip(path);
-    sFileTitle = title;
-    tabLog->txtFileName->setText(title);
+    log.setFile(path, title);
 }
 
 bool RaceLogWindow::saveLog(const QString& path) {
@@ -277,8 +290,7 @@ bool RaceLogWindow::saveLog(const QString& path) {
     }
     if (!keepOriginal(target))
         return false;
-    tabLog->writeTo(log);
-    const Database::SaveResult result = Database::saveRaceLog(target, log);
+    const Database::SaveResult result = log.save(target);
     if (result == Database::SaveResult::Ok)
         return true;
     const Database::SaveFailureMessage failure = Database::saveFailureMessage(result);
@@ -291,29 +303,17 @@ QString RaceLogWindow::fileExtension(const QString& name) const {
 }
 
 void RaceLogWindow::paintRowBands() {
-    log.grid.paintRowBands();
+    log.runs().paintRowBands();
 }
 
 void RaceLogWindow::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) {
-    tabLog->txtAA->setText(QString::number(adjustedAltitude));
-    tabLog->txtVP->setText(NumberText::General(vaporPressure));
+    log.takeLiveWeather(QString::number(adjustedAltitude), NumberText::General(vaporPressure));
 }
 
 // Each publish shows at once, so a fault after the ET leaves the ET standing in the caption
 // and in the page.
 void RaceLogWindow::updatePredictions() {
-    const PredictionModel::Outcome outcome = PredictionModel::compute({
-        runCells(),
-        tabLog->cboRefRun->currentIndex() + 1,
-        tabLog->txtAA->text(),
-        tabLog->txtVP->text(),
-        tabLog->txtPF->text(),
-        tabLog->txtTSR->text(),
-        tabLog->txtTargetET->text(),
-        tabLog->txtPageIdentifier->text(),
-        iIndex,
-        state.bDeltaVP,
-    });
+    const PredictionModel::Outcome outcome = LogPrediction::predict(log, iIndex, state.bDeltaVP);
     for (const PredictionModel::Publication& publication : outcome.publications) {
         sPagerMessage = publication.sPagerMessage;
         setWindowTitle(publication.caption);
@@ -323,17 +323,11 @@ void RaceLogWindow::updatePredictions() {
 }
 
 bool RaceLogWindow::pagerPredictions() const {
-    return tabLog->chkPagerPredictions->isChecked();
+    return log.pagerPredictions();
 }
 
 QString RaceLogWindow::pagerMessage() const {
     return sPagerMessage;
-}
-
-// The prediction and run completion read the run table as it stands at the moment.
-RunCells RaceLogWindow::runCells() const {
-    const RunTable& grid = log.grid;
-    return [&grid](int row, int column) { return grid.TextArray(grid.fLabel(row, column)); };
 }
 
 // The box has already changed when this is asked; the warning does not undo it.
@@ -347,24 +341,17 @@ void RaceLogWindow::warnOfManyPagingLogs() {
 // made; the user is asked first, and the notes keep what the finish cell held.
 void RaceLogWindow::completeRun(int row) {
     const std::optional<RunCompletion::Proposal> proposal =
-        RunCompletion::confirm(RunCompletion::compute({
-            runCells(),
-            tabLog->cboRefRun->currentIndex(),
-            row,
-            tabLog->txtPF->text(),
-            tabLog->txtNotes->toPlainText(),
-        }));
-    if (!proposal)
-        return;
-    tabLog->txtNotes->setPlainText(proposal->newNotes);
-    log.grid.setTextArray(log.grid.fLabel(proposal->finishRow, proposal->finishColumn),
-                          proposal->finishText);
+        RunCompletion::confirm(LogPrediction::completeRun(log, row));
+    if (proposal)
+        RunEdits::completeRun(log, proposal->finishRow, proposal->finishColumn,
+                              proposal->finishText, proposal->newNotes);
 }
 
-// A log whose file cannot be written stays open; the window is released all the same, so a
-// log that failed to save on closing is no longer among the open logs.
+// A log with no change since it was saved, loaded or made closes without a question. A log
+// whose file cannot be written stays open; the window is released all the same, so a log that
+// failed to save on closing is no longer among the open logs.
 void RaceLogWindow::closeEvent(QCloseEvent* event) {
-    if (saveLog(sFilePath))
+    if (!log.isModified() || saveLog(log.filePath()))
         event->accept();
     else
         event->ignore();
@@ -378,7 +365,7 @@ void RaceLogWindow::resizeEvent(QResizeEvent* event) {
 }
 
 bool RaceLogWindow::panelClosed() const {
-    return log.grid.TextMatrix(0, 0) == PanelClosedMark;
+    return log.runs().TextMatrix(0, 0) == PanelClosedMark;
 }
 
 void RaceLogWindow::togglePanel() {
@@ -397,7 +384,7 @@ void RaceLogWindow::showPanelTab(int tab) {
 
 void RaceLogWindow::openPanel(int tab) {
     gridLog->commitCellEdit();
-    log.grid.setTextMatrix(0, 0, PanelOpenMark);
+    log.runs().setTextMatrix(0, 0, PanelOpenMark);
     tabLog->setCurrentIndex(tab);
     tabLog->show();
     arrange();
@@ -406,7 +393,7 @@ void RaceLogWindow::openPanel(int tab) {
 void RaceLogWindow::closePanel() {
     tabLog->hide();
     gridLog->setFocus();
-    log.grid.setTextMatrix(0, 0, PanelClosedMark);
+    log.runs().setTextMatrix(0, 0, PanelClosedMark);
     arrange();
 }
 
@@ -427,24 +414,14 @@ void RaceLogWindow::settleCaption(const QString& pageIdentifier) {
                                             : pageIdentifier);
 }
 
-// A new choice marks the run through the list's signal; the run that is already selected is
-// marked again, and a run missing from the list is reported.
+// The list in the panel follows the log; a run missing from it is reported.
 void RaceLogWindow::selectReferenceRun(int index) {
-    QComboBox* list = tabLog->cboRefRun;
-    if (index >= 0 && index < list->count() && index != list->currentIndex())
-        list->setCurrentIndex(index);
-    else
-        markReferenceRun(index);
-}
-
-void RaceLogWindow::markReferenceRun(int index) {
-    const int row = index + 1;
-    if (index < 0 || index >= tabLog->cboRefRun->count() || !log.grid.markReferenceRun(row)) {
+    if (!log.selectReferenceRun(index)) {
         Dialogs::Inform(QStringLiteral("Error on combo box ref run selection!"),
                         QStringLiteral("Race Log"), Dialogs::Icon::Critical);
         return;
     }
-    gridLog->setCurrentRunCell(row, 1);
+    gridLog->setCurrentRunCell(index + 1, 1);
 }
 
 QWidget* RaceLogWindow::placedWindow() {

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "core/RaceLogDocument.h"
-#include "prediction/RunCells.h"
 #include "racelog/Database.h"
-#include "racelog/RaceLogData.h"
+#include "racelog/RaceLog.h"
 
 #include <QColor>
 #include <QWidget>
@@ -13,10 +12,11 @@ class LogSidePanel;
 class RunGrid;
 class ShowColumnMenu;
 
-// The race log window: one car at one event, its runs in the run table gridLog and its
-// settings, notes and prediction inputs in the side panel tabLog, which the corner cell of
-// the table opens and closes. The window lives in a child window of the main window and
-// holds the slot iIndex of the open logs while it is open.
+// The race log window: the view and editor of one RaceLog, its runs in the run table gridLog
+// and its settings, notes and prediction inputs in the side panel tabLog, which the corner
+// cell of the table opens and closes. Undo and Redo take back the log's changes. The window
+// lives in a child window of the main window and holds the slot iIndex of the open logs while
+// it is open.
 class RaceLogWindow : public QWidget, public RaceLogDocument {
     Q_OBJECT
 public:
@@ -32,6 +32,8 @@ public:
     // once, and the first save over the file keeps the original beside it.
     Database::LoadResult loadFile(const QString& path);
 
+    RaceLog& document() { return log; }
+
     // The file the log is kept in: its full path and its name.
     void logFile(const QString& path, const QString& title);
     // Saves the log into its file after asking; an empty path asks for a file first. False
@@ -39,7 +41,7 @@ public:
     // is no failure.
     bool saveLog(const QString& path);
 
-    int fLabel(int row, int column) const { return log.grid.fLabel(row, column); }
+    int fLabel(int row, int column) const { return log.runs().fLabel(row, column); }
     QString fileExtension(const QString& name) const;
     // Every second run row gets the band colour.
     void paintRowBands();
@@ -52,8 +54,6 @@ public:
     QString pagerMessage() const override;
 
     int iIndex = 0;
-    QString sFilePath;
-    QString sFileTitle;
     QString sRaceLogType;
     QString sPagerMessage;
 
@@ -81,21 +81,19 @@ private:
     void closePanel();
     void arrange();
 
+    void addUndoCommands();
     void settleCaption(const QString& pageIdentifier);
-    RunCells runCells() const;
     void warnOfManyPagingLogs();
     void completeRun(int row);
     void selectReferenceRun(int index);
-    void showNoReferenceRun();
     void warnOfUnreadValues(const QString& path, int count);
     bool keepOriginal(const QString& target);
-    void markReferenceRun(int index);
 
     QWidget* placedWindow();
     void releaseSlot();
 
     AppState& state;
-    RaceLogData log; // the fields as last written or read, and the run table itself
+    RaceLog log;
     int gridLeft = 0;
     QColor gridBackdrop;    // the main window's background, beyond the cells of the grid
     QString keepOriginalOf; // a file not read whole, copied aside before the first save over it

@@ -2,6 +2,7 @@
 
 #include "core/Dialogs.h"
 #include "racelog/CellColor.h"
+#include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "racelog/TypedKey.h"
 #include "ui/racelog/CellEditors.h"
@@ -9,7 +10,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -34,8 +34,9 @@ bool isClipboardCode(int code) {
 
 } // namespace
 
-RunGrid::RunGrid(AppState& state, RunTable& table, QComboBox& cboRefRun, QWidget* parent)
-    : QTableView(parent), d(new Private(state, table, cboRefRun, this)) {
+RunGrid::RunGrid(AppState& state, RaceLog& log, QWidget* parent)
+    : QTableView(parent), d(new Private(state, log, this)) {
+    RunTable& table = d->table;
     // The editors first: every change of the current cell commits what they hold.
     d->editors = new CellEditors(*this);
     setModel(&table);
@@ -143,7 +144,7 @@ void RunGrid::beginCellEdit(int keyCode) {
 
 void RunGrid::commitCellEdit() {
     if (const std::optional<QString> text = d->editors->close())
-        d->table.setTextMatrix(d->editRow, d->editColumn, *text);
+        RunEdits::editCell(d->log, d->editRow, d->editColumn, *text);
 }
 
 void RunGrid::setShowColumnMenu(QMenu* menu) {
@@ -304,7 +305,9 @@ void RunGrid::pressOnRunNumber(const QMouseEvent& event) {
         const int row = section + 1;
         setCurrentRunCell(row, 0);
         RunMenus& menus = d->menus;
-        menus.miReferenceRun->setChecked(d->cboRefRun.currentText() == QString::number(row));
+        const RaceLogData& log = d->log.content();
+        menus.miReferenceRun->setChecked(log.refRunItems.value(log.refRunIndex) ==
+                                         QString::number(row));
         menus.miDelete->setText(QStringLiteral("Delete Run# ") + QString::number(row));
         d->rowMenuFromPress = true;
         menus.miRow->popup(event.globalPosition().toPoint());

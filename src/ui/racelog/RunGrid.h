@@ -3,19 +3,19 @@
 #include <QTableView>
 
 struct AppState;
-class QComboBox;
 class QMenu;
+class RaceLog;
 class RunTable;
 
-// The run table of a race log window (objectName "gridLog"): the view over the window's
-// RunTable, with the header row and the run number column fixed, the four in-place editors
+// The run table of a race log window (objectName "gridLog"): the view over the runs of a
+// RaceLog, with the header row and the run number column fixed, the four in-place editors
 // (txtTime, txtCtrlDate, cboLane, txtEdit), the keys and mouse rules of run entry, and the two
 // right-click menus: the column menu miColumn and the row menu miRow. Rows and columns in this
 // face are the run table's own numbers (row 0 the header, column 0 the run number).
 class RunGrid : public QTableView {
     Q_OBJECT
 public:
-    RunGrid(AppState& state, RunTable& table, QComboBox& cboRefRun, QWidget* parent = nullptr);
+    RunGrid(AppState& state, RaceLog& log, QWidget* parent = nullptr);
     ~RunGrid() override;
 
     RunTable& table() const;
@@ -49,8 +49,7 @@ signals:
     void panelToggleRequested();
     // "Predict...", "Notes...", "Settings...": open the panel at that tab (2, 1, 0).
     void panelTabRequested(int tab);
-    // "Reference Run" for a row. After a delete that leaves run 1 the reference run it was
-    // already, run 1 is asked for again: its row may be another now.
+    // "Reference Run" for a row.
     void referenceRunRequested(int row);
     // "Run Complete..." for a row: complete the run from the reference run.
     void runCompleteRequested(int row);
@@ -75,7 +74,7 @@ private:
     void pressOnRunNumber(const QMouseEvent& event);
     void releaseRightButton(const QPoint& globalPos);
     void paintCorner();
-    void moveReferenceToFirstRun();
+    std::pair<int, int> selectedRuns() const;
 
     struct Private;
     Private* d;

@@ -1,19 +1,16 @@
-// The commands of the run table's menus and keys: adding and deleting runs, moving a run
+// The commands of the run table's menus and keys: adding and deleting runs, moving runs
 // through the run clipboard, and fetching the weather of a run.
 #include "core/AppState.h"
-#include "core/DateText.h"
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
 #include "feed/WeatherLog.h"
 #include "racelog/RunCellText.h"
-#include "racelog/RunClipboard.h"
-#include "racelog/RunRows.h"
+#include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
-#include "racelog/RunWeather.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/RunGridPrivate.h"
 
-#include <QComboBox>
+#include <QItemSelectionModel>
 
 namespace {
 
@@ -25,14 +22,12 @@ const QString LoggedWeatherTitle = QStringLiteral("Log Weather Import");
 
 // The new run can be the reference run at once; it starts where the user will look at it.
 void RunGrid::newRun() {
-    const int row = RunRows::appendRun(d->table, QDateTime::currentDateTime());
-    d->cboRefRun.addItem(QString::number(d->cboRefRun.count() + 1));
+    const int row = RunEdits::newRun(d->log, QDateTime::currentDateTime());
     setCurrentRunCell(row, 0);
 }
 
 // The reference run list loses its last item whatever the answer, and run 1 becomes the
-// reference run: on No the list is then one short of the runs until the next New Run or load
-// brings the missing number back.
+// reference run, with the current cell on it.
 void RunGrid::deleteRun() {
     const int row = currentRunRow();
     if (row < 1)
@@ -42,36 +37,40 @@ void RunGrid::deleteRun() {
                            QString::number(row) + QStringLiteral(" ?"),
                        QStringLiteral("Race Log"), Dialogs::Icon::None, Dialogs::Buttons::YesNo,
                        Dialogs::Answer::Yes});
-    if (answer == Dialogs::Answer::Yes)
-        RunRows::deleteRun(d->table, row);
-    if (d->cboRefRun.count() > 1) {
-        d->cboRefRun.removeItem(d->cboRefRun.count() - 1);
-        moveReferenceToFirstRun();
-    }
+    const bool listShrinks = d->log.content().refRunItems.size() > 1;
+    RunEdits::deleteRun(d->log, row, answer == Dialogs::Answer::Yes);
+    if (listShrinks)
+        setCurrentRunCell(1, 1);
 }
 
-// A new index is handled by the list's own signal; when run 1 was the reference already, the
-// window is asked to mark it again, since its row may have moved.
-void RunGrid::moveReferenceToFirstRun() {
-    if (d->cboRefRun.currentIndex() != 0)
-        d->cboRefRun.setCurrentIndex(0);
-    else
-        emit referenceRunRequested(1);
+// The runs the selection spans when it holds the current cell, else the current run alone.
+std::pair<int, int> RunGrid::selectedRuns() const {
+    const int row = currentRunRow();
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    if (!selectionModel()->isSelected(currentIndex()) || selected.isEmpty())
+        return {row, row};
+    int first = row;
+    int last = row;
+    for (const QModelIndex& cell : selected) {
+        first = qMin(first, cell.row() + 1);
+        last = qMax(last, cell.row() + 1);
+    }
+    return {first, last};
 }
 
 void RunGrid::cutRun() {
-    if (const int row = currentRunRow(); row >= 1)
-        RunClipboard::cut(d->table, row, d->state.runClipboard);
+    if (const auto [first, last] = selectedRuns(); first >= 1)
+        RunEdits::cutRuns(d->log, first, last, d->state.runClipboard);
 }
 
 void RunGrid::copyRun() {
-    if (const int row = currentRunRow(); row >= 1)
-        RunClipboard::copy(d->table, row, d->state.runClipboard);
+    if (const auto [first, last] = selectedRuns(); first >= 1)
+        d->state.runClipboard = RunClipboard::copy(d->table, first, last);
 }
 
 void RunGrid::pasteRun() {
     if (const int row = currentRunRow(); row >= 1)
-        RunClipboard::paste(d->table, row, d->state.runClipboard);
+        RunEdits::pasteRuns(d->log, row, d->state.runClipboard);
 }
 
 // Whether the feed is alive is not asked: a silent instrument gives its last values, or
@@ -80,7 +79,7 @@ void RunGrid::getCurrentWeather() {
     const int row = currentRunRow();
     if (row < 1)
         return;
-    WriteRunWeather(d->table, row, d->state.CurrentWeather);
+    RunEdits::importWeather(d->log, row, &d->state.CurrentWeather, {});
     Dialogs::Inform(QStringLiteral("Weather data imported!"),
                     QStringLiteral("Pellamor Weather Import"), Dialogs::Icon::Information);
 }
@@ -95,18 +94,17 @@ void RunGrid::getLoggedWeather() {
     {
         Hourglass busy;
         const QDateTime now = QDateTime::currentDateTime();
-        RunTable& table = d->table;
         const std::optional<QDateTime> time =
-            RunCellText::Moment(table.TextMatrix(row, TimeColumn));
-        if (!time)
-            table.setTextMatrix(row, TimeColumn, DateText::TimeText(now.time()));
+            RunCellText::Moment(d->table.TextMatrix(row, TimeColumn));
         const std::optional<QDateTime> date =
-            RunCellText::Moment(table.TextMatrix(row, DateColumn));
+            RunCellText::Moment(d->table.TextMatrix(row, DateColumn));
+        RunEdits::RunMoment stamp;
+        if (!time)
+            stamp.time = now.time();
         if (!date)
-            table.setTextMatrix(row, DateColumn, DateText::RunDateText(now.date()));
+            stamp.date = now.date();
         found = FindLoggedWeather(d->state, date.value_or(now).date(), time.value_or(now).time());
-        if (found.ABP != 0)
-            WriteRunWeather(table, row, found);
+        RunEdits::importWeather(d->log, row, found.ABP != 0 ? &found : nullptr, stamp);
     }
     if (found.ABP == 0)
         Dialogs::Inform(QStringLiteral("No weather data was imported!"), LoggedWeatherTitle,

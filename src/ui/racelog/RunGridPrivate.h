@@ -1,20 +1,21 @@
 #pragma once
 
+#include "racelog/RaceLog.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/RunMenus.h"
 
 class CellEditors;
 class QAbstractButton;
 
-// What a run grid keeps besides the view: the window's run table and reference run list, the
-// cell editors, the menus, and what the last mouse press left behind.
+// What a run grid keeps besides the view: the race log it shows, the cell editors, the menus,
+// and what the last mouse press left behind.
 struct RunGrid::Private {
-    Private(AppState& state, RunTable& table, QComboBox& cboRefRun, QWidget* grid)
-        : state(state), table(table), cboRefRun(cboRefRun), menus(grid) {}
+    Private(AppState& state, RaceLog& log, QWidget* grid)
+        : state(state), log(log), table(log.runs()), menus(grid) {}
 
     AppState& state;
-    RunTable& table;
-    QComboBox& cboRefRun;
+    RaceLog& log;
+    RunTable& table; // the log's runs
     RunMenus menus;
     CellEditors* editors = nullptr;
     // The corner cell, the handle of the side panel.

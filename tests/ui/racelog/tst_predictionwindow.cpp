@@ -217,11 +217,15 @@ private slots:
     void runCompleteStandsAfterReferenceRun() {
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
+        // Undo and Redo come first, then the commands on the run.
         const QList<QAction*> items = log->gridLog->rowMenu()->actions();
-        QCOMPARE(items[0]->objectName(), QStringLiteral("miReferenceRun"));
-        QCOMPARE(items[1]->objectName(), QStringLiteral("miRunComplete"));
-        QCOMPARE(items[1]->text(), QStringLiteral("Run Complete..."));
+        QCOMPARE(items[0]->objectName(), QStringLiteral("miUndo"));
+        QCOMPARE(items[1]->objectName(), QStringLiteral("miRedo"));
         QVERIFY(items[2]->isSeparator());
+        QCOMPARE(items[3]->objectName(), QStringLiteral("miReferenceRun"));
+        QCOMPARE(items[4]->objectName(), QStringLiteral("miRunComplete"));
+        QCOMPARE(items[4]->text(), QStringLiteral("Run Complete..."));
+        QVERIFY(items[5]->isSeparator());
     }
 
     void runCompleteYesWritesTheFinishAndTheNotes() {

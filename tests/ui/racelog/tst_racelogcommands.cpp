@@ -4,6 +4,7 @@
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "racelog/Database.h"
+#include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RaceLogCommands.h"
@@ -177,6 +178,7 @@ private slots:
         window.run("miNewRaceLog");
         RaceLogWindow* second = window.slot(1);
         window.activate(window.slot(0));
+        window.slot(0)->gridLog->newRun();
         // A log never saved asks for a file; Cancel throws it away.
         dialogs->queueFile(QString());
         window.run("miClose");
@@ -290,7 +292,7 @@ private slots:
         window.main.OpenFile(path);
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
-        log->gridLog->table().setTextMatrix(1, 6, "1.5555");
+        RunEdits::editCell(log->document(), 1, 6, "1.5555");
         const QByteArray before = contents(path);
 
         dialogs->queueAnswer(Dialogs::Answer::No);
@@ -312,6 +314,7 @@ private slots:
         MainWindowHarness window;
         window.main.OpenFile(path);
         RaceLogWindow* log = window.slot(0);
+        log->gridLog->newRun();
         QVERIFY(QDir(file("event")).removeRecursively());
 
         dialogs->queueAnswer(Dialogs::Answer::Yes);
@@ -355,8 +358,8 @@ private slots:
         QVERIFY(log);
         QVERIFY(log->isVisible());
         QCOMPARE(log->windowTitle(), QStringLiteral("Pro"));
-        QCOMPARE(log->sFilePath, path);
-        QCOMPARE(log->sFileTitle, QStringLiteral("2026-05-04 Brainerd.trl"));
+        QCOMPARE(log->document().filePath(), path);
+        QCOMPARE(log->document().fileTitle(), QStringLiteral("2026-05-04 Brainerd.trl"));
         QCOMPARE(log->tabLog->txtFileName->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
         QCOMPARE(log->tabLog->txtFileName->toolTip(), path);
         QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
@@ -508,8 +511,8 @@ private slots:
         window.run("miSave");
         QVERIFY(QFile::exists(file("friday.trl")));
         QVERIFY(!QFile::exists(file("friday")));
-        QCOMPARE(window.slot(0)->sFilePath, file("friday.trl"));
-        QCOMPARE(window.slot(0)->sFileTitle, QStringLiteral("friday.trl"));
+        QCOMPARE(window.slot(0)->document().filePath(), file("friday.trl"));
+        QCOMPARE(window.slot(0)->document().fileTitle(), QStringLiteral("friday.trl"));
         RaceLogData saved;
         QVERIFY(Database::loadLog(file("friday.trl"), saved));
     }
@@ -539,7 +542,7 @@ private slots:
         window.run("miSaveAs");
         QCOMPARE(dialogs->fileRequests.size(), 1);
         QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Pro"));
-        QCOMPARE(log->sFilePath, copy);
+        QCOMPARE(log->document().filePath(), copy);
         QVERIFY(Database::loadLog(copy, saved));
     }
 
@@ -573,6 +576,8 @@ private slots:
         MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
+        for (int slot : {0, 1})
+            window.slot(slot)->gridLog->newRun();
         dialogs->queueFile(QString());
         dialogs->queueFile(QString());
         window.run("miCloseAll");

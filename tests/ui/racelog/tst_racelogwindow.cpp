@@ -102,8 +102,8 @@ private slots:
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 0);
         QVERIFY(window.table().look(1, 0).bold);
         QCOMPARE(window.table().look(1, 0).background, CellColor::ReferenceRun);
-        QVERIFY(log.sFilePath.isEmpty());
-        QVERIFY(log.sFileTitle.isEmpty());
+        QVERIFY(log.document().filePath().isEmpty());
+        QVERIFY(log.document().fileTitle().isEmpty());
         QVERIFY(log.sPagerMessage.isEmpty());
         QCOMPARE(log.windowTitle(), QString());
     }
@@ -295,7 +295,7 @@ private slots:
             QCOMPARE(window.table().columnWidth(6), 0);
             window.log.logFile(path, "hidden.trl");
             dialogs->queueAnswer(Dialogs::Answer::Yes);
-            QVERIFY(window.log.saveLog(window.log.sFilePath));
+            QVERIFY(window.log.saveLog(window.log.document().filePath()));
         }
         LogWindow reloaded;
         QVERIFY(reloaded.log.loadFile(path));
@@ -355,8 +355,7 @@ private slots:
         rows->findChild<QAction*>("miPredict")->trigger();
         QCOMPARE(window.panel().currentIndex(), 2);
 
-        window.table().addRun();
-        window.panel().cboRefRun->addItem("2");
+        window.log.gridLog->newRun();
         window.log.gridLog->setCurrentRunCell(2, 5);
         rows->findChild<QAction*>("miReferenceRun")->trigger();
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
@@ -549,8 +548,8 @@ private slots:
     void logFileKeepsThePathAndShowsTheName() {
         LogWindow window;
         window.log.logFile("/races/2026-05-04.trl", "2026-05-04.trl");
-        QCOMPARE(window.log.sFilePath, QStringLiteral("/races/2026-05-04.trl"));
-        QCOMPARE(window.log.sFileTitle, QStringLiteral("2026-05-04.trl"));
+        QCOMPARE(window.log.document().filePath(), QStringLiteral("/races/2026-05-04.trl"));
+        QCOMPARE(window.log.document().fileTitle(), QStringLiteral("2026-05-04.trl"));
         QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("2026-05-04.trl"));
         QCOMPARE(window.panel().txtFileName->toolTip(), QStringLiteral("/races/2026-05-04.trl"));
         QCOMPARE(window.log.fileExtension("print.pdf"), QStringLiteral("pdf"));
@@ -558,8 +557,7 @@ private slots:
 
     void theReferenceRunIsMarkedAndBecomesCurrent() {
         LogWindow window;
-        window.table().addRun();
-        window.panel().cboRefRun->addItem("2");
+        window.log.gridLog->newRun();
         emit window.log.gridLog->referenceRunRequested(2);
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
@@ -609,7 +607,7 @@ private slots:
                  DateText::FileStamp(QDate::currentDate()) + QStringLiteral(" Brainerd.trl"));
         QCOMPARE(request.initialFolder, QCoreApplication::applicationDirPath());
         QVERIFY(dialogs->messages.isEmpty());
-        QCOMPARE(window.log.sFilePath, path);
+        QCOMPARE(window.log.document().filePath(), path);
         QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("day.trl"));
         QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\Path", "0"), folder);
 
@@ -640,7 +638,7 @@ private slots:
         dialogs->queueFile(QString());
         QVERIFY(window.log.saveLog(QString()));
         QCOMPARE(dialogs->fileRequests.size(), 1);
-        QVERIFY(window.log.sFilePath.isEmpty());
+        QVERIFY(window.log.document().filePath().isEmpty());
         QVERIFY(QDir(home->root()).entryList({"*.trl"}).isEmpty());
     }
 

@@ -3,6 +3,7 @@
 #include "core/DateText.h"
 #include "core/ScriptedDialogs.h"
 #include "racelog/CellColor.h"
+#include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/RunGrid.h"
 
@@ -28,18 +29,14 @@ namespace {
 using Dialogs::Answer;
 using Dialogs::Icon;
 
-// A race log window reduced to what the run table needs: the reference run list and the
-// grid over the run table.
+// A race log window reduced to what the run table needs: a race log and the grid over its
+// runs.
 class LogWindow {
 public:
     explicit LogWindow(AppState& state) {
-        cboRefRun = new QComboBox(&window);
-        cboRefRun->setObjectName(QStringLiteral("cboRefRun"));
-        cboRefRun->addItem(QStringLiteral("1"));
-        grid = new RunGrid(state, table, *cboRefRun, &window);
+        grid = new RunGrid(state, document, &window);
         grid->setObjectName(QStringLiteral("gridLog"));
         auto* layout = new QVBoxLayout(&window);
-        layout->addWidget(cboRefRun);
         layout->addWidget(grid);
         window.resize(1000, 420);
         window.show();
@@ -109,10 +106,13 @@ public:
         action(name)->trigger();
     }
 
-    // Declared first so that the grid, in the window, goes before the table it shows.
-    RunTable table;
+    QStringList referenceItems() const { return document.content().refRunItems; }
+    int referenceIndex() const { return document.content().refRunIndex; }
+
+    // Declared first so that the grid, in the window, goes before the log it shows.
+    RaceLog document;
+    RunTable& table = document.runs();
     QWidget window;
-    QComboBox* cboRefRun;
     QPointer<RunGrid> grid;
 };
 
@@ -224,7 +224,7 @@ private slots:
             QCOMPARE(log.table.look(2, column).background, CellColor::Band);
             QCOMPARE(log.table.look(1, column).background, CellColor::WindowBackground);
         }
-        QCOMPARE(items(log.cboRefRun), (QStringList{"1", "2"}));
+        QCOMPARE(log.referenceItems(), (QStringList{"1", "2"}));
         QCOMPARE(log.grid->currentRunRow(), 2);
     }
 
@@ -243,7 +243,7 @@ private slots:
         log.grid->newRun();
         QCOMPARE(log.table.TextMatrix(3, 16), QStringLiteral("1.16"));
         QCOMPARE(log.table.look(3, 10).background, CellColor::WindowBackground);
-        QCOMPARE(items(log.cboRefRun), (QStringList{"1", "2", "3"}));
+        QCOMPARE(log.referenceItems(), (QStringList{"1", "2", "3"}));
         QCOMPARE(log.grid->currentRunRow(), 3);
     }
 
@@ -638,7 +638,7 @@ private slots:
         log.grid->newRun();
         log.grid->newRun();
         log.typeOnGrid(1, 10, '5');
-        log.cboRefRun->setCurrentIndex(2);
+        QVERIFY(log.document.selectReferenceRun(2));
         log.rightPressRunNumber(3);
         QCOMPARE(log.table.TextMatrix(1, 10), QStringLiteral("5"));
         QCOMPARE(log.grid->currentRunRow(), 3);
@@ -739,8 +739,8 @@ private slots:
         QCOMPARE(log.table.Rows(), 3);
         QCOMPARE(log.table.TextMatrix(2, 0), QStringLiteral("2"));
         QCOMPARE(log.table.TextMatrix(2, 12), QStringLiteral("3.12"));
-        QCOMPARE(items(log.cboRefRun), (QStringList{"1", "2"}));
-        QCOMPARE(log.cboRefRun->currentIndex(), 0);
+        QCOMPARE(log.referenceItems(), (QStringList{"1", "2"}));
+        QCOMPARE(log.referenceIndex(), 0);
     }
 
     void deleteWithNoStillDropsTheLastReferenceItem() {
@@ -748,27 +748,30 @@ private slots:
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
-        log.cboRefRun->setCurrentIndex(2);
+        QVERIFY(log.document.selectReferenceRun(2));
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Answer::No);
         log.rowCommand(3, "miDelete");
         QCOMPARE(log.table.Rows(), 4);
-        QCOMPARE(items(log.cboRefRun), (QStringList{"1", "2"}));
-        QCOMPARE(log.cboRefRun->currentIndex(), 0);
+        QCOMPARE(log.referenceItems(), (QStringList{"1", "2"}));
+        QCOMPARE(log.referenceIndex(), 0);
     }
 
     void deleteMarksRun1AgainWhenItWasTheReferenceAlready() {
         LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
-        log.cboRefRun->setCurrentIndex(0);
-        QSignalSpy reference(log.grid, &RunGrid::referenceRunRequested);
+        QVERIFY(log.document.selectReferenceRun(0));
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Answer::Yes);
         log.rowCommand(1, "miDelete");
-        QCOMPARE(reference.size(), 1);
-        QCOMPARE(reference[0][0].toInt(), 1);
+        // The run that moved up into row 1 is the reference run now.
         QCOMPARE(log.table.Rows(), 2);
+        QCOMPARE(log.referenceIndex(), 0);
+        QCOMPARE(log.table.look(1, 0).background, CellColor::ReferenceRun);
+        QVERIFY(log.table.look(1, 0).bold);
+        QCOMPARE(log.grid->currentRunRow(), 1);
+        QCOMPARE(log.grid->currentRunColumn(), 1);
     }
 
     void deletingTheOnlyRunBlanksItAndKeepsRow1() {
@@ -782,7 +785,7 @@ private slots:
         QCOMPARE(log.table.TextMatrix(1, 0), QStringLiteral("1"));
         for (int column = 1; column < log.table.Cols(); ++column)
             QCOMPARE(log.table.TextMatrix(1, column), QString());
-        QCOMPARE(items(log.cboRefRun), QStringList{"1"});
+        QCOMPARE(log.referenceItems(), QStringList{"1"});
     }
 
     // --- Cut, Copy, Paste ------------------------------------------------------------------
@@ -795,8 +798,8 @@ private slots:
         log.table.setTextMatrix(2, 33, QStringLiteral("340"));
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard[7], QStringLiteral("1.7"));
-        QCOMPARE(state->runClipboard[33], QString());
+        QCOMPARE(state->runClipboard.value(0)[7], QStringLiteral("1.7"));
+        QCOMPARE(state->runClipboard.value(0)[33], QString());
         log.grid->setCurrentRunCell(2, 5);
         QTest::keyClick(log.grid, Qt::Key_V, Qt::ControlModifier);
         for (int column = 1; column <= 32; ++column)
@@ -816,7 +819,7 @@ private slots:
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard[5], QStringLiteral("1.5"));
+        QCOMPARE(state->runClipboard.value(0)[5], QStringLiteral("1.5"));
         QCOMPARE(windowCopies.size(), 0);
     }
 
@@ -826,7 +829,7 @@ private slots:
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard[32], QStringLiteral("1.32"));
+        QCOMPARE(state->runClipboard.value(0)[32], QStringLiteral("1.32"));
         for (int column = 1; column <= 32; ++column)
             QCOMPARE(log.table.TextMatrix(1, column), QString());
         QCOMPARE(log.table.TextMatrix(1, 33), QStringLiteral("1.33"));

@@ -1,0 +1,175 @@
+#include "racelog/RaceLog.h"
+
+#include <QUndoCommand>
+#include <array>
+
+namespace {
+
+constexpr std::array<QString RaceLogFields::*, 10> FieldMembers{
+    &RaceLogFields::date,  &RaceLogFields::raceTrack,      &RaceLogFields::pf,
+    &RaceLogFields::tsr,   &RaceLogFields::pageIdentifier, &RaceLogFields::carNumber,
+    &RaceLogFields::notes, &RaceLogFields::targetET,       &RaceLogFields::aa,
+    &RaceLogFields::vp,
+};
+
+// The captions of the fields in the side panel, which name their steps.
+constexpr std::array<const char*, 10> FieldCaptions{
+    "Date",
+    "Race Track",
+    "Performance Factor",
+    "Throttle Stop Ratio",
+    "Page Identifier",
+    "Car Number",
+    "Notes",
+    "Target ET",
+    "AA",
+    "VP",
+};
+
+QString RaceLogFields::*member(RaceLog::Field field) {
+    return FieldMembers[std::size_t(field)];
+}
+
+// Typing in one field joins the step before it while that step is of the same field.
+constexpr int FieldStepId = 100;
+
+} // namespace
+
+// One step of a log's undo stack: the log's content before and after it. The texts of a run
+// table are shared until written, so keeping both costs little.
+class RaceLogChange : public QUndoCommand {
+public:
+    RaceLogChange(RaceLog& log, const QString& text, RaceLog::State before, RaceLog::State after,
+                  int id)
+        : QUndoCommand(text), log(log), before(std::move(before)), after(std::move(after)),
+          stepId(id) {}
+
+    // The change was made before the step was pushed; only a redo after an undo makes it again.
+    void redo() override {
+        if (made)
+            log.restore(before, after);
+        made = true;
+    }
+    void undo() override { log.restore(after, before); }
+    int id() const override { return stepId; }
+
+    bool mergeWith(const QUndoCommand* other) override {
+        after = static_cast<const RaceLogChange*>(other)->after;
+        setObsolete(before.fields == after.fields);
+        return true;
+    }
+
+private:
+    RaceLog& log;
+    RaceLog::State before;
+    RaceLog::State after;
+    int stepId;
+    bool made = false;
+};
+
+RaceLog::RaceLog(QObject* parent) : QObject(parent) {
+    // Run 1 is the reference run of a new log.
+    data.grid.markReferenceRun(1);
+    connect(&undo, &QUndoStack::cleanChanged, this,
+            [this](bool clean) { emit modifiedChanged(!clean); });
+}
+
+RaceLog::~RaceLog() = default;
+
+QString RaceLog::field(Field field) const {
+    return data.*member(field);
+}
+
+void RaceLog::setField(Field field, const QString& text) {
+    if (data.*member(field) == text)
+        return;
+    const State before = state();
+    data.*member(field) = text;
+    announce(before.fields);
+    undo.push(new RaceLogChange(
+        *this, QStringLiteral("Edit ") + QLatin1String(FieldCaptions[std::size_t(field)]), before,
+        state(), FieldStepId + int(field)));
+}
+
+void RaceLog::change(const QString& text, const std::function<void(RaceLogData&)>& edit) {
+    const State before = state();
+    edit(data);
+    State after = state();
+    if (before.fields == after.fields && before.runs == after.runs)
+        return;
+    announce(before.fields);
+    undo.push(new RaceLogChange(*this, text, before, std::move(after), -1));
+}
+
+bool RaceLog::selectReferenceRun(int index) {
+    if (index < 0 || index >= data.refRunItems.size())
+        return false;
+    change(QStringLiteral("Reference Run %1").arg(index + 1), [index](RaceLogData& log) {
+        log.refRunIndex = index;
+        log.grid.markReferenceRun(index + 1);
+    });
+    return true;
+}
+
+void RaceLog::takeLiveWeather(const QString& adjustedAltitude, const QString& vaporPressure) {
+    const RaceLogFields before = data;
+    data.aa = adjustedAltitude;
+    data.vp = vaporPressure;
+    announce(before);
+}
+
+void RaceLog::setFile(const QString& filePath, const QString& fileTitle) {
+    path = filePath;
+    title = fileTitle;
+    emit fileChanged();
+}
+
+Database::LoadResult RaceLog::load(const QString& filePath) {
+    const RaceLogFields before = data;
+    const Database::LoadResult loaded = Database::loadLog(filePath, data);
+    if (!loaded)
+        return loaded;
+    if (data.refRunIndex < 0)
+        data.grid.unmarkReferenceRun();
+    announce(before);
+    settle();
+    return loaded;
+}
+
+Database::SaveResult RaceLog::save(const QString& filePath) {
+    const Database::SaveResult saved = Database::saveRaceLog(filePath, data);
+    if (saved == Database::SaveResult::Ok)
+        undo.setClean();
+    return saved;
+}
+
+void RaceLog::settle() {
+    undo.clear();
+}
+
+// Only what the step changed is put back: the feed's AA and VP, and the runs of a step that
+// changed only a field, stay as they are now.
+void RaceLog::restore(const State& from, const State& to) {
+    const RaceLogFields before = data;
+    for (QString RaceLogFields::*field : FieldMembers) {
+        if (from.fields.*field != to.fields.*field)
+            data.*field = to.fields.*field;
+    }
+    if (from.fields.refRunItems != to.fields.refRunItems ||
+        from.fields.refRunIndex != to.fields.refRunIndex) {
+        data.refRunItems = to.fields.refRunItems;
+        data.refRunIndex = to.fields.refRunIndex;
+    }
+    if (!(from.runs == to.runs))
+        data.grid.restoreRuns(to.runs);
+    announce(before);
+}
+
+void RaceLog::announce(const RaceLogFields& before) {
+    for (std::size_t i = 0; i < FieldMembers.size(); ++i) {
+        if (before.*FieldMembers[i] != data.*FieldMembers[i])
+            emit fieldChanged(Field(i));
+    }
+    if (before.refRunItems != data.refRunItems || before.refRunIndex != data.refRunIndex)
+        emit referenceRunChanged();
+}

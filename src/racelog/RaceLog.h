@@ -1,0 +1,102 @@
+#pragma once
+
+#include "racelog/Database.h"
+#include "racelog/RaceLogData.h"
+
+#include <QObject>
+#include <QUndoStack>
+#include <functional>
+
+// One race log: one car at one event. It holds the runs, the fields of the side panel and the
+// file the log is kept in; windows show it and edit it, and the prediction, the run commands
+// and the file routines work on it. Every change the user makes goes through change(), which
+// makes it one step of the log's undo stack; the log is modified while the stack is away from
+// the state last saved or loaded.
+class RaceLog : public QObject {
+    Q_OBJECT
+public:
+    // The text fields of the log, in the order of the side panel.
+    enum class Field {
+        Date,
+        RaceTrack,
+        PF,
+        TSR,
+        PageIdentifier,
+        CarNumber,
+        Notes,
+        TargetET,
+        AA,
+        VP
+    };
+
+    explicit RaceLog(QObject* parent = nullptr);
+    ~RaceLog() override;
+
+    const RaceLogData& content() const { return data; }
+    // The run table as the grid shows it. Its texts are changed through change(); its column
+    // widths, captions and the corner cell are the view's own and are set here directly.
+    RunTable& runs() { return data.grid; }
+    const RunTable& runs() const { return data.grid; }
+
+    QString field(Field field) const;
+    // A field typed by the user: one step, which later typing in the same field joins.
+    void setField(Field field, const QString& text);
+
+    // The one door for a change of the runs or fields: edit changes the content, and what it
+    // changed becomes one step named text ("Paste 3 Runs"), which undo takes back. An edit that
+    // changes nothing leaves no step.
+    void change(const QString& text, const std::function<void(RaceLogData&)>& edit);
+
+    // Selects the reference run by its list index and marks it in the run table, as one step.
+    // False, nothing changed, for an index that is not in the list.
+    bool selectReferenceRun(int index);
+
+    // The live adjusted altitude and vapor pressure become the prediction's inputs. The feed's
+    // values are no change of the user's: they take no step and do not modify the log.
+    void takeLiveWeather(const QString& adjustedAltitude, const QString& vaporPressure);
+
+    // Whether the log's prediction goes into the periodic page; a setting of the moment, not
+    // kept in the file.
+    bool pagerPredictions() const { return pagerOn; }
+    void setPagerPredictions(bool on) { pagerOn = on; }
+
+    // The file the log is kept in: its full path and its name; empty before the first save.
+    QString filePath() const { return path; }
+    QString fileTitle() const { return title; }
+    void setFile(const QString& filePath, const QString& fileTitle);
+
+    // Reads the file into this new log; what the file does not hold keeps its value. The log
+    // then starts unmodified, with nothing to undo.
+    Database::LoadResult load(const QString& filePath);
+    // Writes the log into the file; a log written whole is no longer modified.
+    Database::SaveResult save(const QString& filePath);
+    // The values the log starts from are no steps: the stack starts empty and clean here.
+    void settle();
+
+    QUndoStack& undoStack() { return undo; }
+    bool isModified() const { return !undo.isClean(); }
+
+signals:
+    void fieldChanged(RaceLog::Field field);
+    // The reference run list or its selection changed.
+    void referenceRunChanged();
+    void modifiedChanged(bool modified);
+    void fileChanged();
+
+private:
+    friend class RaceLogChange;
+    struct State {
+        RaceLogFields fields;
+        RunTable::Runs runs;
+    };
+    State state() const { return {data, data.grid.runs()}; }
+    // Puts back the part of a state that a step changed, and tells what moved.
+    void restore(const State& from, const State& to);
+    void announce(const RaceLogFields& before);
+
+    RaceLogData data;
+    QUndoStack undo;
+    bool pagerOn = false;
+    QString path;
+    QString title;
+};
