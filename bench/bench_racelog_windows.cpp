@@ -1,7 +1,9 @@
 // The race log window under load: a run added and a cell edited in a log of 1,000 runs, a
-// prediction on such a log, and one feed line reaching twenty open logs of 500 runs each.
+// prediction on such a log, the undo of a paste of 500 runs, and one feed line reaching twenty
+// open logs of 500 runs each.
 #include "core/AppState.h"
 #include "feed/WeatherFeed.h"
+#include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/RaceLogWindow.h"
 #include "ui/racelog/RunGrid.h"
@@ -50,7 +52,7 @@ void BM_NewRunIn1000RunLog(benchmark::State& bench) {
     for (auto _ : bench) {
         grid.newRun();
         bench.PauseTiming();
-        grid.table().removeRun(grid.table().Rows() - 1);
+        log->document().undoStack().undo();
         bench.ResumeTiming();
     }
 }
@@ -77,6 +79,24 @@ void BM_UpdatePredictions1000Runs(benchmark::State& bench) {
         log->updatePredictions();
 }
 BENCHMARK(BM_UpdatePredictions1000Runs)->Unit(benchmark::kMicrosecond);
+
+// A log of 500 runs that took 500 more in one paste, shown in its window: the undo of that
+// paste, with the grid following.
+void BM_UndoPasteOf500Runs(benchmark::State& bench) {
+    AppState state;
+    auto log = logWithRuns(state, 500, 0);
+    RaceLog& document = log->document();
+    RunEdits::pasteRuns(document, 501, RunClipboard::copy(document.runs(), 1, 500));
+    for (auto _ : bench) {
+        document.undoStack().undo();
+        bench.PauseTiming();
+        document.undoStack().redo();
+        bench.ResumeTiming();
+    }
+    if (document.runs().Rows() != 1001 || log->gridLog->model()->rowCount() != 1000)
+        bench.SkipWithError("the paste did not come back");
+}
+BENCHMARK(BM_UndoPasteOf500Runs)->Unit(benchmark::kMillisecond);
 
 // From the bytes of one serial line to every open log's caption updated and the weather log
 // row written.

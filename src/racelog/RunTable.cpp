@@ -8,13 +8,14 @@
 
 RunTable::RunTable(QObject* parent) : QAbstractTableModel(parent) {
     // The header row: captions over the runs, the panel handle in the corner.
-    appendRowCells();
+    appendRow();
+    Row& header = rows[0];
     for (const ColumnTable::Column& column : ColumnTable::Columns)
-        cells[column.number] = column.caption.toString();
-    for (CellLook& cell : looks)
+        header.texts[column.number] = column.caption.toString();
+    for (CellLook& cell : header.looks)
         cell = {CellColor::ButtonFace, CellColor::ButtonText};
-    looks[0].foreground = CellColor::Link;
-    looks[0].underline = true;
+    header.looks[0].foreground = CellColor::Link;
+    header.looks[0].underline = true;
 
     widths.fill(InitialWidth);
     widths[0] = RunNumberWidth;
@@ -24,62 +25,56 @@ RunTable::RunTable(QObject* parent) : QAbstractTableModel(parent) {
 }
 
 QString RunTable::TextArray(int index) const {
-    return index >= 0 && index < cells.size() ? cells[index] : QString();
+    return index >= 0 ? TextMatrix(index / ColumnCount, index % ColumnCount) : QString();
 }
 
 bool RunTable::setTextArray(int index, const QString& text) {
-    if (index < 0 || index >= cells.size())
-        return false;
-    cells[index] = text;
-    cellChanged(index / ColumnCount, index % ColumnCount);
-    return true;
+    return index >= 0 && setTextMatrix(index / ColumnCount, index % ColumnCount, text);
 }
 
 QString RunTable::TextMatrix(int row, int column) const {
-    return isCell(row, column) ? cells[fLabel(row, column)] : QString();
+    return isCell(row, column) ? rows[row].texts[column] : QString();
 }
 
+// A text that is there already is not written: the row stays shared with the copies of the
+// table that undo keeps.
 bool RunTable::setTextMatrix(int row, int column, const QString& text) {
     if (!isCell(row, column))
         return false;
-    return setTextArray(fLabel(row, column), text);
+    if (rows.at(row).texts.at(column) != text) {
+        rows[row].texts[column] = text;
+        cellChanged(row, column);
+    }
+    return true;
 }
 
 int RunTable::addRun() {
-    const int row = rowTotal;
+    const int row = Rows();
     beginInsertRows(QModelIndex(), row - 1, row - 1);
-    appendRowCells();
-    cells[fLabel(row, 0)] = QString::number(row);
+    appendRow();
+    rows[row].texts[0] = QString::number(row);
     endInsertRows();
     return row;
 }
 
 bool RunTable::removeRun(int row) {
-    if (!isRun(row) || rowTotal <= 2)
+    if (!isRun(row) || Rows() <= 2)
         return false;
     beginRemoveRows(QModelIndex(), row - 1, row - 1);
-    cells.remove(fLabel(row, 0), ColumnCount);
-    looks.remove(fLabel(row, 0), ColumnCount);
-    --rowTotal;
+    rows.remove(row);
     endRemoveRows();
-    for (int r = row; r < rowTotal; ++r)
-        cells[fLabel(r, 0)] = QString::number(r);
-    if (row < rowTotal)
-        emit headerDataChanged(Qt::Vertical, row - 1, rowTotal - 2);
+    for (int r = row; r < Rows(); ++r)
+        rows[r].texts[0] = QString::number(r);
+    if (row < Rows())
+        emit headerDataChanged(Qt::Vertical, row - 1, Rows() - 2);
     return true;
 }
 
 void RunTable::restoreRuns(const Runs& runs) {
     beginResetModel();
-    const QStringList header = cells.first(ColumnCount);
-    const QList<CellLook> headerLooks = looks.first(ColumnCount);
-    rowTotal = runs.rowTotal;
-    cells = runs.cells;
-    looks = runs.looks;
-    for (int column = 0; column < ColumnCount; ++column) {
-        cells[column] = header[column];
-        looks[column] = headerLooks[column];
-    }
+    const Row header = rows.at(0);
+    rows = runs;
+    rows[0] = header;
     endResetModel();
 }
 
@@ -115,27 +110,27 @@ int RunTable::twipsToPixels(int twips) {
 }
 
 RunTable::CellLook RunTable::look(int row, int column) const {
-    return isCell(row, column) ? looks[fLabel(row, column)] : CellLook{};
+    return isCell(row, column) ? rows[row].looks[column] : CellLook{};
 }
 
 void RunTable::setCellBackground(int row, int column, quint32 color) {
     if (!isCell(row, column))
         return;
-    looks[fLabel(row, column)].background = color;
+    rows[row].looks[column].background = color;
     cellChanged(row, column);
 }
 
 void RunTable::setCellForeground(int row, int column, quint32 color) {
     if (!isCell(row, column))
         return;
-    looks[fLabel(row, column)].foreground = color;
+    rows[row].looks[column].foreground = color;
     cellChanged(row, column);
 }
 
 void RunTable::setCellBold(int row, int column, bool bold) {
     if (!isCell(row, column))
         return;
-    looks[fLabel(row, column)].bold = bold;
+    rows[row].looks[column].bold = bold;
     cellChanged(row, column);
 }
 
@@ -147,37 +142,41 @@ void RunTable::paintRowBand(int row) {
 }
 
 void RunTable::paintRowBands() {
-    for (int row = 1; row < rowTotal; ++row)
+    for (int row = 1; row < Rows(); ++row)
         bandRow(row);
-    runRowsChanged(1, rowTotal - 1, false);
+    runRowsChanged(1, Rows() - 1, false);
 }
 
 bool RunTable::markReferenceRun(int row) {
     if (!isRun(row))
         return false;
     clearReferenceMarks();
-    CellLook& reference = looks[fLabel(row, 0)];
+    CellLook& reference = rows[row].looks[0];
     reference.background = CellColor::ReferenceRun;
     reference.bold = true;
-    runRowsChanged(1, rowTotal - 1, true);
+    runRowsChanged(1, Rows() - 1, true);
     return true;
 }
 
 void RunTable::unmarkReferenceRun() {
     clearReferenceMarks();
-    runRowsChanged(1, rowTotal - 1, true);
+    runRowsChanged(1, Rows() - 1, true);
 }
 
+// Only the marked rows are written, so the others stay shared.
 void RunTable::clearReferenceMarks() {
-    for (int r = 1; r < rowTotal; ++r) {
-        CellLook& number = looks[fLabel(r, 0)];
-        number.background = CellColor::ButtonFace;
-        number.bold = false;
+    for (int r = 1; r < Rows(); ++r) {
+        const CellLook& number = rows.at(r).looks.at(0);
+        if (number.background == CellColor::ButtonFace && !number.bold)
+            continue;
+        CellLook& marked = rows[r].looks[0];
+        marked.background = CellColor::ButtonFace;
+        marked.bold = false;
     }
 }
 
 int RunTable::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : rowTotal - 1;
+    return parent.isValid() ? 0 : Rows() - 1;
 }
 
 int RunTable::columnCount(const QModelIndex& parent) const {
@@ -197,22 +196,23 @@ QVariant RunTable::headerData(int section, Qt::Orientation orientation, int role
 }
 
 bool RunTable::isCell(int row, int column) const {
-    return row >= 0 && row < rowTotal && column >= 0 && column < ColumnCount;
+    return row >= 0 && row < Rows() && column >= 0 && column < ColumnCount;
 }
 
-void RunTable::appendRowCells() {
-    cells.resize(cells.size() + ColumnCount);
-    looks.append({CellColor::ButtonFace, CellColor::ButtonText}); // the number column
+void RunTable::appendRow() {
+    Row& row = rows.emplace_back();
+    row.texts.resize(ColumnCount);
+    row.looks.append({CellColor::ButtonFace, CellColor::ButtonText}); // the number column
     for (int column = 1; column < ColumnCount; ++column)
-        looks.append({CellColor::WindowBackground, CellColor::WindowText});
-    ++rowTotal;
+        row.looks.append({CellColor::WindowBackground, CellColor::WindowText});
 }
 
 void RunTable::bandRow(int row) {
     if (row % 2 != 0)
         return;
+    QList<CellLook>& looks = rows[row].looks;
     for (int column = ColumnCount - 1; column >= 1; --column)
-        looks[fLabel(row, column)].background = CellColor::Band;
+        looks[column].background = CellColor::Band;
 }
 
 void RunTable::cellChanged(int row, int column) {
@@ -239,10 +239,11 @@ void RunTable::runRowsChanged(int firstRow, int lastRow, bool numberColumnToo) {
 QVariant RunTable::cellData(int row, int column, int role) const {
     if (!isCell(row, column))
         return QVariant();
-    const CellLook& cell = looks[fLabel(row, column)];
+    const Row& cells = rows.at(row);
+    const CellLook& cell = cells.looks.at(column);
     switch (role) {
     case Qt::DisplayRole:
-        return cells[fLabel(row, column)];
+        return cells.texts.at(column);
     case Qt::TextAlignmentRole:
         return int(Qt::AlignCenter);
     case Qt::BackgroundRole:

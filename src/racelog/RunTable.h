@@ -40,23 +40,25 @@ public:
         bool operator==(const CellLook&) const = default;
     };
 
-    // The run rows as they stand, texts and looks: what a change of the log can take back.
-    // The header row belongs to the view and stays out of it.
-    struct Runs {
-        int rowTotal = 0;
-        QStringList cells;
+    // One row: the texts and looks of its 34 cells. Rows are shared until written, so a copy
+    // of the table costs a pointer a row, and a change copies only the rows it touches.
+    struct Row {
+        QStringList texts;
         QList<CellLook> looks;
 
-        bool operator==(const Runs&) const = default;
+        bool operator==(const Row&) const = default;
     };
+    // The rows as they stand: what a change of the log can take back. The header row belongs
+    // to the view and is not put back.
+    using Runs = QList<Row>;
 
     explicit RunTable(QObject* parent = nullptr);
 
-    Runs runs() const { return {rowTotal, cells, looks}; }
+    Runs runs() const { return rows; }
     // Puts the run rows back as they were; the header row stays as it is now.
     void restoreRuns(const Runs& runs);
 
-    int Rows() const { return rowTotal; }
+    int Rows() const { return int(rows.size()); }
     int Cols() const { return ColumnCount; }
     int fLabel(int row, int column) const { return row * ColumnCount + column; }
 
@@ -110,16 +112,14 @@ signals:
 
 private:
     bool isCell(int row, int column) const;
-    bool isRun(int row) const { return row >= 1 && row < rowTotal; }
-    void appendRowCells();
+    bool isRun(int row) const { return row >= 1 && row < Rows(); }
+    void appendRow();
     void bandRow(int row);
     void cellChanged(int row, int column);
     void runRowsChanged(int firstRow, int lastRow, bool numberColumnToo);
     void clearReferenceMarks();
     QVariant cellData(int row, int column, int role) const;
 
-    int rowTotal = 0;
-    QStringList cells;     // row by row, at fLabel(row, column)
-    QList<CellLook> looks; // parallel to cells
+    Runs rows;
     std::array<int, ColumnCount> widths{};
 };
