@@ -54,16 +54,6 @@ std::optional<QString> TemplateToStore(bool systemDefault, const QString& chosen
     return std::nullopt;
 }
 
-std::optional<qint32> PagerFrequencyFromText(const QString& text) {
-    const std::optional<qint32> whole =
-        NumberText::RoundToInt32(NumberText::ToDouble(text).value_or(DefaultPagerFrequency));
-    if (!whole)
-        return std::nullopt;
-    if (*whole < 0 || *whole > HighestPagerFrequency)
-        return DefaultPagerFrequency;
-    return *whole;
-}
-
 int PagerFrequencyChoice(qint32 frequency) {
     return frequency / TicksPerMinute - 1;
 }

@@ -52,12 +52,6 @@ std::optional<QString> TemplateToStore(bool systemDefault, const QString& chosen
 // a minute; 75, "5min", when nothing usable is stored.
 constexpr int PagerFrequencyChoices = 9;
 constexpr qint32 TicksPerMinute = 15;
-constexpr qint32 DefaultPagerFrequency = 75;
-constexpr qint32 HighestPagerFrequency = 135;
-
-// The stored pager frequency made usable: text that is no number is 75, a whole number out
-// of 0 to 135 is 75. nullopt for a number too large to be taken as a whole number.
-std::optional<qint32> PagerFrequencyFromText(const QString& text);
 // The choice (0 for "1min") that shows a frequency: whole minutes, rounded down; -1, no
 // choice, below one minute.
 int PagerFrequencyChoice(qint32 frequency);

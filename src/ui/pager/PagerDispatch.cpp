@@ -3,28 +3,24 @@
 #include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/WeatherStation.h"
 #include "pager/PagerComposer.h"
 #include "pager/PagerLogs.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QLineEdit>
 #include <QTime>
-#include <QTimer>
 
 PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
-    : QObject(&main), main(main), state(state), schedule(main.pagerFrequency()) {
-    connect(main.sendTimer(), &QTimer::timeout, this, &PagerDispatch::sendTick);
+    : QObject(&main), main(main), state(state) {
+    connect(&main.weatherStation(), &WeatherStation::pageDue, this, &PagerDispatch::sendPage);
     main.setCommand(QStringLiteral("btnSendPage"), [this] { forcePage(); });
     main.setCommand(QStringLiteral("btnSend"), [this] { sendCustomMessage(); });
     main.setCommand(QStringLiteral("btnTest"), [this] { sendTestMessage(); });
 }
 
-// The frequency is read at every tick, so a new choice in the configuration counts from the
-// next tick on. A closed port drops the page without a word; the next comes a period later.
-void PagerDispatch::sendTick() {
-    schedule.setFrequency(main.pagerFrequency());
-    if (!schedule.tick())
-        return;
+// A closed port drops the page without a word; the next comes a period later.
+void PagerDispatch::sendPage() {
     const QString page = PagerComposer::pageText(
         QTime::currentTime(), PagerLogs::pagerSlots(state.raceLogs.bySlot()), state.sStatusLine);
     PortLink& port = main.instrument().serialPort();
@@ -34,8 +30,7 @@ void PagerDispatch::sendTick() {
 
 // Sends nothing itself: the next tick, a few seconds away at most, is due at once.
 void PagerDispatch::forcePage() {
-    schedule.setFrequency(main.pagerFrequency());
-    schedule.forcePage();
+    main.weatherStation().forcePage();
 }
 
 void PagerDispatch::sendCustomMessage() {

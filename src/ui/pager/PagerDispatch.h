@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/Dialogs.h"
-#include "pager/PagerSchedule.h"
 
 #include <QObject>
 
@@ -9,9 +8,9 @@ struct AppState;
 class QByteArray;
 class MainWindow;
 
-// The pager of the main window: the periodic page on the send timer's ticks and the three
-// tools the user sends with by hand, the forced page (btnSendPage), the custom message
-// (btnSend) and the test message (btnTest). Everything goes out on the instrument's serial
+// The pager of the main window: the periodic page when the weather station says it is due,
+// and the three tools the user sends with by hand, the forced page (btnSendPage), the custom
+// message (btnSend) and the test message (btnTest). Everything goes out on the instrument's serial
 // port only, which relays "f" lines to the team's pager; a page is composed at the moment it
 // is sent, from what the logs and the weather hold then.
 class PagerDispatch : public QObject {
@@ -20,7 +19,7 @@ public:
     PagerDispatch(MainWindow& main, AppState& state);
 
 private:
-    void sendTick();
+    void sendPage();
     void forcePage();
     void sendCustomMessage();
     void sendTestMessage();
@@ -28,5 +27,4 @@ private:
 
     MainWindow& main;
     AppState& state;
-    PagerSchedule schedule;
 };

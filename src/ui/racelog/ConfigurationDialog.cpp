@@ -5,6 +5,7 @@
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "core/Registry.h"
+#include "feed/PagerSchedule.h"
 #include "racelog/KeyFilters.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/SidePanelRules.h"
@@ -264,7 +265,7 @@ void ConfigurationDialog::FillRaceTracks() {
 // picks a choice; a frequency below one minute shows none.
 bool ConfigurationDialog::LoadPagerFrequency() {
     const std::optional<qint32> frequency =
-        PagerFrequencyFromText(Registry::Get(DefaultsKey, PagerFrequencyValue));
+        PagerSchedule::storedFrequency(Registry::Get(DefaultsKey, PagerFrequencyValue));
     if (!frequency)
         return false;
     setPagerFrequency(*frequency);

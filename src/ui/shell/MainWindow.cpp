@@ -8,10 +8,11 @@
 #include "core/Palette.h"
 #include "core/Registry.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/PagerSchedule.h"
 #include "feed/PortSettings.h"
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
-#include "pager/PagerSchedule.h"
+#include "feed/WeatherStation.h"
 #include "ui/feed/PortDialog.h"
 #include "ui/shell/AboutDialog.h"
 #include "ui/shell/CommandBar.h"
@@ -34,23 +35,6 @@ namespace {
 
 const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
 const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
-
-// Timer intervals in milliseconds; TARNWICK_TIMER_SCALE shortens them for a test that has no
-// time to wait for the instrument's poll.
-int scaledInterval(int milliseconds) {
-    bool ok = false;
-    const double scale = qEnvironmentVariable("TARNWICK_TIMER_SCALE").toDouble(&ok);
-    if (!ok || scale <= 0)
-        return milliseconds;
-    return qMax(1, int(milliseconds * scale));
-}
-
-QTimer* makeTimer(const QString& name, int milliseconds, QObject* parent) {
-    auto* timer = new QTimer(parent);
-    timer->setObjectName(name);
-    timer->setInterval(scaledInterval(milliseconds));
-    return timer;
-}
 
 // The user manual is installed beside the program: <prefix>/bin and
 // <prefix>/share/tarnwick/manual.
@@ -76,33 +60,25 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     addCommands();
     bar->showTools([this](const QString& name) { return commands.contains(name); });
 
-    tmrMain = makeTimer(QStringLiteral("tmrMain"), 20000, this);
-    tmrSend = makeTimer(QStringLiteral("tmrSend"), 4000, this);
-
-    connection = new InstrumentConnection(this);
-    feed = new WeatherFeed(state, this);
-    ConnectFeed();
+    station = new WeatherStation(state, this);
+    connect(station, &WeatherStation::statusText, this, &MainWindow::ShowStatus);
+    connect(station, &WeatherStation::onlineChanged, this, &MainWindow::SetOnlineMark);
 }
 
-// The serial port's bytes are framed, handled and then relayed to a connected display
-// instance; the relay's bytes are only handled. The poll greys the online mark, and every
-// handled line lights it again.
-void MainWindow::ConnectFeed() {
-    connect(connection, &InstrumentConnection::serialBytesReceived, feed,
-            &WeatherFeed::serialBytes);
-    connect(connection, &InstrumentConnection::serialError, feed, &WeatherFeed::commError);
-    connect(connection, &InstrumentConnection::relayConnected, feed, &WeatherFeed::resetRelayLine);
-    connect(connection, &InstrumentConnection::linkStatus, this, &MainWindow::ShowStatus);
-    connect(connection, &InstrumentConnection::tcpBytesReceived, feed, &WeatherFeed::tcpBytes);
-    connect(feed, &WeatherFeed::relayLine, this, [this](const QByteArray& line) {
-        if (connection->IPPort().isOpen())
-            connection->IPPort().write(line);
-    });
-    connect(feed, &WeatherFeed::statusText, this, &MainWindow::ShowStatus);
-    connect(feed, &WeatherFeed::onlineMarkEnabled, this, [this] { SetOnlineMark(true); });
-    connect(connection, &InstrumentConnection::onlineMarkDisabled, this,
-            [this] { SetOnlineMark(false); });
-    connect(tmrMain, &QTimer::timeout, connection, &InstrumentConnection::poll);
+InstrumentConnection& MainWindow::instrument() const {
+    return station->link();
+}
+
+WeatherFeed& MainWindow::weatherFeed() const {
+    return station->feed();
+}
+
+int MainWindow::pagerFrequency() const {
+    return station->pagerFrequency();
+}
+
+void MainWindow::setPagerFrequency(int frequency) {
+    station->setPagerFrequency(frequency);
 }
 
 QLabel* MainWindow::statusPanel(const QString& name) const {
@@ -191,7 +167,7 @@ void MainWindow::LoadBackground() {
 }
 
 void MainWindow::LoadPagerFrequency() {
-    iPagerFrequency = PagerSchedule::loadFrequency();
+    station->setPagerFrequency(PagerSchedule::loadFrequency());
 }
 
 void MainWindow::LoadDeltaVP() {
@@ -206,8 +182,8 @@ void MainWindow::ResetRaceLogs() {
 }
 
 void MainWindow::LoadPortSettings() {
-    ::LoadPortSettings(connection->portSettings);
-    portSettingsAsLoaded = connection->portSettings;
+    ::LoadPortSettings(instrument().portSettings);
+    portSettingsAsLoaded = instrument().portSettings;
 }
 
 void MainWindow::DisableSetDateTime() {
@@ -231,7 +207,7 @@ void MainWindow::ResetFlags() {
 
 // The program runs without a link until the user chooses a port.
 void MainWindow::AskForPortWhenNone() {
-    if (connection->portSettings.iComPort != 0)
+    if (instrument().portSettings.iComPort != 0)
         return;
     Dialogs::Inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
                         QStringLiteral("and select a port that Pellamor\r\n") +
@@ -250,7 +226,7 @@ void MainWindow::DisablePropertiesInDisplayMode() {
 void MainWindow::UseRelayDefaultsInDisplayMode() {
     if (!state.bDisplayMode)
         return;
-    PortSettings& settings = connection->portSettings;
+    PortSettings& settings = instrument().portSettings;
     if (settings.sHost.isEmpty() || settings.sHost == u"None")
         settings.sHost = QStringLiteral("localhost");
     if (settings.sTcpPort.isEmpty() || settings.sTcpPort == u"None")
@@ -260,19 +236,15 @@ void MainWindow::UseRelayDefaultsInDisplayMode() {
 // A main instance on a COM port opens it now; one set to TCP/IP connects only when the user
 // applies the port settings.
 void MainWindow::StartSerialPort() {
-    if (state.bDisplayMode || connection->portSettings.iComPort == TcpIpComPort)
-        return;
-    connection->StartComm();
-    feed->ResetReceiveState();
+    station->startSerialPort(state.bDisplayMode);
 }
 
 void MainWindow::ConnectRelay() {
-    connection->connectIPPort();
+    instrument().connectIPPort();
 }
 
 void MainWindow::StartTimers() {
-    tmrMain->start();
-    tmrSend->start();
+    station->startTimers();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -304,14 +276,12 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 // The relay goes first, then the port; the port settings in memory are kept for the next start.
 void MainWindow::CloseLinks() {
-    connection->closeRelay();
-    connection->CloseComm();
-    SavePortSettings(connection->portSettings, portSettingsAsLoaded);
+    station->closeLinks();
+    SavePortSettings(instrument().portSettings, portSettingsAsLoaded);
 }
 
 void MainWindow::StopTimers() {
-    tmrMain->stop();
-    tmrSend->stop();
+    station->stopTimers();
 }
 
 // A weather row being written finishes within the events that are waiting.
@@ -407,7 +377,7 @@ void MainWindow::SetBackground(quint32 color) {
 }
 
 void MainWindow::ShowPortSettings() {
-    PortDialog dialog(*connection, this);
+    PortDialog dialog(instrument(), this);
     dialog.exec();
 }
 

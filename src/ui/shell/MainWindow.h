@@ -15,6 +15,7 @@ class QLabel;
 class QMdiArea;
 class QTimer;
 class WeatherFeed;
+class WeatherStation;
 
 // What loading a race log file came to: loaded, or not, with the reason when there is more
 // to say than the file's path.
@@ -23,8 +24,8 @@ struct RaceLogLoad {
     QString reason;
 };
 
-// The main window: the multiple-document frame with the one command bar, the status bar, the
-// link to the instrument and the two timers.
+// The main window: the multiple-document frame with the one command bar, the status bar and
+// the weather station.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -40,10 +41,12 @@ public:
 
     QMdiArea* mdiArea() const;
 
+    // The live weather: the instrument's links, the feed, the poll and the page timing.
+    WeatherStation& weatherStation() const { return *station; }
     // The instrument's port and the relay connection, with their settings.
-    InstrumentConnection& instrument() const { return *connection; }
+    InstrumentConnection& instrument() const;
     // The feed that turns the instrument's bytes into the live weather.
-    WeatherFeed& weatherFeed() const { return *feed; }
+    WeatherFeed& weatherFeed() const;
     // A display instance takes its feed from the relay named by the host and port settings.
     void ConnectRelay();
 
@@ -59,11 +62,9 @@ public:
     void setRaceLogListing(std::function<void()> listing);
 
     // How many send ticks go by between two pages (0 to 135), as the defaults set it.
-    int pagerFrequency() const { return iPagerFrequency; }
+    int pagerFrequency() const;
     // The configuration sets it at once when the user picks another frequency.
-    void setPagerFrequency(int frequency) { iPagerFrequency = frequency; }
-    // The send timer whose ticks count towards the next page.
-    QTimer* sendTimer() const { return tmrSend; }
+    void setPagerFrequency(int frequency);
     // The colour of the client area as a colour number (blue, green, red).
     quint32 background() const { return backgroundColor; }
 
@@ -98,8 +99,7 @@ private:
     void SaveDeltaVP();
     void SaveBackground();
 
-    // The feed: where the instrument's bytes go and where the results show.
-    void ConnectFeed();
+    // Where the weather station's results show.
     void ShowStatus(const QString& text);
     void SetOnlineMark(bool online);
     QLabel* statusPanel(const QString& name) const;
@@ -119,10 +119,7 @@ private:
     AppState& state;
     QMdiArea* mdi = nullptr;
     CommandBar* bar = nullptr;
-    InstrumentConnection* connection = nullptr;
-    WeatherFeed* feed = nullptr;
-    QTimer* tmrMain = nullptr; // polls the instrument and marks it offline
-    QTimer* tmrSend = nullptr; // counts to the next page
+    WeatherStation* station = nullptr;
     QHash<QString, std::function<void()>> commands;
     std::function<void(const QString&)> newRaceLog;
     std::function<RaceLogLoad(const QString&)> raceLogLoader;
@@ -131,7 +128,6 @@ private:
     WeatherReplaySink* replaySink = &noCharts;
     QBrush workspace; // the client area as the system paints it
     quint32 backgroundColor;
-    int iPagerFrequency = 75;
     // Stored values the load could not read; the shutdown leaves them in the store as they
     // are unless the user has set the value since.
     bool backgroundUnread = false;

@@ -1,6 +1,7 @@
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/WeatherStation.h"
 #include "ui/PredictionWindows.h"
 
 #include <QCheckBox>
@@ -39,7 +40,7 @@ struct PagerWindow : PredictionWindows {
         main.setPagerFrequency(0);
     }
     // One tick of the send timer, as the timer gives it.
-    void tick() { QMetaObject::invokeMethod(main.sendTimer(), "timeout"); }
+    void tick() { QMetaObject::invokeMethod(&main.weatherStation().sendTimer(), "timeout"); }
     void typeMessage(const QString& text) {
         main.findChild<QLineEdit*>(QStringLiteral("txtPageMessage"))->setText(text);
     }

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <optional>
 
 // When the periodic page is due. The send timer ticks every 4 seconds; a page goes out on
 // the first tick after iPagerFrequency ticks have passed, so pages come every
@@ -9,9 +10,13 @@
 class PagerSchedule {
 public:
     static constexpr qint32 DefaultFrequency = 75;
+    static constexpr qint32 HighestFrequency = 135;
 
     explicit PagerSchedule(qint32 frequency = DefaultFrequency) : iPagerFrequency(frequency) {}
 
+    // The stored frequency made usable: text that is no number is 75, a whole number out of
+    // 0 to 135 is 75. nullopt for a number too large to be taken as a whole number.
+    static std::optional<qint32> storedFrequency(const QString& text);
     // A stored frequency as text; anything not a number or outside 0 to 135 is the default.
     static qint32 frequencyFromText(const QString& text);
     // PagerFrequency under SOFTWARE\Zorvane\Main\Defaults\, as the main window loads it.

@@ -1,6 +1,6 @@
 #include "common/TestHome.h"
 #include "core/Registry.h"
-#include "pager/PagerSchedule.h"
+#include "feed/PagerSchedule.h"
 
 #include <QTest>
 

@@ -1,0 +1,33 @@
+#include "feed/PagerSchedule.h"
+
+#include "core/NumberText.h"
+#include "core/Registry.h"
+
+std::optional<qint32> PagerSchedule::storedFrequency(const QString& text) {
+    const std::optional<qint32> whole =
+        NumberText::RoundToInt32(NumberText::ToDouble(text).value_or(DefaultFrequency));
+    if (!whole)
+        return std::nullopt;
+    if (*whole < 0 || *whole > HighestFrequency)
+        return DefaultFrequency;
+    return *whole;
+}
+
+// One rule for the main window, the pager and the configuration: a number too large for a
+// whole number is as good as none here.
+qint32 PagerSchedule::frequencyFromText(const QString& text) {
+    return storedFrequency(text).value_or(DefaultFrequency);
+}
+
+qint32 PagerSchedule::loadFrequency() {
+    return frequencyFromText(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
+                                           QStringLiteral("PagerFrequency")));
+}
+
+bool PagerSchedule::tick() {
+    ++counter;
+    if (counter <= iPagerFrequency)
+        return false;
+    counter = 0;
+    return true;
+}

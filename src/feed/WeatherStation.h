@@ -1,0 +1,60 @@
+#pragma once
+
+#include "feed/InstrumentConnection.h"
+#include "feed/PagerSchedule.h"
+#include "feed/WeatherFeed.h"
+
+#include <QObject>
+#include <QTimer>
+
+struct AppState;
+
+// The live weather of the program, behind one object: the links to the instrument (the serial
+// port and the relay), the framing and parsing of its lines with the echo of each serial line
+// to the relay, the poll, the daily weather log and the timing of the periodic page. Each line
+// goes to the open race logs, the status line, the views and the weather log in the feed's
+// fixed order; windows only listen.
+class WeatherStation : public QObject {
+    Q_OBJECT
+public:
+    explicit WeatherStation(AppState& state, QObject* parent = nullptr);
+
+    InstrumentConnection& link() { return connection; }
+    WeatherFeed& feed() { return lines; }
+    // The poll (tmrMain, every 20 s) and the send tick (tmrSend, every 4 s).
+    QTimer& pollTimer() { return poll; }
+    QTimer& sendTimer() { return send; }
+
+    // A main instance on a COM port opens it; one set to TCP/IP connects only when the user
+    // applies the port settings, and a display instance reads the relay instead.
+    void startSerialPort(bool displayMode);
+    void startTimers();
+    void stopTimers();
+    // The relay goes first, then the port.
+    void closeLinks();
+
+    // How many send ticks go by between two pages (0 to 135); a new frequency counts from the
+    // next tick on.
+    int pagerFrequency() const { return schedule.frequency(); }
+    void setPagerFrequency(int frequency) { schedule.setFrequency(frequency); }
+    // The user asked for a page: the next tick is due at once.
+    void forcePage() { schedule.forcePage(); }
+
+signals:
+    // The text for the status line: each reading, a comm error or a link coming back.
+    void statusText(const QString& text);
+    // A line arrived (true), or the poll found none since the last one (false).
+    void onlineChanged(bool online);
+    // The periodic page is due now.
+    void pageDue();
+
+private:
+    void relay(const QByteArray& line);
+    void sendTick();
+
+    InstrumentConnection connection;
+    WeatherFeed lines;
+    QTimer poll;
+    QTimer send;
+    PagerSchedule schedule;
+};

@@ -1,0 +1,182 @@
+// The weather station as a whole, on real links: an instrument on a pseudo-terminal and a
+// relay on 127.0.0.1. A line goes to the open race logs, the status line and the weather log,
+// and out to the relay; the poll asks the instrument and greys the online mark; the send tick
+// says when a page is due.
+#include "common/PtyPair.h"
+#include "common/TestHome.h"
+#include "common/TestRelay.h"
+#include "core/AppState.h"
+#include "core/RaceLogDocument.h"
+#include "feed/PortDevices.h"
+#include "feed/WeatherStation.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSerialPort>
+#include <QSignalSpy>
+#include <QTest>
+#include <memory>
+
+namespace {
+
+const QByteArray Line =
+    " 11/22/26 10:42:07 29.92 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r";
+
+// The instrument's end of the cable.
+class Instrument {
+public:
+    explicit Instrument(const QString& device) : port(device) {
+        QObject::connect(&port, &QSerialPort::readyRead, [this] { received += port.readAll(); });
+        port.open(QIODevice::ReadWrite);
+    }
+    QSerialPort port;
+    QByteArray received;
+};
+
+// An open race log as the station sees it, noting what reaches it and in which order.
+class NotingLog : public RaceLogDocument {
+public:
+    explicit NotingLog(QStringList& events) : events(events) {}
+    void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override {
+        events << QStringLiteral("weather %1 %2").arg(adjustedAltitude).arg(vaporPressure);
+    }
+    void updatePredictions() override { events << QStringLiteral("predict"); }
+
+private:
+    QStringList& events;
+};
+
+// One tick of a timer, now.
+void tick(QTimer& timer) {
+    QMetaObject::invokeMethod(&timer, "timeout");
+}
+
+} // namespace
+
+class TestWeatherStation : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<PtyPair> pty;
+
+    // COM port 3, 9600,N,8,1, is the port end of a fresh cable.
+    void cableOnComPort3(WeatherStation& station) {
+        pty = std::make_unique<PtyPair>();
+        QVERIFY(pty->isReady());
+        SetPortDevice(3, pty->portEnd());
+        station.link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
+    }
+
+private slots:
+    void init() { home = std::make_unique<TestHome>(); }
+    void cleanup() {
+        pty.reset();
+        home.reset();
+    }
+
+    void itsTimersPollAndCountTheSendTicks() {
+        AppState state;
+        WeatherStation station(state);
+        QCOMPARE(station.pollTimer().objectName(), QStringLiteral("tmrMain"));
+        QCOMPARE(station.pollTimer().interval(), 20000);
+        QCOMPARE(station.sendTimer().objectName(), QStringLiteral("tmrSend"));
+        QCOMPARE(station.sendTimer().interval(), 4000);
+        QVERIFY(!station.pollTimer().isActive());
+        station.startTimers();
+        QVERIFY(station.pollTimer().isActive() && station.sendTimer().isActive());
+        station.stopTimers();
+        QVERIFY(!station.pollTimer().isActive() && !station.sendTimer().isActive());
+    }
+
+    // One serial line: the log first, then the online mark and the status line, the weather
+    // log row, and last the echo to the relay.
+    void aSerialLineReachesTheLogsTheStatusLineTheWeatherLogAndTheRelay() {
+        AppState state;
+        state.bAutomaticUpdates = true;
+        QStringList events;
+        NotingLog log(events);
+        state.raceLogs.open(&log);
+        WeatherStation station(state);
+        cableOnComPort3(station);
+        connect(&station, &WeatherStation::onlineChanged, this,
+                [&](bool online) { events << QStringLiteral("online %1").arg(online); });
+        connect(&station, &WeatherStation::statusText, this,
+                [&](const QString& text) { events << QStringLiteral("status ") + text; });
+        Relay relay;
+        station.link().portSettings.sHost = QStringLiteral("127.0.0.1");
+        station.link().portSettings.sTcpPort = relay.port();
+        QVERIFY(station.link().connectIPPort());
+        QTcpSocket* display = relay.waitForClient();
+        QVERIFY(display);
+
+        station.startSerialPort(false);
+        QVERIFY(station.link().serialPort().isOpen());
+        Instrument instrument(pty->instrumentEnd());
+        instrument.port.write(Line);
+        QTRY_VERIFY(display->bytesAvailable() >= Line.size());
+        QCOMPARE(display->readAll(), Line);
+
+        QCOMPARE(events.size(), 4);
+        QCOMPARE(events[0], QStringLiteral("weather 1250 0.33"));
+        QCOMPARE(events[1], QStringLiteral("predict"));
+        QCOMPARE(events[2], QStringLiteral("online 1"));
+        QVERIFY(events[3].startsWith(QStringLiteral("status ")));
+        QVERIFY(events[3].contains(QStringLiteral("1250")));
+        QCOMPARE(state.CurrentWeather.AA, 1250);
+
+        // The day's weather log holds the row.
+        const QDir folder(home->weatherLogFolder());
+        const QStringList days = folder.entryList(QDir::Files);
+        QCOMPARE(days.size(), 1);
+        QFile day(folder.filePath(days[0]));
+        QVERIFY(day.open(QIODevice::ReadOnly));
+        QCOMPARE(day.readAll().count('\n'), 1);
+        state.raceLogs.close(&log);
+    }
+
+    void thePollAsksTheInstrumentAndGreysTheMark() {
+        AppState state;
+        WeatherStation station(state);
+        cableOnComPort3(station);
+        station.startSerialPort(false);
+        Instrument instrument(pty->instrumentEnd());
+        QSignalSpy online(&station, &WeatherStation::onlineChanged);
+        tick(station.pollTimer());
+        QTRY_COMPARE(instrument.received, QByteArray("l\r"));
+        QCOMPARE(online.size(), 1);
+        QCOMPARE(online[0][0].toBool(), false);
+    }
+
+    void aDisplayInstanceAndARelayPortOpenNoSerialPort() {
+        AppState state;
+        WeatherStation station(state);
+        cableOnComPort3(station);
+        station.startSerialPort(true);
+        QVERIFY(!station.link().serialPort().isOpen());
+        station.link().portSettings.iComPort = TcpIpComPort;
+        station.startSerialPort(false);
+        QVERIFY(!station.link().serialPort().isOpen());
+    }
+
+    // With a frequency of 2 every third tick is due; a forced page is due at the next tick.
+    void theSendTicksSayWhenAPageIsDue() {
+        AppState state;
+        WeatherStation station(state);
+        QCOMPARE(station.pagerFrequency(), 75);
+        station.setPagerFrequency(2);
+        QSignalSpy due(&station, &WeatherStation::pageDue);
+        QString pattern;
+        for (int count = 0; count < 6; ++count) {
+            const qsizetype before = due.size();
+            tick(station.sendTimer());
+            pattern += due.size() > before ? u'P' : u'-';
+        }
+        QCOMPARE(pattern, QStringLiteral("--P--P"));
+        tick(station.sendTimer());
+        station.forcePage();
+        tick(station.sendTimer());
+        QCOMPARE(due.size(), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWeatherStation)
+#include "tst_weatherstation.moc"
