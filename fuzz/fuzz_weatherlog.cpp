@@ -1,5 +1,7 @@
 // Any bytes as a day of the weather log: the replay and the lookup must read them without
 // fault, never leave the log marked busy, and only ever return a row of the asked minute.
+#include "core/LiveView.h"
+#include "core/OpenViews.h"
 #include "feed/LoggedWeather.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherLogFormat.h"
@@ -19,21 +21,11 @@ void require(bool condition) {
 }
 
 // Counts the points and checks that each time is a time of day.
-class CheckingSink : public WeatherReplaySink {
+class CheckingView : public LiveView {
 public:
     int points = 0;
-    void windSpeed(float t, qint32) override { point(t); }
-    void abp(float t, float) override { point(t); }
-    void rh(float t, float, float) override { point(t); }
-    void cf(float t, float) override { point(t); }
-    void adr(float t, float) override { point(t); }
-    void gr(float t, qint32) override { point(t); }
-    void vp(float t, float, float) override { point(t); }
-    void aada(float t, qint32, qint32) override { point(t); }
-    void rosePlot(qint32, qint32) override { ++points; }
-
-private:
-    void point(float t) {
+    void showReading(const WeatherRecord&) override {}
+    void addLoggedPoint(float t, const QList<float>&) override {
         require(t >= 0 && t < 1);
         ++points;
     }
@@ -64,15 +56,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         file.write(bytes.data(), qint64(bytes.size()));
     }
 
-    ViewFlags views;
-    bool* flags[] = {&views.bWindSpeedOpen, &views.bABPOpen,  &views.bRHOpen,
-                     &views.bCFOpen,        &views.bADROpen,  &views.bGROpen,
-                     &views.bVPOpen,        &views.bAADAOpen, &views.bRosePlotOpen};
-    for (int i = 0; i < 9; ++i)
-        *flags[i] = (open >> i) & 1;
-    CheckingSink sink;
-    const int rows = LoadLoggedWeather(path, views, sink);
-    require(rows >= 0 && sink.points <= rows * 9);
+    OpenViews views;
+    CheckingView view;
+    const QList<ViewTable::View> charts = ViewTable::replayOrder();
+    for (int i = 0; i < charts.size(); ++i) {
+        if ((open >> i) & 1)
+            views.open(charts[i], &view);
+    }
+    const int rows = LoadLoggedWeather(path, views);
+    require(rows >= 0 && view.points <= rows * int(charts.size()));
 
     AppState state;
     const LoggedWeather found = FindLoggedWeather(state, Day, QTime(minute / 60, minute % 60));

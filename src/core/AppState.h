@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/OpenRaceLogs.h"
+#include "core/OpenViews.h"
 #include "core/WeatherRecord.h"
 
 #include <QDate>
@@ -8,25 +9,9 @@
 #include <QString>
 #include <array>
 
-// Which live views are open. Each view sets its flag when it opens and clears it when it
-// closes; the feed only updates a view whose flag is set.
-struct ViewFlags {
-    bool bWeatherOpen = false;
-    bool bRosePlotOpen = false;
-    bool bWindDirectionOpen = false;
-    bool bWindSpeedOpen = false;
-    bool bVPOpen = false;
-    bool bAADAOpen = false;
-    bool bABPOpen = false;
-    bool bRHOpen = false;
-    bool bGROpen = false;
-    bool bCFOpen = false;
-    bool bADROpen = false;
-};
-
 // The state that lives as long as the process: the role, the live weather, the open race
-// logs and the flags that guard the weather log. One AppState is made at start and handed to
-// whoever needs it; nothing else holds process-wide state.
+// logs and views, and the flags that guard the weather log. One AppState is made at start and
+// handed to whoever needs it; nothing else holds process-wide state.
 struct AppState {
     bool bDisplayMode = false;     // a pure display fed over TCP
     bool bAutomaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
@@ -35,7 +20,7 @@ struct AppState {
     QDate weatherLogDay;           // the day of the last row logged
     QString weatherLogPath;        // and its file, as the settings know it
 
-    ViewFlags views;
+    OpenViews views;
 
     WeatherRecord CurrentWeather; // the live weather; written only by the feed parser
     QString sStatusLine;          // the status text of the last line handled

@@ -9,10 +9,6 @@
 WeatherFeed::WeatherFeed(AppState& state, QObject* parent)
     : QObject(parent), state(state), framer([this](const QString& line) { serialLine(line); }) {}
 
-void WeatherFeed::setViewUpdater(ViewUpdater updater) {
-    updateViews = std::move(updater);
-}
-
 void WeatherFeed::serialBytes(const QByteArray& bytes) {
     framer.receive(bytes);
 }
@@ -57,8 +53,7 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
     state.sStatusLine = BuildStatusLine(state.CurrentWeather);
     emit statusText(state.sStatusLine);
 
-    if (updateViews)
-        updateViews(state.CurrentWeather);
+    state.views.showReading(state.CurrentWeather);
 
     if (!state.bDisplayMode)
         LogWeather(state);

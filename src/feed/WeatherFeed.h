@@ -7,7 +7,6 @@
 #include <QByteArray>
 #include <QObject>
 #include <QString>
-#include <functional>
 
 // The weather feed: bytes from the instrument's serial port or from the TCP relay become the
 // live weather, and each line is handed on in a fixed order to the open race logs, the online
@@ -15,12 +14,7 @@
 class WeatherFeed : public QObject {
     Q_OBJECT
 public:
-    // Updates the open live views with the new reading; the charts plug in here.
-    using ViewUpdater = std::function<void(const WeatherRecord&)>;
-
     explicit WeatherFeed(AppState& state, QObject* parent = nullptr);
-
-    void setViewUpdater(ViewUpdater updater);
 
     // Reads a line into the live weather and hands the reading on.
     void ProcessWeatherRecord(const QString& line);
@@ -57,5 +51,4 @@ private:
     AppState& state;
     SerialFramer framer;
     TcpLineSplitter splitter;
-    ViewUpdater updateViews;
 };

@@ -2,7 +2,6 @@
 
 #include "core/AppState.h"
 #include "feed/LoggedWeather.h"
-#include "feed/WeatherReplaySink.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -29,12 +28,12 @@ void LogWeather(AppState& state);
 // The same at a given moment of the clock; the day of `now` names the file.
 void LogWeather(AppState& state, const QDateTime& now);
 
-// Replays a log file into the views whose flag in `views` is set, row by row in the order of
-// WeatherReplaySink. Never touches the live weather. A malformed row, or a row whose
+// Replays a log file into the open views, row by row, each row to the views in the replay
+// order of the view table. Never touches the live weather. A malformed row, or a row whose
 // Correction Factor cannot be worked out (worked out for every row, whether or not its view
 // is open), ends the replay in silence; the rows before it stay sent. Returns the number of
 // rows replayed.
-int LoadLoggedWeather(const QString& path, const ViewFlags& views, WeatherReplaySink& sink);
+int LoadLoggedWeather(const QString& path, const OpenViews& views);
 
 // The first row of the given day's file written in the same minute as `time`. Waits a little
 // for a row being written, and blocks writing while it scans. An empty record when the file

@@ -1,3 +1,4 @@
+#include "core/OpenViews.h"
 #include "feed/CorrectionFactor.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherLogFormat.h"
@@ -6,32 +7,9 @@ namespace {
 
 constexpr double SecondsPerDay = 86400.0;
 
-// One row to every open view, in the fixed order of the views.
-void sendRow(const LoggedWeather& row, float t, float correctionFactor, const ViewFlags& views,
-             WeatherReplaySink& sink) {
-    if (views.bWindSpeedOpen)
-        sink.windSpeed(t, row.WS);
-    if (views.bABPOpen)
-        sink.abp(t, row.ABP);
-    if (views.bRHOpen)
-        sink.rh(t, row.RH, row.Temp);
-    if (views.bCFOpen)
-        sink.cf(t, correctionFactor);
-    if (views.bADROpen)
-        sink.adr(t, row.ADR);
-    if (views.bGROpen)
-        sink.gr(t, row.GR);
-    if (views.bVPOpen)
-        sink.vp(t, row.VP, row.Temp);
-    if (views.bAADAOpen)
-        sink.aada(t, row.AA, row.DA);
-    if (views.bRosePlotOpen)
-        sink.rosePlot(row.WD, row.WS);
-}
-
 } // namespace
 
-int LoadLoggedWeather(const QString& path, const ViewFlags& views, WeatherReplaySink& sink) {
+int LoadLoggedWeather(const QString& path, const OpenViews& views) {
     WeatherLogLines lines(path);
     LoggedWeather row;
     int replayed = 0;
@@ -46,7 +24,7 @@ int LoadLoggedWeather(const QString& path, const ViewFlags& views, WeatherReplay
         if (!correctionFactor)
             break;
         const float t = float(second / SecondsPerDay);
-        sendRow(row, t, *correctionFactor, views, sink);
+        views.addLoggedRow(row, t, *correctionFactor);
         ++replayed;
     }
     return replayed;

@@ -1,5 +1,6 @@
 #include "FeedSamples.h"
 #include "common/TestHome.h"
+#include "core/LiveView.h"
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
 
@@ -7,7 +8,9 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <functional>
 #include <memory>
+#include <vector>
 
 using namespace FeedSamples;
 
@@ -47,6 +50,23 @@ int todaysRows() {
     return int(todaysLog().count("\r\n"));
 }
 
+// An open view that hands each reading it is shown to the test.
+class SeeingView : public LiveView {
+public:
+    SeeingView(AppState& state, std::function<void(const WeatherRecord&)> seen,
+               ViewTable::View view = ViewTable::View::WindSpeed)
+        : state(state), seen(std::move(seen)), view(view) {
+        state.views.open(view, this);
+    }
+    ~SeeingView() override { state.views.close(view, this); }
+    void showReading(const WeatherRecord& reading) override { seen(reading); }
+
+private:
+    AppState& state;
+    std::function<void(const WeatherRecord&)> seen;
+    ViewTable::View view;
+};
+
 } // namespace
 
 class TestWeatherFeed : public QObject {
@@ -77,7 +97,7 @@ private slots:
         connect(&feed, &WeatherFeed::statusText, this, [&](const QString& text) {
             events << QStringLiteral("status kept=%1").arg(state.sStatusLine == text);
         });
-        feed.setViewUpdater([&](const WeatherRecord&) {
+        SeeingView view(state, [&](const WeatherRecord&) {
             events << QStringLiteral("views rows=%1").arg(todaysRows());
         });
         connect(&feed, &WeatherFeed::relayLine, this, [&](const QByteArray&) {
@@ -120,13 +140,43 @@ private slots:
         QCOMPARE(events, (QStringList{"log0 updatePredictions", "log0 updatePredictions"}));
     }
 
-    void viewUpdaterGetsTheNewReading() {
+    void openViewsGetTheNewReading() {
         AppState state;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
-        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
         feed.serialBytes(FullLine.toLatin1());
         QCOMPARE(seen, QList<WeatherRecord>{FullRecord()});
+    }
+
+    // Rose plot, wind direction, wind speed, weather, vapor pressure, AA/DA, ABP, RH, GR, CF,
+    // ADR; opened here in another order, and one of them closed again.
+    void theOpenViewsGetItInTheirFixedOrder() {
+        using View = ViewTable::View;
+        AppState state;
+        WeatherFeed feed(state);
+        QStringList order;
+        std::vector<std::unique_ptr<SeeingView>> views;
+        const QList<std::pair<View, const char*>> opened{{View::ADR, "ADR"},
+                                                         {View::CF, "CF"},
+                                                         {View::GR, "GR"},
+                                                         {View::RH, "RH"},
+                                                         {View::ABP, "ABP"},
+                                                         {View::AADA, "AADA"},
+                                                         {View::VaporPressure, "VP"},
+                                                         {View::Weather, "Weather"},
+                                                         {View::WindSpeed, "WindSpeed"},
+                                                         {View::WindDirection, "WindDirection"},
+                                                         {View::RosePlot, "RosePlot"}};
+        for (const auto& [kind, name] : opened)
+            views.push_back(std::make_unique<SeeingView>(
+                state,
+                [&order, text = name](const WeatherRecord&) { order << QLatin1String(text); },
+                kind));
+        views[3].reset(); // RH closes
+        feed.serialBytes(FullLine.toLatin1());
+        QCOMPARE(order, (QStringList{"RosePlot", "WindDirection", "WindSpeed", "Weather", "VP",
+                                     "AADA", "ABP", "GR", "CF", "ADR"}));
     }
 
     void statusLineKeptInState() {
@@ -222,7 +272,7 @@ private slots:
         AppState state;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
-        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
         feed.tcpBytes((FullLine + SecondLine).toLatin1());
         QCOMPARE(seen, (QList<WeatherRecord>{FullRecord(), SecondRecord()}));
     }
@@ -246,7 +296,7 @@ private slots:
         state.bDisplayMode = true;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
-        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         QTcpSocket sender;
@@ -275,7 +325,7 @@ private slots:
         state.bDisplayMode = true;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
-        feed.setViewUpdater([&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
         QByteArray overlong = FullLine.toLatin1();
         overlong.chop(1); // its CR
         while (overlong.size() <= 5000)

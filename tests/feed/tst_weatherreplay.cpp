@@ -1,47 +1,82 @@
 #include "FeedSamples.h"
 #include "common/TestHome.h"
+#include "core/LiveView.h"
+#include "core/OpenViews.h"
 #include "feed/CorrectionFactor.h"
 #include "feed/WeatherLog.h"
 
 #include <QTest>
 #include <memory>
+#include <vector>
 
 using namespace FeedSamples;
 
 namespace {
 
-// Writes down every point the replay sends, one text per call.
-class RecordingSink : public WeatherReplaySink {
+using View = ViewTable::View;
+
+// Open views that write down every point the replay sends them, one text per point.
+class RecordingViews {
 public:
-    QStringList calls;
-    void windSpeed(float t, qint32 ws) override { add("windSpeed", t, {double(ws)}); }
-    void abp(float t, float abp) override { add("abp", t, {abp}); }
-    void rh(float t, float rh, float temp) override { add("rh", t, {rh, temp}); }
-    void cf(float t, float factor) override { add("cf", t, {factor}); }
-    void adr(float t, float adr) override { add("adr", t, {adr}); }
-    void gr(float t, qint32 gr) override { add("gr", t, {double(gr)}); }
-    void vp(float t, float vp, float temp) override { add("vp", t, {vp, temp}); }
-    void aada(float t, qint32 aa, qint32 da) override { add("aada", t, {double(aa), double(da)}); }
-    void rosePlot(qint32 wd, qint32 ws) override {
-        calls << QStringLiteral("rosePlot %1 %2").arg(wd).arg(ws);
+    explicit RecordingViews(std::initializer_list<View> open) {
+        for (const View view : open) {
+            recorders.push_back(std::make_unique<Recorder>(name(view), calls));
+            views.open(view, recorders.back().get());
+        }
     }
+    static RecordingViews allOpen() {
+        return RecordingViews({View::RosePlot, View::WindDirection, View::WindSpeed, View::Weather,
+                               View::VaporPressure, View::AADA, View::ABP, View::RH, View::GR,
+                               View::CF, View::ADR});
+    }
+
+    QStringList calls;
+    OpenViews views;
 
 private:
-    void add(const char* view, float t, std::initializer_list<double> values) {
-        QString text = QStringLiteral("%1 t=%2").arg(QLatin1String(view)).arg(double(t));
-        for (double value : values)
-            text += QStringLiteral(" %1").arg(value);
-        calls << text;
-    }
-};
+    class Recorder : public LiveView {
+    public:
+        Recorder(QString name, QStringList& calls) : name(std::move(name)), calls(calls) {}
+        void showReading(const WeatherRecord&) override {}
+        void addLoggedPoint(float t, const QList<float>& values) override {
+            QString text = QStringLiteral("%1 t=%2").arg(name).arg(double(t));
+            for (float value : values)
+                text += QStringLiteral(" %1").arg(double(value));
+            calls << text;
+        }
 
-ViewFlags allOpen() {
-    ViewFlags views;
-    views.bWeatherOpen = views.bRosePlotOpen = views.bWindDirectionOpen = views.bWindSpeedOpen =
-        views.bVPOpen = views.bAADAOpen = views.bABPOpen = views.bRHOpen = views.bGROpen =
-            views.bCFOpen = views.bADROpen = true;
-    return views;
-}
+    private:
+        QString name;
+        QStringList& calls;
+    };
+
+    static QString name(View view) {
+        switch (view) {
+        case View::RosePlot:
+            return QStringLiteral("rosePlot");
+        case View::WindSpeed:
+            return QStringLiteral("windSpeed");
+        case View::VaporPressure:
+            return QStringLiteral("vp");
+        case View::AADA:
+            return QStringLiteral("aada");
+        case View::ABP:
+            return QStringLiteral("abp");
+        case View::RH:
+            return QStringLiteral("rh");
+        case View::GR:
+            return QStringLiteral("gr");
+        case View::CF:
+            return QStringLiteral("cf");
+        case View::ADR:
+            return QStringLiteral("adr");
+        default:
+            return QStringLiteral("present only");
+        }
+    }
+
+    std::vector<std::unique_ptr<Recorder>> recorders;
+};
 
 } // namespace
 
@@ -60,8 +95,8 @@ private slots:
     void cleanup() { home.reset(); }
 
     void rowGoesToEveryOpenViewInOrder() {
-        RecordingSink sink;
-        const int rows = LoadLoggedWeather(logFile(FullRow), allOpen(), sink);
+        RecordingViews sink = RecordingViews::allOpen();
+        const int rows = LoadLoggedWeather(logFile(FullRow), sink.views);
         QCOMPARE(rows, 1);
         const QString t = QString::number(double(float((10 * 3600 + 42 * 60 + 7) / 86400.0)));
         const QString cf = QString::number(double(*CorrectionFactor(29.92f, 71.5f, 0.33f)));
@@ -74,37 +109,32 @@ private slots:
                                  "gr t=" + t + " 45",
                                  "vp t=" + t + " " + QString::number(double(0.33f)) + " 71.5",
                                  "aada t=" + t + " 1250 1410",
-                                 "rosePlot 275 7",
+                                 "rosePlot t=" + t + " 275 7",
                              }));
     }
 
     void timeIsAFractionOfTheDay() {
-        RecordingSink sink;
-        ViewFlags views;
-        views.bWindSpeedOpen = true;
-        LoadLoggedWeather(logFile(Row("06:00:00pm") + Row("12:00:00am")), views, sink);
+        RecordingViews sink({View::WindSpeed});
+        LoadLoggedWeather(logFile(Row("06:00:00pm") + Row("12:00:00am")), sink.views);
         QCOMPARE(sink.calls, (QStringList{"windSpeed t=0.75 7", "windSpeed t=0 7"}));
     }
 
     void onlyOpenViewsGetRows() {
-        RecordingSink sink;
-        ViewFlags views;
-        views.bRHOpen = true;
-        views.bRosePlotOpen = true;
-        views.bWeatherOpen = true;       // shows only the present
-        views.bWindDirectionOpen = true; // likewise
-        LoadLoggedWeather(logFile(Row("10:00:00am") + Row("10:00:01am")), views, sink);
+        // The weather and the wind direction show only the present.
+        RecordingViews sink({View::RH, View::RosePlot, View::Weather, View::WindDirection});
+        LoadLoggedWeather(logFile(Row("10:00:00am") + Row("10:00:01am")), sink.views);
         QCOMPARE(sink.calls.size(), 4);
         QVERIFY(sink.calls[0].startsWith(QStringLiteral("rh ")));
-        QCOMPARE(sink.calls[1], QStringLiteral("rosePlot 275 7"));
+        QVERIFY(sink.calls[1].startsWith(QStringLiteral("rosePlot t=")));
+        QVERIFY(sink.calls[1].endsWith(QStringLiteral(" 275 7")));
     }
 
     void noViewOpenReadsTheWholeFileAndCallsNothing() {
-        RecordingSink sink;
+        RecordingViews sink({});
         QByteArray rows;
         for (int i = 0; i < 50; ++i)
             rows += Row(QStringLiteral("10:%1:00am").arg(i, 2, 10, QChar(u'0')));
-        QCOMPARE(LoadLoggedWeather(logFile(rows), ViewFlags{}, sink), 50);
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 50);
         QVERIFY(sink.calls.isEmpty());
     }
 
@@ -115,9 +145,8 @@ private slots:
         state.sStatusLine = QStringLiteral("ABP=28.5");
         const WeatherRecord weatherBefore = state.CurrentWeather;
         const QString statusBefore = state.sStatusLine;
-        state.views = allOpen();
-        RecordingSink sink;
-        QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), state.views, sink), 2);
+        RecordingViews sink = RecordingViews::allOpen();
+        QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
         QCOMPARE(state.CurrentWeather, weatherBefore);
         QCOMPARE(state.sStatusLine, statusBefore);
     }
@@ -130,17 +159,15 @@ private slots:
     void correctionFactorFaultEndsTheReplay() {
         QFETCH(QByteArray, faulty);
         const QByteArray rows = Row("10:00:00am") + Row("10:00:01am") + faulty + Row("10:00:03am");
-        RecordingSink sink;
-        ViewFlags views;
-        views.bWindSpeedOpen = true;
-        QCOMPARE(LoadLoggedWeather(logFile(rows), views, sink), 2);
+        RecordingViews sink({View::WindSpeed});
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 2);
         QCOMPARE(sink.calls.size(), 2); // the points before the faulty row stay
     }
 
     void correctionFactorFaultEndsTheReplayWithItsViewClosed() {
         const QByteArray rows = Row("10:00:00am") + Row("10:00:01am", 0) + Row("10:00:02am");
-        RecordingSink sink;
-        QCOMPARE(LoadLoggedWeather(logFile(rows), ViewFlags{}, sink), 1);
+        RecordingViews sink({});
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
     }
 
     void malformedRowEndsTheReplay_data() {
@@ -167,20 +194,16 @@ private slots:
     void malformedRowEndsTheReplay() {
         QFETCH(QByteArray, malformed);
         const QByteArray rows = Row("10:00:00am") + malformed + Row("10:00:03am");
-        RecordingSink sink;
-        ViewFlags views;
-        views.bABPOpen = true;
-        QCOMPARE(LoadLoggedWeather(logFile(rows), views, sink), 1);
+        RecordingViews sink({View::ABP});
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(sink.calls.size(), 1);
     }
 
     void otherTimeFormsAreRead() {
         const QByteArray rows =
             "14:30:00,29.92,71.5,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340\r\n";
-        RecordingSink sink;
-        ViewFlags views;
-        views.bGROpen = true;
-        QCOMPARE(LoadLoggedWeather(logFile(rows), views, sink), 1);
+        RecordingViews sink({View::GR});
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(sink.calls,
                  QStringList{QStringLiteral("gr t=%1 45").arg(double(float(14.5 / 24)))});
     }
@@ -188,10 +211,8 @@ private slots:
     void blanksPlusSignsAndAMissingLastLineEndAreRead() {
         const QByteArray rows =
             " \"10:00:00am\" , +29.92,71.5 ,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340";
-        RecordingSink sink;
-        ViewFlags views;
-        views.bABPOpen = true;
-        QCOMPARE(LoadLoggedWeather(logFile(rows), views, sink), 1);
+        RecordingViews sink({View::ABP});
+        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(
             sink.calls,
             QStringList{
@@ -199,8 +220,8 @@ private slots:
     }
 
     void missingFileReplaysNothing() {
-        RecordingSink sink;
-        QCOMPARE(LoadLoggedWeather(home->root() + QStringLiteral("/none.csv"), allOpen(), sink), 0);
+        RecordingViews sink = RecordingViews::allOpen();
+        QCOMPARE(LoadLoggedWeather(home->root() + QStringLiteral("/none.csv"), sink.views), 0);
         QVERIFY(sink.calls.isEmpty());
     }
 
@@ -209,10 +230,8 @@ private slots:
         state.CurrentWeather = FullRecord();
         state.CurrentWeather.ADR = 1.0f / 3.0f; // a float that needs all its digits
         LogWeather(state, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
-        RecordingSink sink;
-        ViewFlags views;
-        views.bADROpen = true;
-        LoadLoggedWeather(WeatherLogPath(QDate(2026, 11, 22)), views, sink);
+        RecordingViews sink({View::ADR});
+        LoadLoggedWeather(WeatherLogPath(QDate(2026, 11, 22)), sink.views);
         QCOMPARE(sink.calls, QStringList{QStringLiteral("adr t=%1 %2")
                                              .arg(double(float(15.0 / 24)))
                                              .arg(double(1.0f / 3.0f))});

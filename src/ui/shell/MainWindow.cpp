@@ -101,6 +101,7 @@ void MainWindow::addCommands() {
         {QStringLiteral("miExit"), [this] { close(); }},
         {QStringLiteral("miProperties"), [this] { ShowPortSettings(); }},
         {QStringLiteral("miLoadLoggedWeather"), [this] { ReplayWeatherLog(); }},
+        {QStringLiteral("miClearViews"), [this] { ClearViews(); }},
         {QStringLiteral("miAutomaticUpdates"), [this] { ToggleAutomaticUpdates(); }},
         {QStringLiteral("miDeltaVP"), [this] { ToggleDeltaVP(); }},
         {QStringLiteral("miCalculator"), [] { Calculator::Launch(); }},
@@ -197,9 +198,9 @@ void MainWindow::ListRaceLogTypes() {
 
 // No live window is open yet; the logs follow the weather until the user says otherwise.
 void MainWindow::ResetFlags() {
-    state.views.bWindDirectionOpen = false;
-    state.views.bWindSpeedOpen = false;
-    state.views.bVPOpen = false;
+    state.views.close(ViewTable::View::WindDirection);
+    state.views.close(ViewTable::View::WindSpeed);
+    state.views.close(ViewTable::View::VaporPressure);
     state.bAutomaticUpdates = true;
     bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(true);
     state.bLoggingWeather = false;
@@ -350,10 +351,6 @@ void MainWindow::setRaceLogLoader(std::function<RaceLogLoad(const QString&)> loa
     raceLogLoader = std::move(loader);
 }
 
-void MainWindow::setReplaySink(WeatherReplaySink* sink) {
-    replaySink = sink;
-}
-
 void MainWindow::setRaceLogListing(std::function<void()> listing) {
     raceLogListing = std::move(listing);
 }
@@ -432,9 +429,11 @@ void MainWindow::ReplayWeatherLog() {
                        Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
     if (clear == Dialogs::Answer::Yes)
         ClearViews();
-    LoadLoggedWeather(file->path, state.views, *replaySink);
+    LoadLoggedWeather(file->path, state.views);
 }
 
-// Clears each open chart, in the order wind speed, ABP, RH, GR, VP, AADA, rose plot, ADR, CF.
-// The live weather and wind direction windows keep what they show.
-void MainWindow::ClearViews() {}
+// Clears each open chart in the order of the view table; the live weather and wind direction
+// windows keep what they show.
+void MainWindow::ClearViews() {
+    state.views.clear();
+}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "feed/PortSettings.h"
-#include "feed/WeatherReplaySink.h"
 #include <QBrush>
 #include <QHash>
 
@@ -56,8 +55,6 @@ public:
     void setNewRaceLog(std::function<void(const QString& raceLogType)> command);
     // What loads a race log file into a new child window; false when it could not.
     void setRaceLogLoader(std::function<RaceLogLoad(const QString& path)> loader);
-    // Where a replay of the weather log sends its rows: the open charts.
-    void setReplaySink(WeatherReplaySink* sink);
     // What lists the race log types under "New Race Log" during the load.
     void setRaceLogListing(std::function<void()> listing);
 
@@ -124,8 +121,6 @@ private:
     std::function<void(const QString&)> newRaceLog;
     std::function<RaceLogLoad(const QString&)> raceLogLoader;
     std::function<void()> raceLogListing;
-    WeatherReplaySink noCharts; // until the charts take the replay
-    WeatherReplaySink* replaySink = &noCharts;
     QBrush workspace; // the client area as the system paints it
     quint32 backgroundColor;
     // Stored values the load could not read; the shutdown leaves them in the store as they

@@ -1,10 +1,10 @@
 #include "MainWindowTesting.h"
 #include "common/TestHome.h"
 #include "core/AppState.h"
+#include "core/LiveView.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherLog.h"
-#include "feed/WeatherReplaySink.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QApplication>
@@ -68,19 +68,22 @@ public:
     }
 };
 
-// Records what a replay sends to the views.
-class RecordingViews : public WeatherReplaySink {
+// An open pressure chart that records what a replay sends it, and whether it was cleared.
+class RecordingViews : public LiveView {
 public:
+    explicit RecordingViews(AppState& state) : state(state) {
+        state.views.open(ViewTable::View::ABP, this);
+    }
+    ~RecordingViews() override { state.views.close(ViewTable::View::ABP, this); }
+    void showReading(const WeatherRecord&) override {}
+    void addLoggedPoint(float, const QList<float>& values) override {
+        pressures.append(values.value(0));
+    }
+    void clear() override { ++clears; }
+
+    AppState& state;
     QList<float> pressures;
-    void windSpeed(float, qint32) override {}
-    void abp(float, float abp) override { pressures.append(abp); }
-    void rh(float, float, float) override {}
-    void cf(float, float) override {}
-    void adr(float, float) override {}
-    void gr(float, qint32) override {}
-    void vp(float, float, float) override {}
-    void aada(float, qint32, qint32) override {}
-    void rosePlot(qint32, qint32) override {}
+    int clears = 0;
 };
 
 // Answers like ScriptedDialogs and notes the pointer while the file dialog is open.
@@ -372,9 +375,7 @@ private slots:
 
     void loadLoggedWeatherAsksAndReplays() {
         ScriptedDialogs dialogs;
-        RecordingViews views;
-        window->setReplaySink(&views);
-        state->views.bABPOpen = true;
+        RecordingViews views(*state);
         dialogs.queueFile(writeWeatherLog("2026-11-22.csv", 3));
         dialogs.queueAnswer(Dialogs::Answer::No);
         tool("miLoadLoggedWeather")->trigger();
@@ -387,6 +388,7 @@ private slots:
         QCOMPARE(question.icon, Dialogs::Icon::Question);
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
         QCOMPARE(views.pressures, QList<float>({29.92f, 29.92f, 29.92f}));
+        QCOMPARE(views.clears, 0);
         QVERIFY(!QGuiApplication::overrideCursor());
     }
 
@@ -400,9 +402,7 @@ private slots:
         ScriptedDialogs dialogs;
         window->Load();
         dialogs.messages.clear();
-        RecordingViews views;
-        window->setReplaySink(&views);
-        state->views.bABPOpen = true;
+        RecordingViews views(*state);
 
         AppState mainInstance;
         mainInstance.CurrentWeather.ABP = 29.5f;
@@ -466,14 +466,20 @@ private slots:
 
     void loadLoggedWeatherReplaysAfterClearing() {
         ScriptedDialogs dialogs;
-        RecordingViews views;
-        window->setReplaySink(&views);
-        state->views.bABPOpen = true;
+        RecordingViews views(*state);
         dialogs.queueFile(writeWeatherLog("day.csv", 2));
         dialogs.queueAnswer(Dialogs::Answer::Yes);
         window->dispatch("miLoadLoggedWeather");
         QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(views.clears, 1);
         QCOMPARE(views.pressures.size(), 2);
+    }
+
+    void clearViewsClearsTheOpenCharts() {
+        RecordingViews views(*state);
+        QVERIFY(tool("miClearViews")->isVisible());
+        tool("miClearViews")->trigger();
+        QCOMPARE(views.clears, 1);
     }
 };
 

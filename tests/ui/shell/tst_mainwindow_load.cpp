@@ -1,5 +1,6 @@
 #include "common/TestHome.h"
 #include "core/AppState.h"
+#include "core/LiveView.h"
 #include "core/RaceLogDocument.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
@@ -190,19 +191,23 @@ private slots:
             void takeLiveWeather(qint32, float) override {}
             void updatePredictions() override {}
         } first, second;
+        struct IdleView : LiveView {
+            void showReading(const WeatherRecord&) override {}
+        } view;
         state->raceLogs.open(&first);
         state->raceLogs.open(&second);
-        state->views.bWindDirectionOpen = true;
-        state->views.bWindSpeedOpen = true;
-        state->views.bVPOpen = true;
+        for (const ViewTable::View kind :
+             {ViewTable::View::WindDirection, ViewTable::View::WindSpeed,
+              ViewTable::View::VaporPressure})
+            state->views.open(kind, &view);
         state->bAutomaticUpdates = false;
         state->bLoggingWeather = true;
         makeWindow();
         window->Load();
         QCOMPARE(state->raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
-        QVERIFY(!state->views.bWindDirectionOpen);
-        QVERIFY(!state->views.bWindSpeedOpen);
-        QVERIFY(!state->views.bVPOpen);
+        QVERIFY(!state->views.isOpen(ViewTable::View::WindDirection));
+        QVERIFY(!state->views.isOpen(ViewTable::View::WindSpeed));
+        QVERIFY(!state->views.isOpen(ViewTable::View::VaporPressure));
         QVERIFY(state->bAutomaticUpdates);
         QVERIFY(tool("miAutomaticUpdates")->isChecked());
         QVERIFY(!state->bLoggingWeather);

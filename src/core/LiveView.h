@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QList>
+
+struct WeatherRecord;
+
+// A window that shows the live weather: it takes each reading of the feed, the points of a
+// replayed weather log, and the order to forget what it has charted.
+class LiveView {
+public:
+    virtual ~LiveView() = default;
+    // A reading of the feed; the view reads the clock for the time of its points.
+    virtual void showReading(const WeatherRecord& reading) = 0;
+    // A replayed row at the time of day t (a fraction of a day), as the values of the view's
+    // series. A view that shows only the present is never given one.
+    virtual void addLoggedPoint(float /*t*/, const QList<float>& /*values*/) {}
+    // "Clear Views": the points charted so far go.
+    virtual void clear() {}
+};
