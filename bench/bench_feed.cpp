@@ -116,6 +116,15 @@ void BM_OneSettingsRead(benchmark::State& run) {
 }
 BENCHMARK(BM_OneSettingsRead)->Unit(benchmark::kMicrosecond);
 
+void BM_LogRowText(benchmark::State& run) {
+    WeatherRecord record;
+    ParseWeatherLine(QString::fromLatin1(Line), record);
+    const QTime time(10, 42, 7);
+    for (auto _ : run)
+        benchmark::DoNotOptimize(WeatherLogRow(time, record));
+}
+BENCHMARK(BM_LogRowText)->Unit(benchmark::kMicrosecond);
+
 void BM_LogRow(benchmark::State& run) {
     AppState state;
     ParseWeatherLine(QString::fromLatin1(Line), state.CurrentWeather);

@@ -100,10 +100,10 @@ BENCHMARK(BM_UndoPasteOf500Runs)->Unit(benchmark::kMillisecond);
 
 // From the bytes of one serial line to every open log's caption updated and the weather log
 // row written.
-void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
+void feedLineToLogs(benchmark::State& bench, int logCount) {
     AppState state;
     std::vector<std::unique_ptr<RaceLogWindow>> logs;
-    for (int slot = 0; slot < 20; ++slot) {
+    for (int slot = 0; slot < logCount; ++slot) {
         logs.push_back(logWithRuns(state, 500, slot));
         state.raceLogs.open(logs.back().get());
     }
@@ -114,6 +114,15 @@ void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
         feed.serialBytes(line);
     if (!logs.back()->windowTitle().contains(QStringLiteral("ET: ")))
         bench.SkipWithError("the captions did not follow the feed");
+}
+
+void BM_FeedLineWithOneLogOf500Runs(benchmark::State& bench) {
+    feedLineToLogs(bench, 1);
+}
+BENCHMARK(BM_FeedLineWithOneLogOf500Runs)->Unit(benchmark::kMicrosecond);
+
+void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
+    feedLineToLogs(bench, 20);
 }
 BENCHMARK(BM_FeedLineWith20LogsOf500Runs)->Unit(benchmark::kMicrosecond);
 

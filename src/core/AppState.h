@@ -5,6 +5,7 @@
 #include "core/WeatherRecord.h"
 
 #include <QDate>
+#include <QFile>
 #include <QList>
 #include <QString>
 #include <array>
@@ -19,6 +20,7 @@ struct AppState {
     bool bLoggingWeather = false;  // the weather log file is open
     QDate weatherLogDay;           // the day of the last row logged
     QString weatherLogPath;        // and its file, as the settings know it
+    QFile weatherLogFile;          // that file, open for appending from row to row
 
     OpenViews views;
 

@@ -32,19 +32,24 @@ void LogWeather(AppState& state, const QDateTime& now) {
 
     // The day's file is found, and the settings learn of it, with the first row of the day;
     // the rows after it go straight to that file.
+    QFile& file = state.weatherLogFile;
     if (now.date() != state.weatherLogDay) {
         state.weatherLogDay = now.date();
         state.weatherLogPath = WeatherLogPath(now.date());
         Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"),
                       state.weatherLogPath);
+        file.close();
     }
-    // Opened and closed for this one row: after a crash the file holds every row but this.
-    // Where the file cannot be opened, its folder may have gone since the first row: it is made
-    // again for this row.
-    QFile file(state.weatherLogPath);
-    if (!file.open(QIODevice::Append | QIODevice::Unbuffered)) {
-        file.setFileName(WeatherLogPath(now.date()));
-        file.open(QIODevice::Append | QIODevice::Unbuffered);
+    // The file stays open from row to row, unbuffered: each row is one write, so after a crash
+    // the file holds every row but the one being written. A file that is gone from its folder,
+    // or a folder that is gone, is made again for this row.
+    if (!file.isOpen() || !QFile::exists(state.weatherLogPath)) {
+        file.close();
+        file.setFileName(state.weatherLogPath);
+        if (!file.open(QIODevice::Append | QIODevice::Unbuffered)) {
+            file.setFileName(WeatherLogPath(now.date()));
+            file.open(QIODevice::Append | QIODevice::Unbuffered);
+        }
     }
     if (file.isOpen())
         file.write(WeatherLogRow(now.time(), state.CurrentWeather));

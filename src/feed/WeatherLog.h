@@ -21,8 +21,8 @@ QString WeatherLogFolder();
 QString WeatherLogPath(const QDate& day);
 
 // Appends the live weather to today's file, as a row stamped with the clock time, and keeps
-// the file's path in the settings (value WeatherLog). The file is open only for that row, so
-// a crash loses nothing else. Skipped, not queued, while bLoggingWeather is set (a lookup is
+// the file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
+// crash loses nothing else. Skipped, not queued, while bLoggingWeather is set (a lookup is
 // scanning); a write that fails loses the row in silence.
 void LogWeather(AppState& state);
 // The same at a given moment of the clock; the day of `now` names the file.

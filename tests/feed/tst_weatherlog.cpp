@@ -127,6 +127,26 @@ private slots:
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
+    void aRowAfterTheFileWentMakesItAgain() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        LogWeather(state, at(Day, 10, 42, 7));
+        QVERIFY(QFile::remove(dayFile(Day)));
+        LogWeather(state, at(Day, 10, 42, 7));
+        QCOMPARE(ReadFile(dayFile(Day)), FullRow);
+    }
+
+    // Each row is on disk once it is logged, while the program goes on running: another
+    // reader, or a crash now, finds every row.
+    void eachRowIsInTheFileAtOnce() {
+        AppState state;
+        state.CurrentWeather = FullRecord();
+        for (int row = 1; row <= 3; ++row) {
+            LogWeather(state, at(Day, 10, 42, row));
+            QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), row);
+        }
+    }
+
     void firstRowAfterMidnightStartsANewFile() {
         AppState state;
         state.CurrentWeather = FullRecord();

@@ -310,11 +310,12 @@ void RaceLogWindow::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure
     log.takeLiveWeather(QString::number(adjustedAltitude), NumberText::General(vaporPressure));
 }
 
-// Each publish shows at once, so a fault after the ET leaves the ET standing in the caption
-// and in the page.
+// The last publish stands: the full line, or the ET alone when a fault came after it. Only it
+// is shown, so a caption that did not change is not set again with every feed line.
 void RaceLogWindow::updatePredictions() {
     const PredictionModel::Outcome outcome = LogPrediction::predict(log, iIndex, state.bDeltaVP);
-    for (const PredictionModel::Publication& publication : outcome.publications) {
+    if (!outcome.publications.isEmpty()) {
+        const PredictionModel::Publication& publication = outcome.publications.last();
         sPagerMessage = publication.sPagerMessage;
         setWindowTitle(publication.caption);
     }
