@@ -77,14 +77,14 @@ void BM_FeedLine(benchmark::State& run) {
     WeatherFeed feed(state);
     for (auto _ : run)
         feed.serialBytes(Line);
-    benchmark::DoNotOptimize(state.CurrentWeather.AL);
+    benchmark::DoNotOptimize(state.currentWeather.AL);
 }
 BENCHMARK(BM_FeedLine)->Unit(benchmark::kMicrosecond);
 
 // The same line on a display instance: no log row.
 void BM_FeedLineNoLog(benchmark::State& run) {
     AppState state;
-    state.bDisplayMode = true;
+    state.displayMode = true;
     WeatherFeed feed(state);
     for (auto _ : run)
         feed.serialBytes(Line);
@@ -127,7 +127,7 @@ BENCHMARK(BM_LogRowText)->Unit(benchmark::kMicrosecond);
 
 void BM_LogRow(benchmark::State& run) {
     AppState state;
-    ParseWeatherLine(QString::fromLatin1(Line), state.CurrentWeather);
+    ParseWeatherLine(QString::fromLatin1(Line), state.currentWeather);
     const QDateTime now(Day.addDays(1), QTime(10, 42, 7));
     for (auto _ : run)
         LogWeather(state, now);

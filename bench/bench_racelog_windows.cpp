@@ -21,18 +21,18 @@ namespace {
 // A loaded log with the given number of runs and run 1 as a complete reference run.
 std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs, int slot) {
     auto log = std::make_unique<RaceLogWindow>(state);
-    log->iIndex = slot;
-    log->Load(QColor(Qt::white));
+    log->slot = slot;
+    log->load(QColor(Qt::white));
     log->show(); // the in-place editors only open on a window that shows
-    RunGrid& grid = *log->gridLog;
-    while (grid.table().Rows() - 1 < runs)
+    RunGrid& grid = *log->grid;
+    while (grid.table().tableRows() - 1 < runs)
         grid.newRun();
     RunTable& table = grid.table();
-    for (int row = 1; row < table.Rows(); ++row) {
-        table.setTextMatrix(row, 12, QStringLiteral("9.5"));
-        table.setTextMatrix(row, 19, QStringLiteral("2000"));
-        table.setTextMatrix(row, 14, QStringLiteral("1.5"));
-        table.setTextMatrix(row, 21, QStringLiteral("0.512"));
+    for (int row = 1; row < table.tableRows(); ++row) {
+        table.setCell(row, 12, QStringLiteral("9.5"));
+        table.setCell(row, 19, QStringLiteral("2000"));
+        table.setCell(row, 14, QStringLiteral("1.5"));
+        table.setCell(row, 21, QStringLiteral("0.512"));
     }
     const auto field = [&log](const char* name, const char* text) {
         log->findChild<QLineEdit*>(QLatin1String(name))->setText(QLatin1String(text));
@@ -48,7 +48,7 @@ std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs, int slot) 
 void BM_NewRunIn1000RunLog(benchmark::State& bench) {
     AppState state;
     auto log = logWithRuns(state, 1000, 0);
-    RunGrid& grid = *log->gridLog;
+    RunGrid& grid = *log->grid;
     for (auto _ : bench) {
         grid.newRun();
         bench.PauseTiming();
@@ -61,13 +61,13 @@ BENCHMARK(BM_NewRunIn1000RunLog)->Unit(benchmark::kMicrosecond);
 void BM_CellEditIn1000RunLog(benchmark::State& bench) {
     AppState state;
     auto log = logWithRuns(state, 1000, 0);
-    RunGrid& grid = *log->gridLog;
+    RunGrid& grid = *log->grid;
     grid.setCurrentRunCell(500, 6);
     for (auto _ : bench) {
         grid.beginCellEdit('5');
         grid.commitCellEdit();
     }
-    if (grid.table().TextMatrix(500, 6) != QStringLiteral("5"))
+    if (grid.table().cell(500, 6) != QStringLiteral("5"))
         bench.SkipWithError("the edit did not reach the cell");
 }
 BENCHMARK(BM_CellEditIn1000RunLog)->Unit(benchmark::kMicrosecond);
@@ -93,7 +93,7 @@ void BM_UndoPasteOf500Runs(benchmark::State& bench) {
         document.undoStack().redo();
         bench.ResumeTiming();
     }
-    if (document.runs().Rows() != 1001 || log->gridLog->model()->rowCount() != 1000)
+    if (document.runs().tableRows() != 1001 || log->grid->model()->rowCount() != 1000)
         bench.SkipWithError("the paste did not come back");
 }
 BENCHMARK(BM_UndoPasteOf500Runs)->Unit(benchmark::kMillisecond);

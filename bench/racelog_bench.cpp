@@ -14,16 +14,16 @@ constexpr int Runs = 1000;
 
 // Every cell of every run filled, as after a day of entry and weather imports.
 void fillLog(RaceLogData& log) {
-    while (log.grid.Rows() <= Runs) {
+    while (log.grid.tableRows() <= Runs) {
         log.grid.addRun();
         log.refRunItems << QString::number(log.refRunItems.size() + 1);
     }
     for (int row = 1; row <= Runs; ++row) {
-        log.grid.setTextMatrix(row, 1, QStringLiteral("02:35pm"));
-        log.grid.setTextMatrix(row, 2, QStringLiteral("07/04/26"));
-        log.grid.setTextMatrix(row, 3, row % 2 ? QStringLiteral("Left") : QStringLiteral("Right"));
+        log.grid.setCell(row, 1, QStringLiteral("02:35pm"));
+        log.grid.setCell(row, 2, QStringLiteral("07/04/26"));
+        log.grid.setCell(row, 3, row % 2 ? QStringLiteral("Left") : QStringLiteral("Right"));
         for (int column = 4; column < ColumnTable::Count; ++column)
-            log.grid.setTextMatrix(row, column, QString::number(row * 0.001 + column, 'f', 3));
+            log.grid.setCell(row, column, QString::number(row * 0.001 + column, 'f', 3));
     }
     log.date = QStringLiteral("07/04/2026");
     log.carNumber = QStringLiteral("A123");
@@ -74,7 +74,7 @@ void BM_LoadThousandRuns(benchmark::State& run) {
     }
     for (auto _ : run) {
         RaceLogData log;
-        if (!Database::loadLog(benchFile(dir), log) || log.grid.Rows() != Runs + 1)
+        if (!Database::loadLog(benchFile(dir), log) || log.grid.tableRows() != Runs + 1)
             run.SkipWithError("the load failed");
     }
 }

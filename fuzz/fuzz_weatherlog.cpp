@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     AppState state;
     const LoggedWeather found = FindLoggedWeather(state, Day, QTime(minute / 60, minute % 60));
-    require(!state.bLoggingWeather);
+    require(!state.loggingWeather);
     if (!found.Time.isEmpty()) {
         const auto second = ReadClockTime(found.Time);
         require(second && *second / 60 == minute);

@@ -29,10 +29,10 @@ QByteArray makeRealLog() {
         if (row > 1)
             log.grid.addRun();
         for (int column = 1; column < log.grid.Cols(); ++column)
-            log.grid.setTextMatrix(row, column, QString::number(row + column * 0.25));
-        log.grid.setTextMatrix(row, 1, QStringLiteral("02:35pm"));
-        log.grid.setTextMatrix(row, 2, QStringLiteral("07/04/26"));
-        log.grid.setTextMatrix(row, 3, QStringLiteral("Left"));
+            log.grid.setCell(row, column, QString::number(row + column * 0.25));
+        log.grid.setCell(row, 1, QStringLiteral("02:35pm"));
+        log.grid.setCell(row, 2, QStringLiteral("07/04/26"));
+        log.grid.setCell(row, 3, QStringLiteral("Left"));
     }
     log.refRunItems = {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")};
     log.refRunIndex = 2;
@@ -80,12 +80,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     RaceLogData log;
     Database::loadLog(filePath(), log);
     const RunTable& grid = log.grid;
-    require(grid.Rows() >= 2 && grid.Cols() == 34);
-    require(log.refRunItems.size() == grid.Rows() - 1);
+    require(grid.tableRows() >= 2 && grid.Cols() == 34);
+    require(log.refRunItems.size() == grid.tableRows() - 1);
     // -1: a log without a reference run.
     require(log.refRunIndex >= -1 && log.refRunIndex < log.refRunItems.size());
-    for (int row = 1; row < grid.Rows(); ++row)
-        require(grid.TextMatrix(row, 0) == QString::number(row));
+    for (int row = 1; row < grid.tableRows(); ++row)
+        require(grid.cell(row, 0) == QString::number(row));
     removeFiles();
     return 0;
 }

@@ -14,18 +14,18 @@
 // logs and views, and the flags that guard the weather log. One AppState is made at start and
 // handed to whoever needs it; nothing else holds process-wide state.
 struct AppState {
-    bool bDisplayMode = false;     // a pure display fed over TCP
-    bool bAutomaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
-    bool bDeltaVP = false;         // predictions report the change of vapor pressure
-    bool bLoggingWeather = false;  // the weather log file is open
-    QDate weatherLogDay;           // the day of the last row logged
-    QString weatherLogPath;        // and its file, as the settings know it
-    QFile weatherLogFile;          // that file, open for appending from row to row
+    bool displayMode = false;     // a pure display fed over TCP
+    bool automaticUpdates = true; // the feed overwrites the logs' AA and VP inputs
+    bool deltaVP = false;         // predictions report the change of vapor pressure
+    bool loggingWeather = false;  // the weather log file is open
+    QDate weatherLogDay;          // the day of the last row logged
+    QString weatherLogPath;       // and its file, as the settings know it
+    QFile weatherLogFile;         // that file, open for appending from row to row
 
     OpenViews views;
 
-    WeatherRecord CurrentWeather; // the live weather; written only by the feed parser
-    QString sStatusLine;          // the status text of the last line handled
+    WeatherRecord currentWeather; // the live weather; written only by the feed parser
+    QString statusLine;           // the status text of the last line handled
 
     OpenRaceLogs raceLogs;
 

@@ -113,15 +113,15 @@ bool InstrumentConnection::CloseComm() {
 bool InstrumentConnection::ApplyPortSettings() {
     forgetSerialPort();
     serial->close();
-    if (portSettings.iComPort >= 1 && portSettings.iComPort <= LastComPort)
-        commPort = portSettings.iComPort;
+    if (portSettings.comPort >= 1 && portSettings.comPort <= LastComPort)
+        commPort = portSettings.comPort;
     const QString text = SettingsText(portSettings);
-    if (portSettings.iFlowControl >= 0 && portSettings.iFlowControl < FlowControlNames.size())
-        handshaking = Handshaking(portSettings.iFlowControl);
+    if (portSettings.flowControl >= 0 && portSettings.flowControl < FlowControlNames.size())
+        handshaking = Handshaking(portSettings.flowControl);
     const auto line = ParseLineSettings(text);
     if (!line)
         return false;
-    if (portSettings.iComPort == NoComPort || portSettings.iComPort == TcpIpComPort)
+    if (portSettings.comPort == NoComPort || portSettings.comPort == TcpIpComPort)
         return true;
     const PortOptions options{PortDevice(commPort), *line, handshaking};
     if (!serial->open(options))
@@ -134,20 +134,20 @@ void InstrumentConnection::applyLink(const QString& hostText, const QString& por
     if (!ApplyPortSettings())
         Dialogs::Inform(QStringLiteral("Error applying settings"), QStringLiteral("Tarnwick"),
                         Dialogs::Icon::Critical);
-    portSettings.sHost = hostText.trimmed();
-    portSettings.sTcpPort = portText.trimmed();
+    portSettings.host = hostText.trimmed();
+    portSettings.tcpPort = portText.trimmed();
     showRelayFailure = connectIPPort();
 }
 
 bool InstrumentConnection::connectIPPort() {
     closeRelay();
-    if (!namesSomething(portSettings.sHost) || !namesSomething(portSettings.sTcpPort))
+    if (!namesSomething(portSettings.host) || !namesSomething(portSettings.tcpPort))
         return false;
-    const auto port = relayPort(portSettings.sTcpPort);
+    const auto port = relayPort(portSettings.tcpPort);
     if (!port)
         return false;
     relayWanted = true;
-    relayHost = portSettings.sHost;
+    relayHost = portSettings.host;
     relayPortNumber = *port;
     tcp.connectToHost(relayHost, relayPortNumber);
     return true;

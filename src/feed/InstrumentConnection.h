@@ -45,7 +45,7 @@ public:
     // What Apply and OK of the port settings dialog do with the settings in memory and the
     // texts of its host and port boxes: reopen the port, then reconnect or drop the relay.
     void applyLink(const QString& hostText, const QString& portText);
-    // Connects to the relay named by sHost and sTcpPort, dropping any connection first, and
+    // Connects to the relay named by host and tcpPort, dropping any connection first, and
     // keeps the connection up from then on. False, and no connection, when neither names one
     // or the port is not a number.
     bool connectIPPort();

@@ -26,7 +26,7 @@ qint32 PagerSchedule::loadFrequency() {
 
 bool PagerSchedule::tick() {
     ++counter;
-    if (counter <= iPagerFrequency)
+    if (counter <= ticksBetweenPages)
         return false;
     counter = 0;
     return true;

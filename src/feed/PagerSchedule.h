@@ -5,14 +5,14 @@
 #include <optional>
 
 // When the periodic page is due. The send timer ticks every 4 seconds; a page goes out on
-// the first tick after iPagerFrequency ticks have passed, so pages come every
-// (iPagerFrequency + 1) x 4 seconds: 304 seconds for the default of 75 ("5min").
+// the first tick after ticksBetweenPages ticks have passed, so pages come every
+// (ticksBetweenPages + 1) x 4 seconds: 304 seconds for the default of 75 ("5min").
 class PagerSchedule {
 public:
     static constexpr qint32 DefaultFrequency = 75;
     static constexpr qint32 HighestFrequency = 135;
 
-    explicit PagerSchedule(qint32 frequency = DefaultFrequency) : iPagerFrequency(frequency) {}
+    explicit PagerSchedule(qint32 frequency = DefaultFrequency) : ticksBetweenPages(frequency) {}
 
     // The stored frequency made usable: text that is no number is 75, a whole number out of
     // 0 to 135 is 75. nullopt for a number too large to be taken as a whole number.
@@ -22,16 +22,16 @@ public:
     // PagerFrequency under SOFTWARE\Zorvane\Main\Defaults\, as the main window loads it.
     static qint32 loadFrequency();
 
-    qint32 frequency() const { return iPagerFrequency; }
+    qint32 frequency() const { return ticksBetweenPages; }
     // A new frequency takes effect at once; the ticks already counted stay.
-    void setFrequency(qint32 frequency) { iPagerFrequency = frequency; }
+    void setFrequency(qint32 frequency) { ticksBetweenPages = frequency; }
 
     // One send timer tick; true when a page is due now, which starts a new period.
     bool tick();
     // The user asked for a page: the next tick sends it and starts a new period.
-    void forcePage() { counter = iPagerFrequency + 1; }
+    void forcePage() { counter = ticksBetweenPages + 1; }
 
 private:
-    qint32 iPagerFrequency;
+    qint32 ticksBetweenPages;
     qint32 counter = 0;
 };

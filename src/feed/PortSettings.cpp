@@ -9,8 +9,8 @@ namespace {
 
 // The six list positions in the order of their value names "0" to "5".
 qint16 PortSettings::*const Positions[] = {
-    &PortSettings::iComPort,  &PortSettings::iBaud,     &PortSettings::iParity,
-    &PortSettings::iDataBits, &PortSettings::iStopBits, &PortSettings::iFlowControl,
+    &PortSettings::comPort,  &PortSettings::baud,     &PortSettings::parity,
+    &PortSettings::dataBits, &PortSettings::stopBits, &PortSettings::flowControl,
 };
 
 // The two texts, "6" and "7", with the value each is seeded with when missing.
@@ -19,8 +19,8 @@ struct TextValue {
     QString seed;
 };
 const TextValue Texts[] = {
-    {&PortSettings::sHost, QStringLiteral("localhost")},
-    {&PortSettings::sTcpPort, QStringLiteral("5555")},
+    {&PortSettings::host, QStringLiteral("localhost")},
+    {&PortSettings::tcpPort, QStringLiteral("5555")},
 };
 constexpr int FirstTextName = 6;
 
@@ -77,8 +77,8 @@ void SavePortSettings(const PortSettings& settings, const PortSettings& asLoaded
 }
 
 QString SettingsText(const PortSettings& settings) {
-    return QStringList{entryAt(BaudRates, settings.iBaud), entryAt(ParityLetters, settings.iParity),
-                       entryAt(DataBitsTexts, settings.iDataBits),
-                       entryAt(StopBitsTexts, settings.iStopBits)}
+    return QStringList{entryAt(BaudRates, settings.baud), entryAt(ParityLetters, settings.parity),
+                       entryAt(DataBitsTexts, settings.dataBits),
+                       entryAt(StopBitsTexts, settings.stopBits)}
         .join(u',');
 }

@@ -8,14 +8,14 @@
 // the serial line, and the relay host and port as text. They live in memory for the whole
 // run; the settings tree sees them at start and at exit only.
 struct PortSettings {
-    qint16 iComPort = 0;     // 0 none, 1 to 24 that COM port, 25 TCP/IP
-    qint16 iBaud = 0;        // position in BaudRates
-    qint16 iParity = 0;      // position in ParityLetters
-    qint16 iDataBits = 0;    // position in DataBitsTexts
-    qint16 iStopBits = 0;    // position in StopBitsTexts
-    qint16 iFlowControl = 0; // position in FlowControlNames
-    QString sHost;           // relay host, or "None"
-    QString sTcpPort;        // relay port as text, or "None"
+    qint16 comPort = 0;     // 0 none, 1 to 24 that COM port, 25 TCP/IP
+    qint16 baud = 0;        // position in BaudRates
+    qint16 parity = 0;      // position in ParityLetters
+    qint16 dataBits = 0;    // position in DataBitsTexts
+    qint16 stopBits = 0;    // position in StopBitsTexts
+    qint16 flowControl = 0; // position in FlowControlNames
+    QString host;           // relay host, or "None"
+    QString tcpPort;        // relay port as text, or "None"
 
     bool operator==(const PortSettings&) const = default;
 };

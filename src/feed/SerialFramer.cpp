@@ -6,18 +6,18 @@ SerialFramer::SerialFramer(LineHandler onLine) : onLine(std::move(onLine)) {}
 
 void SerialFramer::receive(const QByteArray& bytes) {
     // The instrument writes 8-bit text: each byte is one character.
-    sRxBuffer += QString::fromLatin1(bytes);
-    if (bReadingInput)
+    unread += QString::fromLatin1(bytes);
+    if (readingInput)
         return;
 
-    bReadingInput = true;
+    readingInput = true;
     // The size is read again on every turn: a handler may append (nested receive) or empty
     // the buffer (reset after a comm error).
-    while (rxPosition < sRxBuffer.size())
-        take(sRxBuffer[rxPosition++]);
-    sRxBuffer.clear();
+    while (rxPosition < unread.size())
+        take(unread[rxPosition++]);
+    unread.clear();
     rxPosition = 0;
-    bReadingInput = false;
+    readingInput = false;
 }
 
 void SerialFramer::take(QChar character) {
@@ -25,41 +25,41 @@ void SerialFramer::take(QChar character) {
         skippingToLineEnd = character != u'\r';
         return;
     }
-    if (bInRecord) {
-        sRecord += character;
+    if (collecting) {
+        pendingLine += character;
         if (character == u'\r') {
             endLine();
-        } else if (sRecord.size() > MaxRecordLength) {
+        } else if (pendingLine.size() > MaxRecordLength) {
             ++overlong;
             startWaiting();
             skippingToLineEnd = true;
         }
         return;
     }
-    if (bWaitForStart && character == u' ') {
-        sRecord = character;
-        bWaitForStart = false;
-        bInRecord = true;
+    if (skippingToStart && character == u' ') {
+        pendingLine = character;
+        skippingToStart = false;
+        collecting = true;
     }
 }
 
 void SerialFramer::endLine() {
     // The handler gets its own copy: it may reset the framing while it runs.
-    const QString line = sRecord;
+    const QString line = pendingLine;
     onLine(line);
     startWaiting();
 }
 
 void SerialFramer::startWaiting() {
-    sRecord.clear();
-    bWaitForStart = true;
-    bInRecord = false;
+    pendingLine.clear();
+    skippingToStart = true;
+    collecting = false;
 }
 
 void SerialFramer::ResetReceiveState() {
-    sRxBuffer.clear();
+    unread.clear();
     rxPosition = 0;
     startWaiting();
     skippingToLineEnd = false;
-    bReadingInput = false;
+    readingInput = false;
 }

@@ -30,12 +30,12 @@ public:
     void ResetReceiveState();
 
     // The state, for tests and for checks that the buffers stay bounded.
-    bool waitingForStart() const { return bWaitForStart; }
-    bool inRecord() const { return bInRecord; }
+    bool waitingForStart() const { return skippingToStart; }
+    bool inRecord() const { return collecting; }
     // Lines dropped for being longer than MaxRecordLength.
     quint64 overlongLines() const { return overlong; }
-    qsizetype recordLength() const { return sRecord.size(); }
-    qsizetype unreadLength() const { return sRxBuffer.size() - rxPosition; }
+    qsizetype recordLength() const { return pendingLine.size(); }
+    qsizetype unreadLength() const { return unread.size() - rxPosition; }
 
 private:
     void take(QChar character);
@@ -43,12 +43,12 @@ private:
     void startWaiting();
 
     LineHandler onLine;
-    QString sRxBuffer;              // bytes received and not yet examined, from rxPosition on
-    qsizetype rxPosition = 0;       // the next character of sRxBuffer to examine
-    QString sRecord;                // the line being put together
-    bool bWaitForStart = true;      // dropping characters until a space
-    bool bInRecord = false;         // adding characters to sRecord until a CR
-    bool bReadingInput = false;     // a receive further up the stack is in its loop
+    QString unread;                 // bytes received and not yet examined, from rxPosition on
+    qsizetype rxPosition = 0;       // the next character of unread to examine
+    QString pendingLine;            // the line being put together
+    bool skippingToStart = true;    // dropping characters until a space
+    bool collecting = false;        // adding characters to pendingLine until a CR
+    bool readingInput = false;      // a receive further up the stack is in its loop
     bool skippingToLineEnd = false; // the line in hand grew too long; dropped up to its CR
     quint64 overlong = 0;
 };

@@ -44,18 +44,18 @@ quint64 WeatherFeed::overlongLines() const {
 }
 
 void WeatherFeed::ProcessWeatherRecord(const QString& line) {
-    ParseWeatherLine(line, state.CurrentWeather);
+    ParseWeatherLine(line, state.currentWeather);
 
     updateRaceLogs();
 
     emit onlineMarkEnabled();
 
-    state.sStatusLine = BuildStatusLine(state.CurrentWeather);
-    emit statusText(state.sStatusLine);
+    state.statusLine = BuildStatusLine(state.currentWeather);
+    emit statusText(state.statusLine);
 
-    state.views.showReading(state.CurrentWeather);
+    state.views.showReading(state.currentWeather);
 
-    if (!state.bDisplayMode)
+    if (!state.displayMode)
         LogWeather(state);
 }
 
@@ -65,8 +65,8 @@ void WeatherFeed::updateRaceLogs() {
         RaceLogDocument* log = state.raceLogs.at(slot);
         if (!log)
             continue;
-        if (state.bAutomaticUpdates)
-            log->takeLiveWeather(state.CurrentWeather.AA, state.CurrentWeather.VP);
+        if (state.automaticUpdates)
+            log->takeLiveWeather(state.currentWeather.AA, state.currentWeather.VP);
         log->updatePredictions();
     }
 }

@@ -26,9 +26,9 @@ void LogWeather(AppState& state) {
 }
 
 void LogWeather(AppState& state, const QDateTime& now) {
-    if (state.bLoggingWeather)
+    if (state.loggingWeather)
         return;
-    state.bLoggingWeather = true;
+    state.loggingWeather = true;
 
     // The day's file is found, and the settings learn of it, with the first row of the day;
     // the rows after it go straight to that file.
@@ -52,7 +52,7 @@ void LogWeather(AppState& state, const QDateTime& now) {
         }
     }
     if (file.isOpen())
-        file.write(WeatherLogRow(now.time(), state.CurrentWeather));
+        file.write(WeatherLogRow(now.time(), state.currentWeather));
 
-    state.bLoggingWeather = false;
+    state.loggingWeather = false;
 }

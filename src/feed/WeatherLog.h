@@ -22,7 +22,7 @@ QString WeatherLogPath(const QDate& day);
 
 // Appends the live weather to today's file, as a row stamped with the clock time, and keeps
 // the file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
-// crash loses nothing else. Skipped, not queued, while bLoggingWeather is set (a lookup is
+// crash loses nothing else. Skipped, not queued, while loggingWeather is set (a lookup is
 // scanning); a write that fails loses the row in silence.
 void LogWeather(AppState& state);
 // The same at a given moment of the clock; the day of `now` names the file.

@@ -30,15 +30,15 @@ LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
 } // namespace
 
 LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time) {
-    for (int round = 0; round < WaitRounds && state.bLoggingWeather; ++round)
+    for (int round = 0; round < WaitRounds && state.loggingWeather; ++round)
         QCoreApplication::processEvents();
 
     const QString path = WeatherLogPath(date);
     if (!time.isValid() || !QFile::exists(path))
         return {};
 
-    state.bLoggingWeather = true;
+    state.loggingWeather = true;
     const LoggedWeather found = scanForMinute(path, time.msecsSinceStartOfDay() / 60000);
-    state.bLoggingWeather = false;
+    state.loggingWeather = false;
     return found;
 }

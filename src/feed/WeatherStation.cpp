@@ -58,7 +58,7 @@ void WeatherStation::sendTick() {
 }
 
 void WeatherStation::startSerialPort(bool displayMode) {
-    if (displayMode || connection.portSettings.iComPort == TcpIpComPort)
+    if (displayMode || connection.portSettings.comPort == TcpIpComPort)
         return;
     connection.StartComm();
     lines.ResetReceiveState();

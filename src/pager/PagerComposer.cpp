@@ -24,12 +24,12 @@ Dialogs::Message portClosedMessage(const QString& title) {
 
 } // namespace
 
-QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& sStatusLine) {
+QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine) {
     QString text = DateText::TimeText(now);
     for (const auto& slot : raceLogs)
         if (takesPart(slot))
-            text += QLatin1Char(' ') + slot->sPagerMessage;
-    return text + QLatin1Char(' ') + sStatusLine;
+            text += QLatin1Char(' ') + slot->pagerMessage;
+    return text + QLatin1Char(' ') + statusLine;
 }
 
 QByteArray pageCommand(const QString& pageText) {

@@ -16,14 +16,14 @@ namespace PagerComposer {
 // One open race log as the pager sees it.
 struct PagerEntry {
     bool chkPagerPredictions = false; // the log takes part in the page
-    QString sPagerMessage;            // its last published prediction, empty before the first
+    QString pagerMessage;             // its last published prediction, empty before the first
 };
 // The race log slots in order; an empty slot is nullopt.
 using PagerSlots = QList<std::optional<PagerEntry>>;
 
 // "02:35pm RaceLog# 1> ET: 9.5041 ... ABP=29.92 Temp=72.5": the time, then a blank and the
 // message of every taking part log in slot order, then a blank and the weather.
-QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& sStatusLine);
+QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine);
 
 // What goes on the serial line; every command ends in a carriage return, no line feed.
 QByteArray pageCommand(const QString& pageText);  // "f" and the page, no blank

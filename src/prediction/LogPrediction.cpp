@@ -8,7 +8,7 @@ namespace {
 
 RunCells runCells(const RaceLog& log) {
     const RunTable& table = log.runs();
-    return [&table](int row, int column) { return table.TextArray(table.fLabel(row, column)); };
+    return [&table](int row, int column) { return table.cell(row, column); };
 }
 
 } // namespace

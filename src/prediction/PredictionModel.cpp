@@ -18,13 +18,13 @@ using NumberText::IsNumeric;
 // The page piece and the caption name the log by its identifier, or else by its slot; the
 // two texts differ in spelling and spacing, and both are kept so.
 Publication publication(const Inputs& in, const QString& sPredictionText) {
-    if (in.txtPageIdentifier.isEmpty()) {
-        const QString slot = QString::number(in.iIndex + 1);
+    if (in.pageIdentifier.isEmpty()) {
+        const QString slot = QString::number(in.slot + 1);
         return {QStringLiteral("RaceLog# ") + slot + QStringLiteral("> ") + sPredictionText,
                 QStringLiteral("Race Log# ") + slot + QStringLiteral("  ") + sPredictionText};
     }
-    return {in.txtPageIdentifier + QStringLiteral("> ") + sPredictionText,
-            in.txtPageIdentifier + QStringLiteral("  ") + sPredictionText};
+    return {in.pageIdentifier + QStringLiteral("> ") + sPredictionText,
+            in.pageIdentifier + QStringLiteral("  ") + sPredictionText};
 }
 
 // The throttle stop timer that makes the target: both times are taken to the model's zero
@@ -41,9 +41,9 @@ double throttleStop(double referenceET, double aaRef, double aaNow, double targe
 // The change of vapor pressure since the reference run, when it is worth showing.
 QString vaporPressurePiece(const Inputs& in) {
     const QString vpRefText = in.cells(in.referenceRow, RunColumn::VP);
-    if (!in.bDeltaVP || !IsNumeric(in.txtVP) || !IsNumeric(vpRefText))
+    if (!in.deltaVP || !IsNumeric(in.vaporPressure) || !IsNumeric(vpRefText))
         return {};
-    const double delta = checked(converted(vpRefText) - converted(in.txtVP));
+    const double delta = checked(converted(vpRefText) - converted(in.vaporPressure));
     if (!(std::fabs(delta) > 0.01))
         return {};
     // A negative delta takes its minus from the pattern.
@@ -56,24 +56,25 @@ void predict(const Inputs& in, Outcome& out) {
     if (!referenceText)
         return;
     const QString aaRefText = in.cells(in.referenceRow, RunColumn::AA);
-    if (!IsNumeric(aaRefText) || !IsNumeric(in.txtAA) || !IsNumeric(in.txtPF))
+    if (!IsNumeric(aaRefText) || !IsNumeric(in.adjustedAltitude) ||
+        !IsNumeric(in.performanceFactor))
         return;
 
     const double referenceET = converted(*referenceText);
     const double aaRef = converted(aaRefText);
-    const double aaNow = converted(in.txtAA);
-    const double sensitivity = checked(EtModel::sensitivity(converted(in.txtPF)));
+    const double aaNow = converted(in.adjustedAltitude);
+    const double sensitivity = checked(EtModel::sensitivity(converted(in.performanceFactor)));
     const double predictedET =
         checked(EtModel::etAtAltitude(referenceET, aaRef, aaNow, sensitivity));
     QString sPredictionText = QStringLiteral("ET: ") + Format(predictedET, "##.0000");
     out.publications.append(publication(in, sPredictionText));
 
     const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
-    if (!IsNumeric(in.txtTargetET) || !IsNumeric(timerRefText) || !IsNumeric(in.txtTSR))
+    if (!IsNumeric(in.targetEt) || !IsNumeric(timerRefText) || !IsNumeric(in.throttleStopRatio))
         return;
-    const double targetET = converted(in.txtTargetET);
+    const double targetET = converted(in.targetEt);
     const double TS = throttleStop(referenceET, aaRef, aaNow, targetET, converted(timerRefText),
-                                   converted(in.txtTSR), sensitivity);
+                                   converted(in.throttleStopRatio), sensitivity);
     if (TS > 0 && targetET > 0)
         sPredictionText += QStringLiteral("  TS @ ") + Format(targetET, "#0.00##") +
                            QStringLiteral(": ") + Format(TS, "##.0000");

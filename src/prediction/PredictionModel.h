@@ -12,21 +12,21 @@
 namespace PredictionModel {
 
 struct Inputs {
-    RunCells cells;       // the log's own run table
-    int referenceRow = 0; // the reference run's list index plus 1; 0 when none is chosen
-    QString txtAA;        // adjusted altitude now
-    QString txtVP;        // vapor pressure now
-    QString txtPF;        // performance factor
-    QString txtTSR;       // throttle stop ratio
-    QString txtTargetET;  // the ET the team wants to run
-    QString txtPageIdentifier;
-    int iIndex = 0;        // the log's slot
-    bool bDeltaVP = false; // report the change of vapor pressure
+    RunCells cells;            // the log's own run table
+    int referenceRow = 0;      // the reference run's list index plus 1; 0 when none is chosen
+    QString adjustedAltitude;  // adjusted altitude now
+    QString vaporPressure;     // vapor pressure now
+    QString performanceFactor; // performance factor
+    QString throttleStopRatio; // throttle stop ratio
+    QString targetEt;          // the ET the team wants to run
+    QString pageIdentifier;
+    int slot = 0;         // the log's slot
+    bool deltaVP = false; // report the change of vapor pressure
 };
 
 // One publish of the prediction line: the log's piece of the page and its window caption.
 struct Publication {
-    QString sPagerMessage;
+    QString pagerMessage;
     QString caption;
 };
 

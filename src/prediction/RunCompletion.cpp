@@ -55,7 +55,7 @@ Dialogs::Message question(const Inputs& in, const Mode& mode, const QString& com
 // The notes keep what the finish cell held before, one blank line between entries.
 QString notesWithEntry(const Inputs& in, const Mode& mode, const QString& completed,
                        const QString& oldFinish) {
-    QString notes = in.txtNotes;
+    QString notes = in.notes;
     if (!notes.isEmpty())
         notes += crlf + crlf;
     return notes + QStringLiteral("Run #") + QString::number(in.currentRow) + crlf +
@@ -68,9 +68,9 @@ Outcome propose(const Inputs& in) {
     const int S = in.currentRow;
     const RunCells& cells = in.cells;
 
-    if (!IsNumeric(in.txtPF))
+    if (!IsNumeric(in.performanceFactor))
         return Ended{};
-    const double pf = converted(in.txtPF);
+    const double pf = converted(in.performanceFactor);
     const Mode* mode = modeOf(cells, R);
     if (!mode)
         return Ended{};

@@ -16,8 +16,8 @@ struct Inputs {
     RunCells cells;              // the log's run table
     int referenceListIndex = -1; // the reference run's list index; -1 when none is chosen
     int currentRow = 0;          // the run to complete
-    QString txtPF;               // performance factor
-    QString txtNotes;            // the log's notes as they stand
+    QString performanceFactor;   // performance factor
+    QString notes;               // the log's notes as they stand
 };
 
 // Data missing: the command ends without a word.

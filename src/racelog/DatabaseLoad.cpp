@@ -79,16 +79,15 @@ bool readRuns(LogConnection& connection, Reader& reader) {
             log.refRunItems << QString::number(log.refRunItems.size() + 1);
         }
         for (int i = 0; i < int(runFields().size()); ++i) {
-            const int cell = grid.fLabel(row, runFields()[i].column);
+            const int column = runFields()[i].column;
             const QVariant value = query.value(i);
-            QString text = grid.TextArray(cell);
+            QString text = grid.cell(row, column);
             if (value.isNull())
                 text.clear();
             else
-                reader.take(LogFieldRules::cellText(ColumnTable::Columns[runFields()[i].column],
-                                                    value, text),
+                reader.take(LogFieldRules::cellText(ColumnTable::Columns[column], value, text),
                             text);
-            grid.setTextArray(cell, text);
+            grid.setCell(row, column, text);
         }
     }
     return query.lastError().type() == QSqlError::NoError;

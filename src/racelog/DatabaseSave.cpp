@@ -44,7 +44,7 @@ std::optional<QVariant> asVariant(std::optional<double> value) {
 // The value of one Log field for the run in `row`. nullopt when it cannot be stored.
 std::optional<QVariant> logFieldValue(const Field& field, int column, int row,
                                       const RaceLogData& log, const QDateTime& now) {
-    const QString cell = log.grid.TextMatrix(row, column);
+    const QString cell = log.grid.cell(row, column);
     switch (field.type) {
     case FieldType::Integer: // the running number as key; Status, always 0
         return field.name == LogFileSchema::KeyField ? row : 0;
@@ -92,7 +92,7 @@ bool writeLogRows(LogConnection& connection, const RaceLogData& log, const QDate
     if (!insert.prepare(QStringLiteral("INSERT INTO \"Log\" (%1) VALUES (%2)")
                             .arg(LogFileSchema::fieldList(fields), placeholders(fields.size()))))
         return false;
-    for (int row = 1; row < log.grid.Rows(); ++row) {
+    for (int row = 1; row < log.grid.tableRows(); ++row) {
         for (size_t i = 0; i < fields.size(); ++i) {
             const auto value = logFieldValue(fields[i], logFieldColumns()[i], row, log, now);
             if (!value)

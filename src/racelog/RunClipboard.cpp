@@ -7,7 +7,7 @@ Runs copy(const RunTable& table, int firstRow, int lastRow) {
     for (int row = firstRow; row <= lastRow; ++row) {
         Cells& cells = runs.emplace_back();
         for (int column = FirstColumn; column <= LastColumn; ++column)
-            cells[column] = table.TextMatrix(row, column);
+            cells[column] = table.cell(row, column);
     }
     return runs;
 }
@@ -16,7 +16,7 @@ Runs cut(RunTable& table, int firstRow, int lastRow) {
     const Runs runs = copy(table, firstRow, lastRow);
     for (int row = firstRow; row <= lastRow; ++row) {
         for (int column = FirstColumn; column <= LastColumn; ++column)
-            table.setTextMatrix(row, column, QString());
+            table.setCell(row, column, QString());
     }
     return runs;
 }
@@ -24,7 +24,7 @@ Runs cut(RunTable& table, int firstRow, int lastRow) {
 void paste(RunTable& table, int row, const Runs& clipboard) {
     for (const Cells& cells : clipboard) {
         for (int column = FirstColumn; column <= LastColumn; ++column)
-            table.setTextMatrix(row, column, cells[column]);
+            table.setCell(row, column, cells[column]);
         ++row;
     }
 }

@@ -32,7 +32,7 @@ void editCell(RaceLog& log, int row, int column, const QString& text) {
     if (column < 0 || column >= ColumnTable::Count)
         return;
     log.change(QStringLiteral("Edit ") + ColumnTable::Columns[column].caption.toString(),
-               [&](RaceLogData& data) { data.grid.setTextMatrix(row, column, text); });
+               [&](RaceLogData& data) { data.grid.setCell(row, column, text); });
 }
 
 int newRun(RaceLog& log, const QDateTime& now) {
@@ -70,7 +70,7 @@ void pasteRuns(RaceLog& log, int row, const RunClipboard::Runs& clipboard) {
                              ? QStringLiteral("Paste Run")
                              : QStringLiteral("Paste %1 Runs").arg(clipboard.size());
     log.change(text, [&](RaceLogData& data) {
-        while (data.grid.Rows() < row + clipboard.size()) {
+        while (data.grid.tableRows() < row + clipboard.size()) {
             addRun(data, [](RunTable& table) {
                 const int added = table.addRun();
                 table.paintRowBand(added);
@@ -84,9 +84,9 @@ void pasteRuns(RaceLog& log, int row, const RunClipboard::Runs& clipboard) {
 void importWeather(RaceLog& log, int row, const WeatherRecord* weather, const RunMoment& stamp) {
     log.change(QStringLiteral("Import Weather"), [&](RaceLogData& data) {
         if (stamp.time)
-            data.grid.setTextMatrix(row, TimeColumn, DateText::TimeText(*stamp.time));
+            data.grid.setCell(row, TimeColumn, DateText::TimeText(*stamp.time));
         if (stamp.date)
-            data.grid.setTextMatrix(row, DateColumn, DateText::RunDateText(*stamp.date));
+            data.grid.setCell(row, DateColumn, DateText::RunDateText(*stamp.date));
         if (weather)
             WriteRunWeather(data.grid, row, *weather);
     });
@@ -94,7 +94,7 @@ void importWeather(RaceLog& log, int row, const WeatherRecord* weather, const Ru
 
 void completeRun(RaceLog& log, int row, int column, const QString& finish, const QString& notes) {
     log.change(QStringLiteral("Complete Run %1").arg(row), [&](RaceLogData& data) {
-        data.grid.setTextMatrix(row, column, finish);
+        data.grid.setCell(row, column, finish);
         data.notes = notes;
     });
 }

@@ -14,18 +14,18 @@ constexpr int CarriedColumns[] = {16, 17, 15};
 
 int appendRun(RunTable& table, const QDateTime& now) {
     const int row = table.addRun();
-    table.setTextMatrix(row, 1, DateText::TimeText(now.time()));
-    table.setTextMatrix(row, 2, DateText::RunDateText(now.date()));
+    table.setCell(row, 1, DateText::TimeText(now.time()));
+    table.setCell(row, 2, DateText::RunDateText(now.date()));
     for (const int column : CarriedColumns)
-        table.setTextMatrix(row, column, table.TextMatrix(row - 1, column));
+        table.setCell(row, column, table.cell(row - 1, column));
     table.paintRowBand(row);
     return row;
 }
 
 void deleteRun(RunTable& table, int row) {
-    if (table.Rows() < 3 && row < 2) {
+    if (table.tableRows() < 3 && row < 2) {
         for (int column = 1; column < table.Cols(); ++column)
-            table.setTextMatrix(row, column, QString());
+            table.setCell(row, column, QString());
         return;
     }
     table.removeRun(row);

@@ -24,21 +24,13 @@ RunTable::RunTable(QObject* parent) : QAbstractTableModel(parent) {
     addRun();
 }
 
-QString RunTable::TextArray(int index) const {
-    return index >= 0 ? TextMatrix(index / ColumnCount, index % ColumnCount) : QString();
-}
-
-bool RunTable::setTextArray(int index, const QString& text) {
-    return index >= 0 && setTextMatrix(index / ColumnCount, index % ColumnCount, text);
-}
-
-QString RunTable::TextMatrix(int row, int column) const {
+QString RunTable::cell(int row, int column) const {
     return isCell(row, column) ? rows[row].texts[column] : QString();
 }
 
 // A text that is there already is not written: the row stays shared with the copies of the
 // table that undo keeps.
-bool RunTable::setTextMatrix(int row, int column, const QString& text) {
+bool RunTable::setCell(int row, int column, const QString& text) {
     if (!isCell(row, column))
         return false;
     if (rows.at(row).texts.at(column) != text) {
@@ -49,7 +41,7 @@ bool RunTable::setTextMatrix(int row, int column, const QString& text) {
 }
 
 int RunTable::addRun() {
-    const int row = Rows();
+    const int row = tableRows();
     beginInsertRows(QModelIndex(), row - 1, row - 1);
     appendRow();
     rows[row].texts[0] = QString::number(row);
@@ -58,15 +50,15 @@ int RunTable::addRun() {
 }
 
 bool RunTable::removeRun(int row) {
-    if (!isRun(row) || Rows() <= 2)
+    if (!isRun(row) || tableRows() <= 2)
         return false;
     beginRemoveRows(QModelIndex(), row - 1, row - 1);
     rows.remove(row);
     endRemoveRows();
-    for (int r = row; r < Rows(); ++r)
+    for (int r = row; r < tableRows(); ++r)
         rows[r].texts[0] = QString::number(r);
-    if (row < Rows())
-        emit headerDataChanged(Qt::Vertical, row - 1, Rows() - 2);
+    if (row < tableRows())
+        emit headerDataChanged(Qt::Vertical, row - 1, tableRows() - 2);
     return true;
 }
 
@@ -93,7 +85,7 @@ bool RunTable::hideColumn(int column) {
     if (column < 0 || column >= ColumnCount || !ColumnTable::Columns[column].canBeHidden())
         return false;
     setColumnWidth(column, 0);
-    setTextMatrix(0, column, QString());
+    setCell(0, column, QString());
     return true;
 }
 
@@ -101,7 +93,7 @@ bool RunTable::showColumn(int column) {
     if (column < 0 || column >= ColumnCount || !ColumnTable::Columns[column].canBeHidden())
         return false;
     setColumnWidth(column, ShownAgainWidth);
-    setTextMatrix(0, column, ColumnTable::Columns[column].caption.toString());
+    setCell(0, column, ColumnTable::Columns[column].caption.toString());
     return true;
 }
 
@@ -142,9 +134,9 @@ void RunTable::paintRowBand(int row) {
 }
 
 void RunTable::paintRowBands() {
-    for (int row = 1; row < Rows(); ++row)
+    for (int row = 1; row < tableRows(); ++row)
         bandRow(row);
-    runRowsChanged(1, Rows() - 1, false);
+    runRowsChanged(1, tableRows() - 1, false);
 }
 
 bool RunTable::markReferenceRun(int row) {
@@ -154,18 +146,18 @@ bool RunTable::markReferenceRun(int row) {
     CellLook& reference = rows[row].looks[0];
     reference.background = CellColor::ReferenceRun;
     reference.bold = true;
-    runRowsChanged(1, Rows() - 1, true);
+    runRowsChanged(1, tableRows() - 1, true);
     return true;
 }
 
 void RunTable::unmarkReferenceRun() {
     clearReferenceMarks();
-    runRowsChanged(1, Rows() - 1, true);
+    runRowsChanged(1, tableRows() - 1, true);
 }
 
 // Only the marked rows are written, so the others stay shared.
 void RunTable::clearReferenceMarks() {
-    for (int r = 1; r < Rows(); ++r) {
+    for (int r = 1; r < tableRows(); ++r) {
         const CellLook& number = rows.at(r).looks.at(0);
         if (number.background == CellColor::ButtonFace && !number.bold)
             continue;
@@ -176,7 +168,7 @@ void RunTable::clearReferenceMarks() {
 }
 
 int RunTable::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : Rows() - 1;
+    return parent.isValid() ? 0 : tableRows() - 1;
 }
 
 int RunTable::columnCount(const QModelIndex& parent) const {
@@ -196,7 +188,7 @@ QVariant RunTable::headerData(int section, Qt::Orientation orientation, int role
 }
 
 bool RunTable::isCell(int row, int column) const {
-    return row >= 0 && row < Rows() && column >= 0 && column < ColumnCount;
+    return row >= 0 && row < tableRows() && column >= 0 && column < ColumnCount;
 }
 
 void RunTable::appendRow() {

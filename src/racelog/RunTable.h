@@ -11,10 +11,9 @@
 // has two rows. Besides the text each cell has a look (background, text colour, bold,
 // underline) and each column a width in twips, 0 meaning hidden.
 //
-// The program addresses cells by these numbers: TextMatrix(row, column), or TextArray(index)
-// with the flat index fLabel(row, column). Views see the table through Qt's model face, in
-// which the header row and the number column are the headers, so that a QTableView keeps them
-// fixed while the runs scroll:
+// The program addresses cells by these numbers: cell(row, column). Views see the table through Qt's
+// model face, in which the header row and the number column are the headers, so that a QTableView
+// keeps them fixed while the runs scroll:
 //   model row r, model column c   = cell (r + 1, c + 1)
 //   horizontal header section c   = cell (0, c + 1)
 //   vertical header section r     = cell (r + 1, 0)
@@ -58,15 +57,12 @@ public:
     // Puts the run rows back as they were; the header row stays as it is now.
     void restoreRuns(const Runs& runs);
 
-    int Rows() const { return int(rows.size()); }
+    int tableRows() const { return int(rows.size()); }
     int Cols() const { return ColumnCount; }
-    int fLabel(int row, int column) const { return row * ColumnCount + column; }
 
     // Cell texts; an address outside the table reads empty and is not written.
-    QString TextArray(int index) const;
-    bool setTextArray(int index, const QString& text);
-    QString TextMatrix(int row, int column) const;
-    bool setTextMatrix(int row, int column, const QString& text);
+    QString cell(int row, int column) const;
+    bool setCell(int row, int column, const QString& text);
 
     // Appends a blank run row with its number in column 0 and returns its row.
     int addRun();
@@ -112,7 +108,7 @@ signals:
 
 private:
     bool isCell(int row, int column) const;
-    bool isRun(int row) const { return row >= 1 && row < Rows(); }
+    bool isRun(int row) const { return row >= 1 && row < tableRows(); }
     void appendRow();
     void bandRow(int row);
     void cellChanged(int row, int column);

@@ -42,5 +42,5 @@ constexpr WeatherCell WeatherCells[] = {
 
 void WriteRunWeather(RunTable& table, int row, const WeatherRecord& weather) {
     for (const WeatherCell& cell : WeatherCells)
-        table.setTextMatrix(row, cell.column, cell.value(weather));
+        table.setCell(row, cell.column, cell.value(weather));
 }

@@ -69,15 +69,15 @@ private slots:
 
         AppState state;
         MainWindow window(state);
-        window.Load();
+        window.load();
         window.show();
         QVERIFY(dialogs.messages.isEmpty()); // a port is set, so no question about one
         QCOMPARE(statusText(window), QStringLiteral("Waiting for Weather Update..."));
 
         QTRY_VERIFY_WITH_TIMEOUT(fullStatusLine.match(statusText(window)).hasMatch(), 10000);
-        QCOMPARE(state.sStatusLine, statusText(window));
+        QCOMPARE(state.statusLine, statusText(window));
         QVERIFY(window.findChild<QLabel*>(QStringLiteral("lblPellamor"))->isEnabled());
-        QVERIFY(state.CurrentWeather.ABP > 25 && state.CurrentWeather.ABP < 32);
+        QVERIFY(state.currentWeather.ABP > 25 && state.currentWeather.ABP < 32);
 
         // Each handled line leaves one row of the exact form in today's weather log.
         QTRY_VERIFY_WITH_TIMEOUT(weatherLogRows(home).size() >= 3, 10000);
@@ -111,16 +111,16 @@ private slots:
 
         AppState mainState;
         MainWindow mainWindow(mainState);
-        mainWindow.Load();
+        mainWindow.load();
         // A main instance connects to the relay when its port settings are applied.
         QVERIFY(mainWindow.instrument().connectIPPort());
         QSignalSpy mainLines(&mainWindow.weatherFeed(), &WeatherFeed::statusText);
 
         AppState displayState;
-        displayState.bDisplayMode = true;
+        displayState.displayMode = true;
         MainWindow displayWindow(displayState);
-        displayWindow.Load();
-        displayWindow.ConnectRelay();
+        displayWindow.load();
+        displayWindow.connectRelay();
         QCOMPARE(displayWindow.windowTitle(), QStringLiteral("Vessimar"));
         QSignalSpy displayLines(&displayWindow.weatherFeed(), &WeatherFeed::statusText);
         QSignalSpy displayRelays(&displayWindow.weatherFeed(), &WeatherFeed::relayLine);
@@ -128,7 +128,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(displayLines.count() >= 3, 15000);
         QVERIFY(fullStatusLine.match(statusText(displayWindow)).hasMatch());
         // The display shows what the main instance received, and sends nothing on.
-        QCOMPARE(displayState.CurrentWeather.ABP, mainState.CurrentWeather.ABP);
+        QCOMPARE(displayState.currentWeather.ABP, mainState.currentWeather.ABP);
         QCOMPARE(displayRelays.count(), 0);
 
         // Only the main instance writes the weather log: one row for each of its lines.

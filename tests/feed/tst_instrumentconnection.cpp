@@ -179,7 +179,7 @@ private slots:
         chooseComPort3(connection);
         QVERIFY(connection.StartComm());
         QSignalSpy closed(&connection.serialPort(), &PortLink::closed);
-        connection.portSettings.iComPort = 0;
+        connection.portSettings.comPort = 0;
         QVERIFY(connection.StartComm());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(closed.count(), 0);
@@ -193,7 +193,7 @@ private slots:
         QVERIFY(connection.StartComm());
         QSignalSpy closed(&connection.serialPort(), &PortLink::closed);
         QSignalSpy opened(&connection.serialPort(), &PortLink::opened);
-        connection.portSettings.iBaud = 7;
+        connection.portSettings.baud = 7;
         QVERIFY(connection.ApplyPortSettings());
         QCOMPARE(closed.count(), 1);
         QCOMPARE(opened.count(), 1);
@@ -219,7 +219,7 @@ private slots:
         SetPortDevice(2, pty->portEnd()); // the port a start prepares before the settings
         InstrumentConnection connection;
         chooseComPort3(connection);
-        connection.portSettings.iComPort = 0;
+        connection.portSettings.comPort = 0;
         QVERIFY(connection.ApplyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
         QVERIFY(connection.StartComm());
@@ -237,10 +237,10 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        connection.portSettings.iBaud = 8;
+        connection.portSettings.baud = 8;
         QVERIFY(!connection.ApplyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
-        connection.portSettings.iComPort = 0;
+        connection.portSettings.comPort = 0;
         QVERIFY(!connection.ApplyPortSettings());
     }
 
@@ -249,7 +249,7 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        connection.portSettings.iDataBits = 0;
+        connection.portSettings.dataBits = 0;
         QVERIFY(!connection.ApplyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
     }
@@ -276,7 +276,7 @@ private slots:
         SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         InstrumentConnection connection;
         chooseComPort3(connection);
-        connection.portSettings.iComPort = 26;
+        connection.portSettings.comPort = 26;
         QVERIFY(connection.StartComm());
         QVERIFY(connection.serialPort().isOpen());
     }
@@ -396,10 +396,10 @@ private slots:
         Relay relay;
         InstrumentConnection connection;
         chooseComPort3(connection);
-        connection.portSettings.iComPort = TcpIpComPort;
+        connection.portSettings.comPort = TcpIpComPort;
         connection.applyLink(QStringLiteral(" 127.0.0.1 "), QStringLiteral(" ") + relay.port());
-        QCOMPARE(connection.portSettings.sHost, QStringLiteral("127.0.0.1"));
-        QCOMPARE(connection.portSettings.sTcpPort, relay.port());
+        QCOMPARE(connection.portSettings.host, QStringLiteral("127.0.0.1"));
+        QCOMPARE(connection.portSettings.tcpPort, relay.port());
         QVERIFY(!connection.serialPort().isOpen());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
@@ -465,8 +465,8 @@ private slots:
 
         const QString portText = port == u"relay" ? relay.port() : port;
         connection.applyLink(host, portText);
-        QCOMPARE(connection.portSettings.sHost, host);
-        QCOMPARE(connection.portSettings.sTcpPort, portText);
+        QCOMPARE(connection.portSettings.host, host);
+        QCOMPARE(connection.portSettings.tcpPort, portText);
         QVERIFY(!connection.IPPort().isOpen());
         QTRY_COMPARE(client->state(), QAbstractSocket::UnconnectedState);
         QVERIFY(relay.noNewClient());
@@ -557,11 +557,11 @@ private slots:
     void connectIPPortNeedsHostAndPort() {
         Relay relay;
         InstrumentConnection connection;
-        connection.portSettings.sHost = QStringLiteral("None");
-        connection.portSettings.sTcpPort = relay.port();
+        connection.portSettings.host = QStringLiteral("None");
+        connection.portSettings.tcpPort = relay.port();
         QVERIFY(!connection.connectIPPort());
         QVERIFY(relay.noNewClient());
-        connection.portSettings.sHost = QStringLiteral("127.0.0.1");
+        connection.portSettings.host = QStringLiteral("127.0.0.1");
         QVERIFY(connection.connectIPPort());
         QVERIFY(relay.waitForClient());
         QTRY_VERIFY(connection.IPPort().isOpen());

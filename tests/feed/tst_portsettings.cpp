@@ -23,14 +23,14 @@ PortSettings firstRun() {
 
 PortSettings sample() {
     PortSettings s;
-    s.iComPort = 3;
-    s.iBaud = 5;
-    s.iParity = 2;
-    s.iDataBits = 4;
-    s.iStopBits = 1;
-    s.iFlowControl = 3;
-    s.sHost = QStringLiteral("relay.local");
-    s.sTcpPort = QStringLiteral("6000");
+    s.comPort = 3;
+    s.baud = 5;
+    s.parity = 2;
+    s.dataBits = 4;
+    s.stopBits = 1;
+    s.flowControl = 3;
+    s.host = QStringLiteral("relay.local");
+    s.tcpPort = QStringLiteral("6000");
     return s;
 }
 
@@ -60,11 +60,11 @@ private slots:
     void missingPositionIsWrittenFromMemory() {
         store(0, QStringLiteral("2"));
         PortSettings s;
-        s.iBaud = 6;
-        s.iFlowControl = 2;
+        s.baud = 6;
+        s.flowControl = 2;
         LoadPortSettings(s);
-        QCOMPARE(s.iComPort, qint16(2));
-        QCOMPARE(s.iBaud, qint16(6));
+        QCOMPARE(s.comPort, qint16(2));
+        QCOMPARE(s.baud, qint16(6));
         QCOMPARE(stored(1), QStringLiteral("6"));
         QCOMPARE(stored(5), QStringLiteral("2"));
     }
@@ -88,9 +88,9 @@ private slots:
         QFETCH(QString, value);
         store(1, value);
         PortSettings s;
-        s.iBaud = 5;
+        s.baud = 5;
         LoadPortSettings(s);
-        QCOMPARE(s.iBaud, qint16(5));
+        QCOMPARE(s.baud, qint16(5));
         QCOMPARE(stored(1), value);
     }
 
@@ -106,11 +106,11 @@ private slots:
         PortSettings s;
         LoadPortSettings(s);
         const PortSettings asLoaded = s;
-        QCOMPARE(s.iBaud, qint16(0));
-        QCOMPARE(s.iParity, qint16(0));
-        QCOMPARE(s.iDataBits, qint16(4));
-        s.iParity = 2;
-        s.sTcpPort = QStringLiteral("6000");
+        QCOMPARE(s.baud, qint16(0));
+        QCOMPARE(s.parity, qint16(0));
+        QCOMPARE(s.dataBits, qint16(4));
+        s.parity = 2;
+        s.tcpPort = QStringLiteral("6000");
         SavePortSettings(s, asLoaded);
         QCOMPARE(stored(0), QStringLiteral("25"));
         QCOMPARE(stored(1), QStringLiteral("fast"));
@@ -134,14 +134,14 @@ private slots:
     // seeded again.
     void emptyHostAndPortAreSeededAgain() {
         PortSettings s = sample();
-        s.sHost.clear();
-        s.sTcpPort.clear();
+        s.host.clear();
+        s.tcpPort.clear();
         SavePortSettings(s, firstRun());
         QCOMPARE(stored(6), Registry::NoKeyValue);
         PortSettings loaded;
         LoadPortSettings(loaded);
-        QCOMPARE(loaded.sHost, QStringLiteral("localhost"));
-        QCOMPARE(loaded.sTcpPort, QStringLiteral("5555"));
+        QCOMPARE(loaded.host, QStringLiteral("localhost"));
+        QCOMPARE(loaded.tcpPort, QStringLiteral("5555"));
         QCOMPARE(stored(6), QStringLiteral("localhost"));
         QCOMPARE(stored(7), QStringLiteral("5555"));
     }
@@ -172,10 +172,10 @@ private slots:
         QFETCH(int, dataBits);
         QFETCH(int, stopBits);
         PortSettings s;
-        s.iBaud = qint16(baud);
-        s.iParity = qint16(parity);
-        s.iDataBits = qint16(dataBits);
-        s.iStopBits = qint16(stopBits);
+        s.baud = qint16(baud);
+        s.parity = qint16(parity);
+        s.dataBits = qint16(dataBits);
+        s.stopBits = qint16(stopBits);
         QTEST(SettingsText(s), "text");
     }
 

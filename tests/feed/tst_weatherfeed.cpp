@@ -95,7 +95,7 @@ private slots:
         QSignalSpy relay(&feed, &WeatherFeed::relayLine);
         connect(&feed, &WeatherFeed::onlineMarkEnabled, this, [&] { events << "online"; });
         connect(&feed, &WeatherFeed::statusText, this, [&](const QString& text) {
-            events << QStringLiteral("status kept=%1").arg(state.sStatusLine == text);
+            events << QStringLiteral("status kept=%1").arg(state.statusLine == text);
         });
         SeeingView view(state, [&](const WeatherRecord&) {
             events << QStringLiteral("views rows=%1").arg(todaysRows());
@@ -130,7 +130,7 @@ private slots:
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
-        state.bAutomaticUpdates = false;
+        state.automaticUpdates = false;
         state.raceLogs.open(&log);
         WeatherFeed feed(state);
         feed.serialBytes((FullLine + SecondLine).toLatin1());
@@ -183,7 +183,7 @@ private slots:
         AppState state;
         WeatherFeed feed(state);
         feed.serialBytes(FullLine.toLatin1());
-        QCOMPARE(state.sStatusLine, AllShown);
+        QCOMPARE(state.statusLine, AllShown);
     }
 
     void relayIsTheLineAsItCame() {
@@ -199,14 +199,14 @@ private slots:
         AppState state;
         WeatherFeed feed(state);
         feed.serialBytes(FullLine.toLatin1());
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
     }
 
     void wordBeforeDateDroppedByFraming() {
         AppState state;
         WeatherFeed feed(state);
         feed.serialBytes("READY" + FullLine.toLatin1());
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
     }
 
     void lineWithoutLeadingSpaceLosesItsDate() {
@@ -230,7 +230,7 @@ private slots:
         expected.WD = 7;
         expected.WS = 11;
         expected.AL = 340; // token 16 finds no space behind "340", so WG keeps its value
-        QCOMPARE(state.CurrentWeather, expected);
+        QCOMPARE(state.currentWeather, expected);
     }
 
     void emptyLineStillRunsTheDispatch() {
@@ -238,11 +238,11 @@ private slots:
         RecordingRaceLog log(QStringLiteral("log0"), events);
         AppState state;
         state.raceLogs.open(&log);
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         WeatherFeed feed(state);
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         feed.serialBytes(" \r");
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
         QCOMPARE(log.predictions, 1);
         QCOMPARE(online.count(), 1);
         const QByteArray row = todaysLog();
@@ -252,7 +252,7 @@ private slots:
 
     void displayModeWritesNoLogRow() {
         AppState state;
-        state.bDisplayMode = true;
+        state.displayMode = true;
         WeatherFeed feed(state);
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         feed.serialBytes(FullLine.toLatin1());
@@ -286,14 +286,14 @@ private slots:
         QCOMPARE(online.count(), 0);
         feed.tcpBytes(line.mid(20));
         QCOMPARE(online.count(), 1);
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
     }
 
     // CR LF line ends feed the same record as CR alone, over a real connection and on the
     // serial link.
     void crLfLinesParseAsCrLines() {
         AppState state;
-        state.bDisplayMode = true;
+        state.displayMode = true;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
         SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
@@ -322,7 +322,7 @@ private slots:
     // An overlong line is dropped whole on both links and counted; the next line is read.
     void overlongLinesAreDroppedAndCounted() {
         AppState state;
-        state.bDisplayMode = true;
+        state.displayMode = true;
         WeatherFeed feed(state);
         QList<WeatherRecord> seen;
         SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
@@ -342,7 +342,7 @@ private slots:
         WeatherFeed feed(state);
         QSignalSpy relay(&feed, &WeatherFeed::relayLine);
         feed.tcpBytes(FullLine.toLatin1());
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
         QCOMPARE(relay.count(), 0);
     }
 
@@ -352,7 +352,7 @@ private slots:
         AppState mainState;
         WeatherFeed mainFeed(mainState);
         AppState displayState;
-        displayState.bDisplayMode = true;
+        displayState.displayMode = true;
         WeatherFeed displayFeed(displayState);
 
         QTcpServer server;
@@ -372,7 +372,7 @@ private slots:
         mainFeed.serialBytes((FullLine + SecondLine).toLatin1());
 
         QTRY_COMPARE(displayOnline.count(), 2);
-        QCOMPARE(displayState.CurrentWeather, SecondRecord());
+        QCOMPARE(displayState.currentWeather, SecondRecord());
         QCOMPARE(displayRelay.count(), 0);
         QCOMPARE(todaysRows(), 2); // the main instance's rows only
     }
@@ -396,7 +396,7 @@ private slots:
         QCOMPARE(events,
                  (QStringList{"log0 takeLiveWeather", "log0 updatePredictions", "relay 11/22/26",
                               "log0 takeLiveWeather", "log0 updatePredictions", "relay 11/23/26"}));
-        QCOMPARE(state.CurrentWeather, SecondRecord());
+        QCOMPARE(state.currentWeather, SecondRecord());
     }
 
     void commErrorTexts_data() {
@@ -438,7 +438,7 @@ private slots:
         QCOMPARE(online.count(), 0);
         feed.serialBytes(line);
         QCOMPARE(online.count(), 1);
-        QCOMPARE(state.CurrentWeather, FullRecord());
+        QCOMPARE(state.currentWeather, FullRecord());
     }
 };
 

@@ -58,7 +58,7 @@ private slots:
 
     void rowFormatIsExact() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
@@ -80,9 +80,9 @@ private slots:
 
     void floatsInGeneralFormIntegersPlain() {
         AppState state;
-        state.CurrentWeather.ABP = 0.00001f;
-        state.CurrentWeather.Temp = -3.25f;
-        state.CurrentWeather.AA = -120;
+        state.currentWeather.ABP = 0.00001f;
+        state.currentWeather.Temp = -3.25f;
+        state.currentWeather.AA = -120;
         LogWeather(state, at(Day, 9, 0, 0));
         QCOMPARE(ReadFile(dayFile(Day)),
                  QByteArray("\"09:00:00am\",1E-05,-3.25,0,-120,0,0,0,0,0,0,0,0,0,0,0\r\n"));
@@ -90,7 +90,7 @@ private slots:
 
     void rowsAreAppended() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state, at(Day, 10, 42, 7));
         LogWeather(state, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow + FullRow);
@@ -120,7 +120,7 @@ private slots:
     // The folder of the logs removed during the day is made again by the next row.
     void aRowAfterTheFolderWentMakesItAgain() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state, at(Day, 10, 42, 7));
         QVERIFY(QDir(QFileInfo(dayFile(Day)).path()).removeRecursively());
         LogWeather(state, at(Day, 10, 42, 7));
@@ -129,7 +129,7 @@ private slots:
 
     void aRowAfterTheFileWentMakesItAgain() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state, at(Day, 10, 42, 7));
         QVERIFY(QFile::remove(dayFile(Day)));
         LogWeather(state, at(Day, 10, 42, 7));
@@ -140,7 +140,7 @@ private slots:
     // reader, or a crash now, finds every row.
     void eachRowIsInTheFileAtOnce() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         for (int row = 1; row <= 3; ++row) {
             LogWeather(state, at(Day, 10, 42, row));
             QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), row);
@@ -149,7 +149,7 @@ private slots:
 
     void firstRowAfterMidnightStartsANewFile() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state, at(Day, 23, 59, 59));
         LogWeather(state, at(Day.addDays(1), 0, 0, 1));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 1);
@@ -160,29 +160,29 @@ private slots:
 
     void rowSkippedWhileTheLogIsBusy() {
         AppState state;
-        state.bLoggingWeather = true;
+        state.loggingWeather = true;
         LogWeather(state, at(Day, 10, 42, 7));
         QVERIFY(!QFile::exists(dayFile(Day)));
-        QVERIFY(state.bLoggingWeather); // still the scanner's
+        QVERIFY(state.loggingWeather); // still the scanner's
     }
 
     void busyFlagClearedAfterTheRow() {
         AppState state;
         LogWeather(state, at(Day, 10, 42, 7));
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
     }
 
     void writeErrorLosesTheRowSilently() {
         AppState state;
         QVERIFY(QDir().mkpath(dayFile(Day))); // a folder where the file should be
         LogWeather(state, at(Day, 10, 42, 7));
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
         QVERIFY(QFileInfo(dayFile(Day)).isDir());
     }
 
     void clockOfTheMachineNamesTodaysFile() {
         AppState state;
-        state.CurrentWeather = FullRecord();
+        state.currentWeather = FullRecord();
         LogWeather(state);
         const QByteArray row = ReadFile(dayFile(QDate::currentDate()));
         QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));

@@ -53,7 +53,7 @@ private slots:
     void missingFileGivesEmptyRecord() {
         AppState state;
         QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
     }
 
     void earliestOfSeveralInTheMinuteWins() {
@@ -74,7 +74,7 @@ private slots:
         writeDay(Row("10:41:00am") + Row("teatime") + FullRow);
         AppState state;
         QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)), LoggedWeather{});
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
     }
 
     // A time the general reader takes ("4A" with blanks of the 8-bit set after it) is found
@@ -99,17 +99,17 @@ private slots:
         writeDay(FullRow);
         AppState state;
         FindLoggedWeather(state, Day, QTime(10, 42));
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
     }
 
     // A row being written holds the flag; the lookup lets events run until it is free.
     void waitsForTheRowBeingWritten() {
         writeDay(FullRow);
         AppState state;
-        state.bLoggingWeather = true;
-        QTimer::singleShot(0, this, [&] { state.bLoggingWeather = false; });
+        state.loggingWeather = true;
+        QTimer::singleShot(0, this, [&] { state.loggingWeather = false; });
         QCOMPARE(FindLoggedWeather(state, Day, QTime(10, 42)).AL, 340);
-        QVERIFY(!state.bLoggingWeather);
+        QVERIFY(!state.loggingWeather);
     }
 
     // A row that is never finished holds the lookup for six turns of the event loop, not
@@ -117,7 +117,7 @@ private slots:
     void givesUpWaitingAfterSixRounds() {
         writeDay(FullRow);
         AppState state;
-        state.bLoggingWeather = true;
+        state.loggingWeather = true;
         int rounds = 0;
         QTimer turn;
         turn.setInterval(0);
@@ -132,18 +132,18 @@ private slots:
     // wrote into the shared folder.
     void displayInstanceCanLookUp() {
         AppState mainInstance;
-        mainInstance.CurrentWeather = FullRecord();
+        mainInstance.currentWeather = FullRecord();
         LogWeather(mainInstance, QDateTime(Day, QTime(10, 42, 7)));
-        mainInstance.CurrentWeather.ABP = 30.05f;
+        mainInstance.currentWeather.ABP = 30.05f;
         LogWeather(mainInstance, QDateTime(Day, QTime(10, 43, 1)));
 
         AppState display;
-        display.bDisplayMode = true;
+        display.displayMode = true;
         const LoggedWeather found = FindLoggedWeather(display, Day, QTime(10, 43, 30));
         QCOMPARE(found.Time, QStringLiteral("10:43:01am"));
         QCOMPARE(found.ABP, 30.05f);
         QCOMPARE(found.AL, 340);
-        QVERIFY(!display.bLoggingWeather);
+        QVERIFY(!display.loggingWeather);
     }
 };
 

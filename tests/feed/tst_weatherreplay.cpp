@@ -140,15 +140,15 @@ private slots:
 
     void replayLeavesTheLiveWeatherAlone() {
         AppState state;
-        state.CurrentWeather.ABP = 28.5f;
-        state.CurrentWeather.WS = 3;
-        state.sStatusLine = QStringLiteral("ABP=28.5");
-        const WeatherRecord weatherBefore = state.CurrentWeather;
-        const QString statusBefore = state.sStatusLine;
+        state.currentWeather.ABP = 28.5f;
+        state.currentWeather.WS = 3;
+        state.statusLine = QStringLiteral("ABP=28.5");
+        const WeatherRecord weatherBefore = state.currentWeather;
+        const QString statusBefore = state.statusLine;
         RecordingViews sink = RecordingViews::allOpen();
         QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
-        QCOMPARE(state.CurrentWeather, weatherBefore);
-        QCOMPARE(state.sStatusLine, statusBefore);
+        QCOMPARE(state.currentWeather, weatherBefore);
+        QCOMPARE(state.statusLine, statusBefore);
     }
 
     void correctionFactorFaultEndsTheReplay_data() {
@@ -227,8 +227,8 @@ private slots:
 
     void writtenRowsReadBackTheSame() {
         AppState state;
-        state.CurrentWeather = FullRecord();
-        state.CurrentWeather.ADR = 1.0f / 3.0f; // a float that needs all its digits
+        state.currentWeather = FullRecord();
+        state.currentWeather.ADR = 1.0f / 3.0f; // a float that needs all its digits
         LogWeather(state, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
         RecordingViews sink({View::ADR});
         LoadLoggedWeather(WeatherLogPath(QDate(2026, 11, 22)), sink.views);

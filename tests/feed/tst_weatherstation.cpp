@@ -91,7 +91,7 @@ private slots:
     // log row, and last the echo to the relay.
     void aSerialLineReachesTheLogsTheStatusLineTheWeatherLogAndTheRelay() {
         AppState state;
-        state.bAutomaticUpdates = true;
+        state.automaticUpdates = true;
         QStringList events;
         NotingLog log(events);
         state.raceLogs.open(&log);
@@ -102,8 +102,8 @@ private slots:
         connect(&station, &WeatherStation::statusText, this,
                 [&](const QString& text) { events << QStringLiteral("status ") + text; });
         Relay relay;
-        station.link().portSettings.sHost = QStringLiteral("127.0.0.1");
-        station.link().portSettings.sTcpPort = relay.port();
+        station.link().portSettings.host = QStringLiteral("127.0.0.1");
+        station.link().portSettings.tcpPort = relay.port();
         QVERIFY(station.link().connectIPPort());
         QTcpSocket* display = relay.waitForClient();
         QVERIFY(display);
@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(events[2], QStringLiteral("online 1"));
         QVERIFY(events[3].startsWith(QStringLiteral("status ")));
         QVERIFY(events[3].contains(QStringLiteral("1250")));
-        QCOMPARE(state.CurrentWeather.AA, 1250);
+        QCOMPARE(state.currentWeather.AA, 1250);
 
         // The day's weather log holds the row.
         const QDir folder(home->weatherLogFolder());
@@ -152,7 +152,7 @@ private slots:
         cableOnComPort3(station);
         station.startSerialPort(true);
         QVERIFY(!station.link().serialPort().isOpen());
-        station.link().portSettings.iComPort = TcpIpComPort;
+        station.link().portSettings.comPort = TcpIpComPort;
         station.startSerialPort(false);
         QVERIFY(!station.link().serialPort().isOpen());
     }

@@ -20,13 +20,13 @@ struct Case {
     Case() {
         row = table.addRun({{Ft1320, "9.5"}, {AA, "2000"}, {Timer2, "1.5"}, {VP, "0.512"}});
         in.referenceRow = row;
-        in.txtAA = "2100";
-        in.txtVP = "0.487";
-        in.txtPF = "5";
-        in.txtTSR = "0.25";
-        in.txtTargetET = "9.50";
-        in.iIndex = 0;
-        in.bDeltaVP = true;
+        in.adjustedAltitude = "2100";
+        in.vaporPressure = "0.487";
+        in.performanceFactor = "5";
+        in.throttleStopRatio = "0.25";
+        in.targetEt = "9.50";
+        in.slot = 0;
+        in.deltaVP = true;
     }
 
     // Sets one input by the name the log knows it by: a reference cell or a field.
@@ -34,14 +34,14 @@ struct Case {
         static const QMap<QString, int> cellColumns{
             {"1320 ft", Ft1320}, {"AAref", AA}, {"TimerRef", Timer2}, {"VPref", VP}};
         static const QMap<QString, QString Inputs::*> fields{
-            {"txtAA", &Inputs::txtAA},
-            {"txtVP", &Inputs::txtVP},
-            {"txtPF", &Inputs::txtPF},
-            {"txtTSR", &Inputs::txtTSR},
-            {"txtTargetET", &Inputs::txtTargetET},
-            {"txtPageIdentifier", &Inputs::txtPageIdentifier}};
-        if (name == "bDeltaVP")
-            in.bDeltaVP = text == "1";
+            {"adjustedAltitude", &Inputs::adjustedAltitude},
+            {"vaporPressure", &Inputs::vaporPressure},
+            {"performanceFactor", &Inputs::performanceFactor},
+            {"throttleStopRatio", &Inputs::throttleStopRatio},
+            {"targetEt", &Inputs::targetEt},
+            {"pageIdentifier", &Inputs::pageIdentifier}};
+        if (name == "deltaVP")
+            in.deltaVP = text == "1";
         else if (cellColumns.contains(name))
             table.set(row, cellColumns[name], text);
         else if (fields.contains(name))
@@ -65,7 +65,7 @@ struct Case {
 QStringList messages(const Outcome& out) {
     QStringList list;
     for (const auto& publication : out.publications)
-        list << publication.sPagerMessage;
+        list << publication.pagerMessage;
     return list;
 }
 
@@ -79,9 +79,9 @@ private slots:
         const Outcome out = c.compute();
         QVERIFY(!out.fault);
         QCOMPARE(out.publications.size(), 2);
-        QCOMPARE(out.publications[0].sPagerMessage, "RaceLog# 1> ET: 9.5041");
+        QCOMPARE(out.publications[0].pagerMessage, "RaceLog# 1> ET: 9.5041");
         QCOMPARE(out.publications[0].caption, "Race Log# 1  ET: 9.5041");
-        QCOMPARE(out.publications[1].sPagerMessage,
+        QCOMPARE(out.publications[1].pagerMessage,
                  "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
         QCOMPARE(out.publications[1].caption,
                  "Race Log# 1  ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
@@ -109,15 +109,15 @@ private slots:
                                                      << "DNF" << none;
         QTest::newRow("no reference AA") << "AAref"
                                          << "" << none;
-        QTest::newRow("AA now not a number") << "txtAA"
+        QTest::newRow("AA now not a number") << "adjustedAltitude"
                                              << "abc" << none;
-        QTest::newRow("no PF") << "txtPF"
+        QTest::newRow("no PF") << "performanceFactor"
                                << "" << none;
-        QTest::newRow("empty target: ET alone, no VP") << "txtTargetET"
+        QTest::newRow("empty target: ET alone, no VP") << "targetEt"
                                                        << "" << etAlone;
         QTest::newRow("no timer in the reference") << "TimerRef"
                                                    << "" << etAlone;
-        QTest::newRow("no ratio") << "txtTSR"
+        QTest::newRow("no ratio") << "throttleStopRatio"
                                   << "x" << etAlone;
     }
     void aMissingNumberEndsAtItsStep() {
@@ -137,16 +137,16 @@ private slots:
         QTest::addColumn<QStringList>("inputs"); // name=text pairs
         QTest::addColumn<QString>("line");
         QTest::newRow("target 0 keeps the VP piece")
-            << QStringList{"txtTargetET=0"} << "RaceLog# 1> ET: 9.5041 VP+0.025";
+            << QStringList{"targetEt=0"} << "RaceLog# 1> ET: 9.5041 VP+0.025";
         // A timer of 300 would make TS positive even for a zero target.
         QTest::newRow("target 0 drops TS whatever the timer")
-            << QStringList{"txtTargetET=0", "TimerRef=300"} << "RaceLog# 1> ET: 9.5041 VP+0.025";
+            << QStringList{"targetEt=0", "TimerRef=300"} << "RaceLog# 1> ET: 9.5041 VP+0.025";
         QTest::newRow("TS below zero drops TS")
             << QStringList{"TimerRef=0"} << "RaceLog# 1> ET: 9.5041 VP+0.025";
         QTest::newRow("VP option off")
-            << QStringList{"bDeltaVP=0"} << "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991";
+            << QStringList{"deltaVP=0"} << "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991";
         QTest::newRow("VP now not a number")
-            << QStringList{"txtVP=abc"} << "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991";
+            << QStringList{"vaporPressure=abc"} << "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991";
         QTest::newRow("no VP in the reference")
             << QStringList{"VPref="} << "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991";
     }
@@ -157,7 +157,7 @@ private slots:
         c.setAll(inputs);
         const Outcome out = c.compute();
         QCOMPARE(out.publications.size(), 2);
-        QCOMPARE(out.publications.last().sPagerMessage, line);
+        QCOMPARE(out.publications.last().pagerMessage, line);
         QVERIFY(!out.fault);
     }
 
@@ -194,22 +194,22 @@ private slots:
         QFETCH(QString, timer);
         QFETCH(QString, line);
         Case c;
-        c.set("txtPF", "10");
+        c.set("performanceFactor", "10");
         c.set("1320 ft", referenceAndTarget);
-        c.set("txtTargetET", referenceAndTarget);
+        c.set("targetEt", referenceAndTarget);
         c.set("TimerRef", timer);
-        c.in.bDeltaVP = false;
+        c.in.deltaVP = false;
         const Outcome out = c.compute();
         QCOMPARE(out.publications.size(), 2);
-        QCOMPARE(out.publications.last().sPagerMessage, "RaceLog# 1> " + line);
+        QCOMPARE(out.publications.last().pagerMessage, "RaceLog# 1> " + line);
     }
 
     void timerExactlyZeroDropsTS() {
         Case c;
-        c.set("txtPF", "10");
+        c.set("performanceFactor", "10");
         c.set("TimerRef", "0");
-        c.in.bDeltaVP = false;
-        QCOMPARE(c.compute().publications.last().sPagerMessage, "RaceLog# 1> ET: 9.5000");
+        c.in.deltaVP = false;
+        QCOMPARE(c.compute().publications.last().pagerMessage, "RaceLog# 1> ET: 9.5000");
     }
 
     void vaporPressurePiece_data() {
@@ -248,8 +248,8 @@ private slots:
         QFETCH(QString, piece);
         Case c;
         c.set("VPref", vpRef);
-        c.set("txtVP", vpNow);
-        QCOMPARE(c.compute().publications.last().sPagerMessage,
+        c.set("vaporPressure", vpNow);
+        QCOMPARE(c.compute().publications.last().pagerMessage,
                  "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991" + piece);
     }
 
@@ -277,11 +277,11 @@ private slots:
         QFETCH(QString, ft60);
         QFETCH(QString, et);
         Case c;
-        c.set("txtPF", "10");
+        c.set("performanceFactor", "10");
         c.set("1320 ft", ft1320);
         c.table.set(c.row, Ft660, ft660);
         c.table.set(c.row, Ft60, ft60);
-        QCOMPARE(c.compute().publications.first().sPagerMessage, "RaceLog# 1> " + et);
+        QCOMPARE(c.compute().publications.first().pagerMessage, "RaceLog# 1> " + et);
     }
 
     void pf10PredictsTheReferenceTime_data() {
@@ -293,23 +293,23 @@ private slots:
     void pf10PredictsTheReferenceTime() {
         QFETCH(QString, aaNow);
         Case c;
-        c.set("txtPF", "10");
+        c.set("performanceFactor", "10");
         c.set("1320 ft", "9.87654");
-        c.set("txtAA", aaNow);
-        QCOMPARE(c.compute().publications.first().sPagerMessage, "RaceLog# 1> ET: 9.8765");
+        c.set("adjustedAltitude", aaNow);
+        QCOMPARE(c.compute().publications.first().pagerMessage, "RaceLog# 1> ET: 9.8765");
     }
 
     void pfAbove10IsAccepted() {
         Case c;
-        c.set("txtPF", "12");
-        c.in.bDeltaVP = false;
+        c.set("performanceFactor", "12");
+        c.in.deltaVP = false;
         // 9.5 - 1.7e-6 x 101 x 9.5 = 9.49836885: higher air now makes the car quicker.
-        QCOMPARE(c.compute().publications.first().sPagerMessage, "RaceLog# 1> ET: 9.4984");
+        QCOMPARE(c.compute().publications.first().pagerMessage, "RaceLog# 1> ET: 9.4984");
     }
 
     void identifierNamesTheLog_data() {
         QTest::addColumn<QString>("identifier");
-        QTest::addColumn<int>("iIndex");
+        QTest::addColumn<int>("slot");
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("caption");
         QTest::newRow("first slot") << "" << 0 << "RaceLog# 1> ET: 9.5041"
@@ -321,25 +321,25 @@ private slots:
     }
     void identifierNamesTheLog() {
         QFETCH(QString, identifier);
-        QFETCH(int, iIndex);
+        QFETCH(int, slot);
         QFETCH(QString, message);
         QFETCH(QString, caption);
         Case c;
-        c.set("txtTargetET", "");
-        c.set("txtPageIdentifier", identifier);
-        c.in.iIndex = iIndex;
+        c.set("targetEt", "");
+        c.set("pageIdentifier", identifier);
+        c.in.slot = slot;
         const Outcome out = c.compute();
         QCOMPARE(out.publications.size(), 1);
-        QCOMPARE(out.publications[0].sPagerMessage, message);
+        QCOMPARE(out.publications[0].pagerMessage, message);
         QCOMPARE(out.publications[0].caption, caption);
     }
 
     void removedIdentifierTakesEffectAtTheNextPublish() {
         Case c;
-        c.set("txtPageIdentifier", "Blue");
+        c.set("pageIdentifier", "Blue");
         QCOMPARE(c.compute().publications.last().caption,
                  "Blue  ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
-        c.set("txtPageIdentifier", "");
+        c.set("pageIdentifier", "");
         QCOMPARE(c.compute().publications.last().caption,
                  "Race Log# 1  ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
     }
@@ -349,7 +349,7 @@ private slots:
     void invalidInputsLeaveTheLastMessageAlone() {
         Case c;
         QCOMPARE(c.compute().publications.size(), 2);
-        c.set("txtAA", "");
+        c.set("adjustedAltitude", "");
         const Outcome later = c.compute();
         QVERIFY(later.publications.isEmpty());
         QVERIFY(!later.fault);
@@ -360,15 +360,16 @@ private slots:
         QTest::addColumn<QStringList>("inputs"); // name=text pairs
         QTest::addColumn<QStringList>("published");
         const QStringList etAlone{"RaceLog# 1> ET: 9.5041"};
-        QTest::newRow("predicted ET overflows") << QStringList{"txtAA=1e308"} << QStringList();
+        QTest::newRow("predicted ET overflows")
+            << QStringList{"adjustedAltitude=1e308"} << QStringList();
         QTest::newRow("AA difference overflows")
-            << QStringList{"AAref=-1.7e308", "txtAA=1.7e308"} << QStringList();
-        QTest::newRow("ratio overflows") << QStringList{"txtTSR=1e307"} << etAlone;
-        QTest::newRow("target at zero overflows") << QStringList{"txtTargetET=1e306"} << etAlone;
+            << QStringList{"AAref=-1.7e308", "adjustedAltitude=1.7e308"} << QStringList();
+        QTest::newRow("ratio overflows") << QStringList{"throttleStopRatio=1e307"} << etAlone;
+        QTest::newRow("target at zero overflows") << QStringList{"targetEt=1e306"} << etAlone;
         QTest::newRow("TS overflows")
-            << QStringList{"TimerRef=1.797e308", "txtTSR=-1e306"} << etAlone;
+            << QStringList{"TimerRef=1.797e308", "throttleStopRatio=-1e306"} << etAlone;
         QTest::newRow("VP difference overflows")
-            << QStringList{"VPref=1.7e308", "txtVP=-1.7e308"} << etAlone;
+            << QStringList{"VPref=1.7e308", "vaporPressure=-1.7e308"} << etAlone;
     }
     void arithmeticFaults() {
         QFETCH(QStringList, inputs);
@@ -385,7 +386,7 @@ private slots:
     void overflowAfterTheEtKeepsTheEt() {
         Case c;
         c.set("AAref", "1e308");
-        c.set("txtAA", "1e308");
+        c.set("adjustedAltitude", "1e308");
         const Outcome out = c.compute();
         QVERIFY(out.fault);
         QCOMPARE(messages(out), QStringList{"RaceLog# 1> ET: 9.5000"});

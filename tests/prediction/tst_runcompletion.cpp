@@ -25,7 +25,7 @@ struct Log {
         table.addRun({{Ft330, "5.00"}, {Ft1000, "7.95"}, {Ft1320, "12.3456"}, {AA, "2100"}});
         in.referenceListIndex = 0;
         in.currentRow = 3;
-        in.txtPF = "5";
+        in.performanceFactor = "5";
     }
 
     Outcome compute() {
@@ -42,7 +42,7 @@ struct Log {
 
     // What the window does with a confirmed proposal.
     void apply(const Proposal& p) {
-        in.txtNotes = p.newNotes;
+        in.notes = p.newNotes;
         table.set(p.finishRow, p.finishColumn, p.finishText);
     }
 };
@@ -99,7 +99,7 @@ private slots:
         Log log;
         log.in.referenceListIndex = 1;
         log.in.currentRow = 2;
-        log.in.txtPF = "-1000";
+        log.in.performanceFactor = "-1000";
         log.table.set(2, Ft1000, "7.80");
         log.table.set(2, Ft1320, "9.50");
         const Proposal p = log.proposal();
@@ -128,7 +128,7 @@ private slots:
         QFETCH(QString, notes);
         QFETCH(QString, newNotes);
         Log log;
-        log.in.txtNotes = notes;
+        log.in.notes = notes;
         QCOMPARE(log.proposal().newNotes, newNotes);
     }
 
@@ -152,7 +152,7 @@ private slots:
         if (row == -1)
             log.in.referenceListIndex = -1;
         else if (row == -2)
-            log.in.txtPF = text;
+            log.in.performanceFactor = text;
         else
             log.table.set(row, column, text);
         if (row == 1 && column == Ft1000) // nor an eighth mile one
@@ -207,7 +207,7 @@ private slots:
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Dialogs::Answer::Yes);
         Log log;
-        log.in.txtNotes = "Track was green";
+        log.in.notes = "Track was green";
         const auto confirmed = RunCompletion::confirm(log.compute());
         QVERIFY(confirmed);
         log.apply(*confirmed);
@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(log.table.cell(3, Ft1320), "9.6507");
         QCOMPARE(log.table.cell(3, Ft1000), "7.95");
         QCOMPARE(
-            log.in.txtNotes,
+            log.in.notes,
             "Track was green\r\n\r\nRun #3\r\n1/4 mile ET: 12.3456\r\nRun Completed to: 9.6507");
     }
 
@@ -224,7 +224,7 @@ private slots:
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Dialogs::Answer::No);
         Log log;
-        log.in.txtNotes = "Track was green";
+        log.in.notes = "Track was green";
         // As the window does: whatever is confirmed is written.
         const auto confirmed = RunCompletion::confirm(log.compute());
         if (confirmed)
@@ -233,7 +233,7 @@ private slots:
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, quarterQuestion);
         QCOMPARE(log.table.cell(3, Ft1320), "12.3456");
-        QCOMPARE(log.in.txtNotes, "Track was green");
+        QCOMPARE(log.in.notes, "Track was green");
     }
 };
 

@@ -48,11 +48,11 @@ void fillRun(RunTable& grid, int row, int seed) {
         QString::number(seed % 100),                                        // AL
     };
     for (int column = 1; column < texts.size(); ++column)
-        grid.setTextMatrix(row, column, texts[column]);
+        grid.setCell(row, column, texts[column]);
 }
 
 void fillLog(RaceLogData& log, int runs) {
-    while (log.grid.Rows() <= runs) {
+    while (log.grid.tableRows() <= runs) {
         log.grid.addRun();
         log.refRunItems << QString::number(log.refRunItems.size() + 1);
     }
@@ -77,15 +77,15 @@ int runsOfGeneration(int generation) {
 
 void fillGeneration(RaceLogData& log, int generation) {
     const QString tag = QString::number(generation);
-    while (log.grid.Rows() - 1 < runsOfGeneration(generation))
+    while (log.grid.tableRows() - 1 < runsOfGeneration(generation))
         log.grid.addRun();
-    while (log.grid.Rows() - 1 > runsOfGeneration(generation))
-        log.grid.removeRun(log.grid.Rows() - 1);
-    for (int row = 1; row < log.grid.Rows(); ++row) {
+    while (log.grid.tableRows() - 1 > runsOfGeneration(generation))
+        log.grid.removeRun(log.grid.tableRows() - 1);
+    for (int row = 1; row < log.grid.tableRows(); ++row) {
         for (int column = 1; column < ColumnTable::Count; ++column)
-            log.grid.setTextMatrix(row, column, tag);
-        log.grid.setTextMatrix(row, 1, QStringLiteral("10:15am"));
-        log.grid.setTextMatrix(row, 2, QStringLiteral("07/04/26"));
+            log.grid.setCell(row, column, tag);
+        log.grid.setCell(row, 1, QStringLiteral("10:15am"));
+        log.grid.setCell(row, 2, QStringLiteral("07/04/26"));
     }
     log.notes = QStringLiteral("generation ") + tag;
     log.pf = tag;

@@ -21,7 +21,7 @@ using Field = RaceLog::Field;
 void fillRun(RaceLog& log, int row) {
     log.change(QStringLiteral("Fill"), [row](RaceLogData& data) {
         for (int column = 1; column < RunTable::ColumnCount; ++column)
-            data.grid.setTextMatrix(row, column, QStringLiteral("%1.%2").arg(row).arg(column));
+            data.grid.setCell(row, column, QStringLiteral("%1.%2").arg(row).arg(column));
     });
 }
 
@@ -40,7 +40,7 @@ QString undoText(const RaceLog& log) {
 QStringList run(const RaceLog& log, int row) {
     QStringList cells;
     for (int column = 0; column < RunTable::ColumnCount; ++column)
-        cells << log.runs().TextMatrix(row, column);
+        cells << log.runs().cell(row, column);
     return cells;
 }
 
@@ -54,8 +54,8 @@ private slots:
 
     void aNewLogHasRunOneAndNothingToUndo() {
         RaceLog log;
-        QCOMPARE(log.runs().Rows(), 2);
-        QCOMPARE(log.runs().TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(log.runs().tableRows(), 2);
+        QCOMPARE(log.runs().cell(1, 0), QStringLiteral("1"));
         QCOMPARE(log.content().refRunItems, QStringList{"1"});
         QCOMPARE(log.content().refRunIndex, 0);
         QCOMPARE(log.runs().look(1, 0).background, CellColor::ReferenceRun);
@@ -71,18 +71,18 @@ private slots:
         RaceLog log;
         QSignalSpy modified(&log, &RaceLog::modifiedChanged);
         RunEdits::editCell(log, 1, 12, QStringLiteral("9.5"));
-        QCOMPARE(log.runs().TextMatrix(1, 12), QStringLiteral("9.5"));
+        QCOMPARE(log.runs().cell(1, 12), QStringLiteral("9.5"));
         QVERIFY(log.isModified());
         QCOMPARE(modified.size(), 1);
         QCOMPARE(modified[0][0].toBool(), true);
         QCOMPARE(undoText(log), QStringLiteral("Edit 1320 ft"));
 
         log.undoStack().undo();
-        QCOMPARE(log.runs().TextMatrix(1, 12), QString());
+        QCOMPARE(log.runs().cell(1, 12), QString());
         QVERIFY(!log.isModified());
         QCOMPARE(modified.size(), 2);
         log.undoStack().redo();
-        QCOMPARE(log.runs().TextMatrix(1, 12), QStringLiteral("9.5"));
+        QCOMPARE(log.runs().cell(1, 12), QStringLiteral("9.5"));
         QVERIFY(log.isModified());
     }
 
@@ -108,18 +108,18 @@ private slots:
         QSignalSpy reference(&log, &RaceLog::referenceRunChanged);
         const int row = RunEdits::newRun(log, QDateTime(QDate(2026, 5, 4), QTime(14, 35, 10)));
         QCOMPARE(row, 2);
-        QCOMPARE(log.runs().TextMatrix(2, 1), QStringLiteral("02:35pm"));
+        QCOMPARE(log.runs().cell(2, 1), QStringLiteral("02:35pm"));
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2"}));
         QCOMPARE(undoText(log), QStringLiteral("New Run"));
         QCOMPARE(reference.size(), 1);
 
         log.undoStack().undo();
-        QCOMPARE(log.runs().Rows(), 2);
+        QCOMPARE(log.runs().tableRows(), 2);
         QCOMPARE(log.content().refRunItems, QStringList{"1"});
         QCOMPARE(reference.size(), 2);
         log.undoStack().redo();
-        QCOMPARE(log.runs().Rows(), 3);
-        QCOMPARE(log.runs().TextMatrix(2, 2), QStringLiteral("05/04/26"));
+        QCOMPARE(log.runs().tableRows(), 3);
+        QCOMPARE(log.runs().cell(2, 2), QStringLiteral("05/04/26"));
         QCOMPARE(log.runs().look(2, 5).background, CellColor::Band);
     }
 
@@ -130,16 +130,16 @@ private slots:
         const QStringList second = run(log, 2);
         RunEdits::deleteRun(log, 2, true);
         QCOMPARE(undoText(log), QStringLiteral("Delete Run 2"));
-        QCOMPARE(log.runs().Rows(), 3);
-        QCOMPARE(log.runs().TextMatrix(2, 12), QStringLiteral("3.12"));
+        QCOMPARE(log.runs().tableRows(), 3);
+        QCOMPARE(log.runs().cell(2, 12), QStringLiteral("3.12"));
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2"}));
         QCOMPARE(log.content().refRunIndex, 0);
         QCOMPARE(log.runs().look(1, 0).background, CellColor::ReferenceRun);
 
         log.undoStack().undo();
-        QCOMPARE(log.runs().Rows(), 4);
+        QCOMPARE(log.runs().tableRows(), 4);
         QCOMPARE(run(log, 2), second);
-        QCOMPARE(log.runs().TextMatrix(3, 12), QStringLiteral("3.12"));
+        QCOMPARE(log.runs().cell(3, 12), QStringLiteral("3.12"));
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2", "3"}));
         QCOMPARE(log.content().refRunIndex, 2);
         QCOMPARE(log.runs().look(3, 0).background, CellColor::ReferenceRun);
@@ -152,7 +152,7 @@ private slots:
         RaceLog log;
         withRuns(log, 3);
         RunEdits::deleteRun(log, 3, false);
-        QCOMPARE(log.runs().Rows(), 4);
+        QCOMPARE(log.runs().tableRows(), 4);
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2"}));
         log.undoStack().undo();
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2", "3"}));
@@ -164,24 +164,24 @@ private slots:
         RaceLog log;
         withRuns(log, 3);
         const RunClipboard::Runs clipboard = RunClipboard::copy(log.runs(), 1, 3);
-        log.runs().setTextMatrix(3, 33, QStringLiteral("kept"));
+        log.runs().setCell(3, 33, QStringLiteral("kept"));
         const int steps = log.undoStack().count();
 
         RunEdits::pasteRuns(log, 3, clipboard);
         QCOMPARE(log.undoStack().count(), steps + 1);
         QCOMPARE(undoText(log), QStringLiteral("Paste 3 Runs"));
-        QCOMPARE(log.runs().Rows(), 6);
-        QCOMPARE(log.runs().TextMatrix(3, 12), QStringLiteral("1.12"));
-        QCOMPARE(log.runs().TextMatrix(4, 32), QStringLiteral("2.32"));
-        QCOMPARE(log.runs().TextMatrix(5, 1), QStringLiteral("3.1"));
-        QCOMPARE(log.runs().TextMatrix(5, 0), QStringLiteral("5"));
-        QCOMPARE(log.runs().TextMatrix(3, 33), QStringLiteral("kept"));
+        QCOMPARE(log.runs().tableRows(), 6);
+        QCOMPARE(log.runs().cell(3, 12), QStringLiteral("1.12"));
+        QCOMPARE(log.runs().cell(4, 32), QStringLiteral("2.32"));
+        QCOMPARE(log.runs().cell(5, 1), QStringLiteral("3.1"));
+        QCOMPARE(log.runs().cell(5, 0), QStringLiteral("5"));
+        QCOMPARE(log.runs().cell(3, 33), QStringLiteral("kept"));
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2", "3", "4", "5"}));
         QCOMPARE(log.runs().look(4, 7).background, CellColor::Band);
 
         log.undoStack().undo();
-        QCOMPARE(log.runs().Rows(), 4);
-        QCOMPARE(log.runs().TextMatrix(3, 12), QStringLiteral("3.12"));
+        QCOMPARE(log.runs().tableRows(), 4);
+        QCOMPARE(log.runs().cell(3, 12), QStringLiteral("3.12"));
         QCOMPARE(log.content().refRunItems, (QStringList{"1", "2", "3"}));
         QCOMPARE(undoText(log), QStringLiteral("Fill"));
     }
@@ -194,7 +194,7 @@ private slots:
         QCOMPARE(undoText(log), QStringLiteral("Cut Run 2"));
         QCOMPARE(clipboard.size(), 1);
         QCOMPARE(clipboard[0][9], QStringLiteral("2.9"));
-        QCOMPARE(log.runs().TextMatrix(2, 9), QString());
+        QCOMPARE(log.runs().cell(2, 9), QString());
         RunEdits::pasteRuns(log, 1, clipboard);
         QCOMPARE(undoText(log), QStringLiteral("Paste Run"));
         RunEdits::cutRuns(log, 1, 2, clipboard);
@@ -202,8 +202,8 @@ private slots:
         log.undoStack().undo();
         log.undoStack().undo();
         log.undoStack().undo();
-        QCOMPARE(log.runs().TextMatrix(2, 9), QStringLiteral("2.9"));
-        QCOMPARE(log.runs().TextMatrix(1, 9), QStringLiteral("1.9"));
+        QCOMPARE(log.runs().cell(2, 9), QStringLiteral("2.9"));
+        QCOMPARE(log.runs().cell(1, 9), QStringLiteral("1.9"));
     }
 
     void anEmptyClipboardPastesNothing() {
@@ -222,14 +222,14 @@ private slots:
         weather.VP = 0.512f;
         RunEdits::importWeather(log, 1, &weather, {QTime(9, 5, 0), QDate(2026, 5, 4)});
         QCOMPARE(undoText(log), QStringLiteral("Import Weather"));
-        QCOMPARE(log.runs().TextMatrix(1, 22), QStringLiteral("29.921"));
-        QCOMPARE(log.runs().TextMatrix(1, 19), QStringLiteral("1250"));
-        QCOMPARE(log.runs().TextMatrix(1, 21), QStringLiteral("0.512"));
-        QCOMPARE(log.runs().TextMatrix(1, 1), QStringLiteral("09:05am"));
-        QCOMPARE(log.runs().TextMatrix(1, 2), QStringLiteral("05/04/26"));
+        QCOMPARE(log.runs().cell(1, 22), QStringLiteral("29.921"));
+        QCOMPARE(log.runs().cell(1, 19), QStringLiteral("1250"));
+        QCOMPARE(log.runs().cell(1, 21), QStringLiteral("0.512"));
+        QCOMPARE(log.runs().cell(1, 1), QStringLiteral("09:05am"));
+        QCOMPARE(log.runs().cell(1, 2), QStringLiteral("05/04/26"));
         log.undoStack().undo();
         for (const int column : {1, 2, 19, 21, 22})
-            QCOMPARE(log.runs().TextMatrix(1, column), QString());
+            QCOMPARE(log.runs().cell(1, column), QString());
         QCOMPARE(log.undoStack().count(), 1);
     }
 
@@ -241,7 +241,7 @@ private slots:
         QCOMPARE(undoText(log), QStringLiteral("Complete Run 1"));
         QCOMPARE(log.field(Field::Notes), QStringLiteral("Windy.\r\nRun 1 finish was blank."));
         log.undoStack().undo();
-        QCOMPARE(log.runs().TextMatrix(1, 12), QString());
+        QCOMPARE(log.runs().cell(1, 12), QString());
         QCOMPARE(log.field(Field::Notes), QStringLiteral("Windy."));
     }
 
@@ -311,12 +311,12 @@ private slots:
     void theHeaderRowIsTheViewsAndUndoLeavesItAlone() {
         RaceLog log;
         RunEdits::editCell(log, 1, 6, QStringLiteral("1.1"));
-        log.runs().setTextMatrix(0, 0, QStringLiteral("<<<"));
+        log.runs().setCell(0, 0, QStringLiteral("<<<"));
         log.runs().hideColumn(18);
         log.undoStack().undo();
-        QCOMPARE(log.runs().TextMatrix(0, 0), QStringLiteral("<<<"));
-        QCOMPARE(log.runs().TextMatrix(0, 18), QString());
-        QCOMPARE(log.runs().TextMatrix(1, 6), QString());
+        QCOMPARE(log.runs().cell(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(log.runs().cell(0, 18), QString());
+        QCOMPARE(log.runs().cell(1, 6), QString());
     }
 
     // --- The file and the clean state ----------------------------------------------------------
@@ -342,8 +342,8 @@ private slots:
         QVERIFY(loaded.load(path));
         QVERIFY(!loaded.isModified());
         QVERIFY(!loaded.undoStack().canUndo());
-        QCOMPARE(loaded.runs().Rows(), 4);
-        QCOMPARE(loaded.runs().TextMatrix(3, 5), QStringLiteral("3.5"));
+        QCOMPARE(loaded.runs().tableRows(), 4);
+        QCOMPARE(loaded.runs().cell(3, 5), QStringLiteral("3.5"));
         QCOMPARE(loaded.field(Field::PageIdentifier), QStringLiteral("Red"));
         QCOMPARE(loaded.field(Field::Notes), QStringLiteral("Line one\nLine two"));
         QCOMPARE(loaded.content().refRunIndex, 1);
@@ -367,7 +367,7 @@ private slots:
         // Past the saved state the log differs from its file again.
         log.undoStack().undo();
         QVERIFY(log.isModified());
-        QCOMPARE(log.runs().TextMatrix(1, 6), QString());
+        QCOMPARE(log.runs().cell(1, 6), QString());
     }
 
     void aFailedSaveLeavesTheLogModified() {
@@ -385,7 +385,7 @@ private slots:
         RaceLog log;
         RunEdits::editCell(log, 1, 6, QStringLiteral("1.1"));
         QVERIFY(!log.load(path));
-        QCOMPARE(log.runs().TextMatrix(1, 6), QStringLiteral("1.1"));
+        QCOMPARE(log.runs().cell(1, 6), QStringLiteral("1.1"));
         QVERIFY(log.undoStack().canUndo());
     }
 
@@ -396,10 +396,10 @@ private slots:
     void thePredictionReadsTheDocument() {
         RaceLog log;
         log.change(QStringLiteral("Fill"), [](RaceLogData& data) {
-            data.grid.setTextMatrix(1, 12, QStringLiteral("9.5"));
-            data.grid.setTextMatrix(1, 19, QStringLiteral("2000"));
-            data.grid.setTextMatrix(1, 14, QStringLiteral("1.5"));
-            data.grid.setTextMatrix(1, 21, QStringLiteral("0.512"));
+            data.grid.setCell(1, 12, QStringLiteral("9.5"));
+            data.grid.setCell(1, 19, QStringLiteral("2000"));
+            data.grid.setCell(1, 14, QStringLiteral("1.5"));
+            data.grid.setCell(1, 21, QStringLiteral("0.512"));
         });
         log.takeLiveWeather(QStringLiteral("2100"), QStringLiteral("0.487"));
         log.setField(Field::PF, QStringLiteral("5"));
@@ -408,13 +408,13 @@ private slots:
         const PredictionModel::Outcome outcome = LogPrediction::predict(log, 0, true);
         QVERIFY(!outcome.fault);
         QCOMPARE(outcome.publications.size(), 2);
-        QCOMPARE(outcome.publications[1].sPagerMessage,
+        QCOMPARE(outcome.publications[1].pagerMessage,
                  QStringLiteral("RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025"));
         QCOMPARE(outcome.publications[1].caption,
                  QStringLiteral("Race Log# 1  ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025"));
 
         log.setField(Field::PageIdentifier, QStringLiteral("Red"));
-        QCOMPARE(LogPrediction::predict(log, 3, false).publications[1].sPagerMessage,
+        QCOMPARE(LogPrediction::predict(log, 3, false).publications[1].pagerMessage,
                  QStringLiteral("Red> ET: 9.5041  TS @ 9.50: 1.3991"));
     }
 
@@ -426,13 +426,13 @@ private slots:
         log.change(QStringLiteral("Fill"), [](RaceLogData& data) {
             for (int row : {1, 2})
                 for (int column = 1; column < RunTable::ColumnCount; ++column)
-                    data.grid.setTextMatrix(row, column, QString());
-            data.grid.setTextMatrix(1, 10, QStringLiteral("7.5"));
-            data.grid.setTextMatrix(1, 12, QStringLiteral("9.5"));
-            data.grid.setTextMatrix(1, 19, QStringLiteral("2000"));
-            data.grid.setTextMatrix(2, 10, QStringLiteral("7.6"));
-            data.grid.setTextMatrix(2, 12, QStringLiteral("8.1"));
-            data.grid.setTextMatrix(2, 19, QStringLiteral("2100"));
+                    data.grid.setCell(row, column, QString());
+            data.grid.setCell(1, 10, QStringLiteral("7.5"));
+            data.grid.setCell(1, 12, QStringLiteral("9.5"));
+            data.grid.setCell(1, 19, QStringLiteral("2000"));
+            data.grid.setCell(2, 10, QStringLiteral("7.6"));
+            data.grid.setCell(2, 12, QStringLiteral("8.1"));
+            data.grid.setCell(2, 19, QStringLiteral("2100"));
         });
         log.setField(Field::PF, QStringLiteral("5"));
         const auto outcome = LogPrediction::completeRun(log, 2);

@@ -142,10 +142,10 @@ private slots:
         QVERIFY(saveAndReload(path, log, back));
         QVERIFY(sideFiles(path).isEmpty());
 
-        QCOMPARE(back.grid.Rows(), 4);
-        for (int row = 0; row < log.grid.Rows(); ++row) {
+        QCOMPARE(back.grid.tableRows(), 4);
+        for (int row = 0; row < log.grid.tableRows(); ++row) {
             for (int column = 0; column < log.grid.Cols(); ++column)
-                QCOMPARE(back.grid.TextMatrix(row, column), log.grid.TextMatrix(row, column));
+                QCOMPARE(back.grid.cell(row, column), log.grid.cell(row, column));
         }
         QCOMPARE(back.date, QStringLiteral("07/04/2026"));
         QCOMPARE(back.carNumber, QStringLiteral("A123"));
@@ -167,9 +167,9 @@ private slots:
         // A second round changes nothing.
         RaceLogData again;
         QVERIFY(saveAndReload(path, back, again));
-        for (int row = 0; row < log.grid.Rows(); ++row) {
+        for (int row = 0; row < log.grid.tableRows(); ++row) {
             for (int column = 0; column < log.grid.Cols(); ++column)
-                QCOMPARE(again.grid.TextMatrix(row, column), log.grid.TextMatrix(row, column));
+                QCOMPARE(again.grid.cell(row, column), log.grid.cell(row, column));
         }
     }
 
@@ -280,10 +280,10 @@ private slots:
         QFETCH(QString, loaded);
         TestHome home;
         RaceLogData log;
-        log.grid.setTextMatrix(1, column, typed);
+        log.grid.setCell(1, column, typed);
         RaceLogData back;
         QVERIFY(saveAndReload(logPath(home), log, back));
-        QCOMPARE(back.grid.TextMatrix(1, column), loaded);
+        QCOMPARE(back.grid.cell(1, column), loaded);
     }
 
     void saveAsOntoAnExistingLogReplacesItsRuns() {
@@ -306,8 +306,8 @@ private slots:
 
         RaceLogData back;
         QVERIFY(Database::loadLog(path, back));
-        QCOMPARE(back.grid.Rows(), 2);
-        QCOMPARE(back.grid.TextMatrix(1, 19), second.grid.TextMatrix(1, 19));
+        QCOMPARE(back.grid.tableRows(), 2);
+        QCOMPARE(back.grid.cell(1, 19), second.grid.cell(1, 19));
     }
 
     void aBlankTimeIsSavedAsTheTimeOfTheSave_data() {
@@ -326,8 +326,8 @@ private slots:
         TestHome home;
         const QString path = logPath(home);
         RaceLogData log;
-        log.grid.setTextMatrix(1, 1, time);
-        log.grid.setTextMatrix(1, 2, date);
+        log.grid.setCell(1, 1, time);
+        log.grid.setCell(1, 2, date);
         const QDateTime before = QDateTime::currentDateTime();
         QCOMPARE(Database::saveRaceLog(path, log), SaveResult::Ok);
         const QDateTime after = QDateTime::currentDateTime();
@@ -340,8 +340,8 @@ private slots:
                                      QTime(before.time().hour(), before.time().minute()));
         QVERIFY(saved >= minuteBefore && saved <= after);
         // The run table keeps what was typed until the file is read again.
-        QCOMPARE(log.grid.TextMatrix(1, 1), time);
-        QCOMPARE(log.grid.TextMatrix(1, 2), date);
+        QCOMPARE(log.grid.cell(1, 1), time);
+        QCOMPARE(log.grid.cell(1, 2), date);
     }
 
     void timesAndDatesAreStoredAsTheTableShowsThem_data() {
@@ -372,7 +372,7 @@ private slots:
         TestHome home;
         const QString path = logPath(home);
         RaceLogData log;
-        log.grid.setTextMatrix(1, column, cell);
+        log.grid.setCell(1, column, cell);
         QCOMPARE(Database::saveRaceLog(path, log), SaveResult::Ok);
         QCOMPARE(sql(path, column == 1 ? "SELECT Time FROM Log" : "SELECT Date FROM Log"), stored);
     }
@@ -381,13 +381,13 @@ private slots:
         TestHome home;
         const QString path = logPath(home);
         RaceLogData log;
-        log.grid.setTextMatrix(1, 15, QStringLiteral("1.5"));
-        log.grid.setTextMatrix(1, 14, QStringLiteral("2.25"));
+        log.grid.setCell(1, 15, QStringLiteral("1.5"));
+        log.grid.setCell(1, 14, QStringLiteral("2.25"));
         RaceLogData back;
         QVERIFY(saveAndReload(path, log, back));
         QCOMPARE(sql(path, "SELECT Timer1, Timer2 FROM Log"), QStringLiteral("1.5|2.25"));
-        QCOMPARE(back.grid.TextMatrix(1, 15), QStringLiteral("1.5"));
-        QCOMPARE(back.grid.TextMatrix(1, 14), QStringLiteral("2.25"));
+        QCOMPARE(back.grid.cell(1, 15), QStringLiteral("1.5"));
+        QCOMPARE(back.grid.cell(1, 14), QStringLiteral("2.25"));
     }
 
     void textsAreCutToTheirFields() {
@@ -397,13 +397,13 @@ private slots:
         log.carNumber = QStringLiteral("1234567");
         log.raceTrack = QString(60, u'T');
         log.pageIdentifier = QStringLiteral("ABCDEFGHIJKLMNOPQRST");
-        log.grid.setTextMatrix(1, 3, QStringLiteral("LeftLeftLeft"));
+        log.grid.setCell(1, 3, QStringLiteral("LeftLeftLeft"));
         RaceLogData back;
         QVERIFY(saveAndReload(path, log, back));
         QCOMPARE(back.carNumber, QStringLiteral("12345"));
         QCOMPARE(back.raceTrack, QString(50, u'T'));
         QCOMPARE(back.pageIdentifier, QStringLiteral("ABCDEFGHIJKLMNO"));
-        QCOMPARE(back.grid.TextMatrix(1, 3), QStringLiteral("LeftLeft"));
+        QCOMPARE(back.grid.cell(1, 3), QStringLiteral("LeftLeft"));
         // The log itself keeps the whole texts.
         QCOMPARE(log.carNumber, QStringLiteral("1234567"));
     }
@@ -441,7 +441,7 @@ private slots:
                  0);
         RaceLogData back;
         QVERIFY(Database::loadLog(path, back));
-        QCOMPARE(back.grid.Rows(), 4);
+        QCOMPARE(back.grid.tableRows(), 4);
         QCOMPARE(Database::saveRaceLog(path, back), SaveResult::Ok);
         QCOMPARE(SqliteShell::run(path, "SELECT GeneralID, Status FROM Log").lines(),
                  QStringList({"1|0", "2|0", "3|0"}));
@@ -457,8 +457,8 @@ private slots:
         RaceLogData back;
         QVERIFY(Database::loadLog(path, back));
         for (int row = 1; row <= 3; ++row) {
-            QCOMPARE(back.grid.TextMatrix(row, 0), QString::number(row));
-            QCOMPARE(back.grid.TextMatrix(row, 19), log.grid.TextMatrix(4 - row, 19));
+            QCOMPARE(back.grid.cell(row, 0), QString::number(row));
+            QCOMPARE(back.grid.cell(row, 19), log.grid.cell(4 - row, 19));
         }
     }
 
@@ -466,16 +466,16 @@ private slots:
         TestHome home;
         const QString path = logPath(home);
         RaceLogData log;
-        log.grid.setTextMatrix(1, 4, QStringLiteral("0.123456789"));
-        log.grid.setTextMatrix(1, 15, QStringLiteral("1.23456789"));
-        log.grid.setTextMatrix(1, 19, QStringLiteral("1250.000001"));
+        log.grid.setCell(1, 4, QStringLiteral("0.123456789"));
+        log.grid.setCell(1, 15, QStringLiteral("1.23456789"));
+        log.grid.setCell(1, 19, QStringLiteral("1250.000001"));
         RaceLogData back;
         QVERIFY(saveAndReload(path, log, back));
         QVERIFY(holdsSingle(path, "Log", "RT", "0.123456789"));
         QVERIFY(holdsSingle(path, "Log", "Timer1", "1.23456789"));
-        QCOMPARE(back.grid.TextMatrix(1, 4), QStringLiteral(".1235"));
-        QCOMPARE(back.grid.TextMatrix(1, 15), QStringLiteral("1.2345679"));
-        QCOMPARE(back.grid.TextMatrix(1, 19), QStringLiteral("1250"));
+        QCOMPARE(back.grid.cell(1, 4), QStringLiteral(".1235"));
+        QCOMPARE(back.grid.cell(1, 15), QStringLiteral("1.2345679"));
+        QCOMPARE(back.grid.cell(1, 19), QStringLiteral("1250"));
     }
 
     void logFieldsFollowTheirRules() {
@@ -505,10 +505,10 @@ private slots:
         QVERIFY(Database::savePropertiesTable(path, log));
         RaceLogData back;
         QVERIFY(Database::loadLog(path, back));
-        QCOMPARE(back.grid.Rows(), 2);
-        QCOMPARE(back.grid.TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(back.grid.tableRows(), 2);
+        QCOMPARE(back.grid.cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < back.grid.Cols(); ++column)
-            QCOMPARE(back.grid.TextMatrix(1, column), QString());
+            QCOMPARE(back.grid.cell(1, column), QString());
         QCOMPARE(back.refRunItems, QStringList({"1"}));
         QCOMPARE(back.pageIdentifier, QStringLiteral("EMPTY"));
     }
@@ -542,8 +542,8 @@ private slots:
         QVERIFY(Database::saveLogTable(path, log));
         RaceLogData back;
         QVERIFY(!Database::loadLog(path, back));
-        QCOMPARE(back.grid.Rows(), 4);
-        QCOMPARE(back.grid.TextMatrix(3, 12), log.grid.TextMatrix(3, 12));
+        QCOMPARE(back.grid.tableRows(), 4);
+        QCOMPARE(back.grid.cell(3, 12), log.grid.cell(3, 12));
     }
 
     void fieldNamesAreMatchedWithoutRegardToCase() {
@@ -555,12 +555,12 @@ private slots:
                      .exitCode,
                  0);
         RaceLogData log;
-        log.grid.setTextMatrix(1, 3, QStringLiteral("Right"));
-        log.grid.setTextMatrix(1, 17, QStringLiteral("10.95"));
+        log.grid.setCell(1, 3, QStringLiteral("Right"));
+        log.grid.setCell(1, 17, QStringLiteral("10.95"));
         RaceLogData back;
         QVERIFY(saveAndReload(path, log, back));
-        QCOMPARE(back.grid.TextMatrix(1, 3), QStringLiteral("Right"));
-        QCOMPARE(back.grid.TextMatrix(1, 17), QStringLiteral("10.95"));
+        QCOMPARE(back.grid.cell(1, 3), QStringLiteral("Right"));
+        QCOMPARE(back.grid.cell(1, 17), QStringLiteral("10.95"));
     }
 
     void aMissingFileIsNotLoaded() {
@@ -568,7 +568,7 @@ private slots:
         RaceLogData back;
         QVERIFY(!Database::loadLog(logPath(home), back));
         QVERIFY(!QFile::exists(logPath(home)));
-        QCOMPARE(back.grid.Rows(), 2);
+        QCOMPARE(back.grid.tableRows(), 2);
     }
 
     void failuresHaveTheirMessages() {

@@ -46,8 +46,8 @@ private slots:
     void theSampleRunIsWhatTheTestsExpect() {
         RaceLogData log;
         SampleLogs::fillLog(log, 2);
-        QCOMPARE(log.grid.TextMatrix(2, 1), Run2Time);
-        QCOMPARE(log.grid.TextMatrix(2, 12), Run2Et);
+        QCOMPARE(log.grid.cell(2, 1), Run2Time);
+        QCOMPARE(log.grid.cell(2, 12), Run2Et);
     }
 
     // A missing number is an empty cell, and the rest of the file loads.
@@ -60,11 +60,11 @@ private slots:
         const LoadResult loaded = Database::loadLog(path, back);
         QVERIFY(loaded);
         QCOMPARE(loaded.unreadValues, 0);
-        QCOMPARE(back.grid.Rows(), 4);
-        QCOMPARE(back.grid.TextMatrix(2, 12), QString());
-        QCOMPARE(back.grid.TextMatrix(2, 3), QString());
-        QCOMPARE(back.grid.TextMatrix(2, 1), Run2Time);
-        QCOMPARE(back.grid.TextMatrix(3, 12), QStringLiteral("11.1003"));
+        QCOMPARE(back.grid.tableRows(), 4);
+        QCOMPARE(back.grid.cell(2, 12), QString());
+        QCOMPARE(back.grid.cell(2, 3), QString());
+        QCOMPARE(back.grid.cell(2, 1), Run2Time);
+        QCOMPARE(back.grid.cell(3, 12), QStringLiteral("11.1003"));
         QCOMPARE(back.tsr, QString());
         QCOMPARE(back.targetET, QStringLiteral("10.9"));
         QCOMPARE(back.aa, QStringLiteral("1250"));
@@ -81,10 +81,10 @@ private slots:
         const LoadResult loaded = Database::loadLog(path, back);
         QVERIFY(loaded);
         QCOMPARE(loaded.unreadValues, 0);
-        QCOMPARE(back.grid.TextMatrix(2, 1), QStringLiteral("02:35pm"));
-        QCOMPARE(back.grid.TextMatrix(2, 2), QStringLiteral("08/09/26"));
+        QCOMPARE(back.grid.cell(2, 1), QStringLiteral("02:35pm"));
+        QCOMPARE(back.grid.cell(2, 2), QStringLiteral("08/09/26"));
         QCOMPARE(back.date, QStringLiteral("08/10/2026"));
-        QCOMPARE(back.grid.TextMatrix(2, 12), Run2Et);
+        QCOMPARE(back.grid.cell(2, 12), Run2Et);
     }
 
     // Values that fit no column are counted and left empty; every run and field after them
@@ -98,11 +98,11 @@ private slots:
         const LoadResult loaded = Database::loadLog(path, back);
         QVERIFY(loaded);
         QCOMPARE(loaded.unreadValues, 3);
-        QCOMPARE(back.grid.Rows(), 4);
-        QCOMPARE(back.grid.TextMatrix(1, 1), QString());
-        QCOMPARE(back.grid.TextMatrix(1, 19), QString());
-        QCOMPARE(back.grid.TextMatrix(1, 12), QStringLiteral("11.1001"));
-        QCOMPARE(back.grid.TextMatrix(2, 1), Run2Time);
+        QCOMPARE(back.grid.tableRows(), 4);
+        QCOMPARE(back.grid.cell(1, 1), QString());
+        QCOMPARE(back.grid.cell(1, 19), QString());
+        QCOMPARE(back.grid.cell(1, 12), QStringLiteral("11.1001"));
+        QCOMPARE(back.grid.cell(2, 1), Run2Time);
         QCOMPARE(back.pf, QStringLiteral("0"));
         QCOMPARE(back.tsr, QStringLiteral("0.85"));
         QCOMPARE(back.vp, QStringLiteral("0.55"));
@@ -166,8 +166,8 @@ private slots:
         QVERIFY(!loaded);
         QCOMPARE(loaded.status, LoadResult::Status::MissingColumn);
         QCOMPARE(loaded.missingColumn, column);
-        QCOMPARE(back.grid.Rows(), 2);
-        QCOMPARE(back.grid.TextMatrix(1, 4), QString());
+        QCOMPARE(back.grid.tableRows(), 2);
+        QCOMPARE(back.grid.cell(1, 4), QString());
         QCOMPARE(back.pf, QStringLiteral("0"));
         // Nor is anything saved into it.
         RaceLogData log;
@@ -190,7 +190,7 @@ private slots:
         QVERIFY(change(path, mark));
         RaceLogData back;
         QVERIFY(Database::loadLog(path, back));
-        QCOMPARE(back.grid.TextMatrix(2, 12), Run2Et);
+        QCOMPARE(back.grid.cell(2, 12), Run2Et);
         QCOMPARE(Database::saveRaceLog(path, back), SaveResult::Ok);
         QCOMPARE(sql(path, "PRAGMA application_id"), QString::number(0x54524C31));
     }
@@ -218,11 +218,11 @@ private slots:
         const LoadResult loaded = Database::loadLog(path, back);
         QVERIFY(loaded);
         QCOMPARE(loaded.unreadValues, 0);
-        QCOMPARE(back.grid.Rows(), 3);
-        QCOMPARE(back.grid.TextMatrix(1, 1), QStringLiteral("10:15am"));
-        QCOMPARE(back.grid.TextMatrix(2, 1), QStringLiteral("11:20am"));
-        QCOMPARE(back.grid.TextMatrix(2, 3), QStringLiteral("Right"));
-        QCOMPARE(back.grid.TextMatrix(2, 12), QStringLiteral("10.4500"));
+        QCOMPARE(back.grid.tableRows(), 3);
+        QCOMPARE(back.grid.cell(1, 1), QStringLiteral("10:15am"));
+        QCOMPARE(back.grid.cell(2, 1), QStringLiteral("11:20am"));
+        QCOMPARE(back.grid.cell(2, 3), QStringLiteral("Right"));
+        QCOMPARE(back.grid.cell(2, 12), QStringLiteral("10.4500"));
         QCOMPARE(back.refRunIndex, 1);
         QCOMPARE(back.pf, QStringLiteral("2.5"));
         QCOMPARE(back.pageIdentifier, QStringLiteral("HANDMADE"));

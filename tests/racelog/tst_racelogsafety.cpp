@@ -45,11 +45,11 @@ int wholeGeneration(const QString& path) {
     const int generation = log.pf.toInt();
     const QString tag = QString::number(generation);
     if (log.notes != QStringLiteral("generation ") + tag ||
-        log.grid.Rows() - 1 != SampleLogs::runsOfGeneration(generation))
+        log.grid.tableRows() - 1 != SampleLogs::runsOfGeneration(generation))
         return -1;
-    for (int row = 1; row < log.grid.Rows(); ++row) {
+    for (int row = 1; row < log.grid.tableRows(); ++row) {
         for (int column : {5, 14, 15, 16, 19, 33}) {
-            if (log.grid.TextMatrix(row, column) != tag)
+            if (log.grid.cell(row, column) != tag)
                 return -1;
         }
     }
@@ -133,7 +133,7 @@ private slots:
         RaceLogData log;
         SampleLogs::fillGeneration(log, 2);
         // A number, but beyond what a 32-bit float holds.
-        log.grid.setTextMatrix(150, 22, QStringLiteral("1e39"));
+        log.grid.setCell(150, 22, QStringLiteral("1e39"));
         QCOMPARE(Database::saveRaceLog(path, log), SaveResult::LogTableFailed);
         QVERIFY(sideFiles(path).isEmpty());
         QCOMPARE(wholeGeneration(path), 1);
@@ -248,7 +248,7 @@ private slots:
 
         RaceLogData log;
         QVERIFY(!Database::loadLog(path, log));
-        QVERIFY(log.grid.Rows() >= 2);
+        QVERIFY(log.grid.tableRows() >= 2);
         QCOMPARE(contents(path), before);
         QVERIFY(sideFiles(path).isEmpty());
     }

@@ -18,7 +18,7 @@ const QDateTime Now(QDate(2026, 11, 22), QTime(14, 35, 7));
 // Every cell of a run gets a text of its own: "r<row>c<column>".
 void fillRun(RunTable& table, int row) {
     for (int column = 1; column < table.Cols(); ++column)
-        table.setTextMatrix(row, column, QStringLiteral("r%1c%2").arg(row).arg(column));
+        table.setCell(row, column, QStringLiteral("r%1c%2").arg(row).arg(column));
 }
 
 QList<int> changedColumns(const QSignalSpy& spy) {
@@ -81,13 +81,12 @@ private slots:
         fillRun(table, 1);
         const int row = RunRows::appendRun(table, Now);
         QCOMPARE(row, 2);
-        QCOMPARE(table.TextMatrix(2, 0), QStringLiteral("2"));
-        QCOMPARE(table.TextMatrix(2, 1), QStringLiteral("02:35pm"));
-        QCOMPARE(table.TextMatrix(2, 2), QStringLiteral("11/22/26"));
+        QCOMPARE(table.cell(2, 0), QStringLiteral("2"));
+        QCOMPARE(table.cell(2, 1), QStringLiteral("02:35pm"));
+        QCOMPARE(table.cell(2, 2), QStringLiteral("11/22/26"));
         for (int column = 3; column < table.Cols(); ++column) {
             const bool carried = column == 15 || column == 16 || column == 17;
-            QCOMPARE(table.TextMatrix(2, column),
-                     carried ? table.TextMatrix(1, column) : QString());
+            QCOMPARE(table.cell(2, column), carried ? table.cell(1, column) : QString());
         }
     }
 
@@ -113,10 +112,10 @@ private slots:
         RunTable table;
         fillRun(table, 1);
         RunRows::deleteRun(table, 1);
-        QCOMPARE(table.Rows(), 2);
-        QCOMPARE(table.TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(table.tableRows(), 2);
+        QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < table.Cols(); ++column)
-            QCOMPARE(table.TextMatrix(1, column), QString());
+            QCOMPARE(table.cell(1, column), QString());
     }
 
     void deletingARunRenumbersTheRest() {
@@ -127,10 +126,10 @@ private slots:
             fillRun(table, row);
         }
         RunRows::deleteRun(table, 2);
-        QCOMPARE(table.Rows(), 3);
-        QCOMPARE(table.TextMatrix(2, 0), QStringLiteral("2"));
-        QCOMPARE(table.TextMatrix(2, 12), QStringLiteral("r3c12"));
-        QCOMPARE(table.TextMatrix(1, 12), QStringLiteral("r1c12"));
+        QCOMPARE(table.tableRows(), 3);
+        QCOMPARE(table.cell(2, 0), QStringLiteral("2"));
+        QCOMPARE(table.cell(2, 12), QStringLiteral("r3c12"));
+        QCOMPARE(table.cell(1, 12), QStringLiteral("r1c12"));
     }
 
     void clipboardCarriesColumns1To32() {
@@ -144,12 +143,12 @@ private slots:
         QCOMPARE(clipboard[0][32], QStringLiteral("r1c32"));
         QCOMPARE(clipboard[0][33], QString());
 
-        table.setTextMatrix(2, 33, QStringLiteral("7"));
+        table.setCell(2, 33, QStringLiteral("7"));
         RunClipboard::paste(table, 2, clipboard);
-        QCOMPARE(table.TextMatrix(2, 0), QStringLiteral("2"));
-        QCOMPARE(table.TextMatrix(2, 5), QStringLiteral("r1c5"));
-        QCOMPARE(table.TextMatrix(2, 32), QStringLiteral("r1c32"));
-        QCOMPARE(table.TextMatrix(2, 33), QStringLiteral("7"));
+        QCOMPARE(table.cell(2, 0), QStringLiteral("2"));
+        QCOMPARE(table.cell(2, 5), QStringLiteral("r1c5"));
+        QCOMPARE(table.cell(2, 32), QStringLiteral("r1c32"));
+        QCOMPARE(table.cell(2, 33), QStringLiteral("7"));
     }
 
     void cutEmptiesColumns1To32() {
@@ -159,14 +158,14 @@ private slots:
         QCOMPARE(clipboard.size(), 1);
         QCOMPARE(clipboard[0][20], QStringLiteral("r1c20"));
         for (int column = 1; column <= 32; ++column)
-            QCOMPARE(table.TextMatrix(1, column), QString());
-        QCOMPARE(table.TextMatrix(1, 33), QStringLiteral("r1c33"));
-        QCOMPARE(table.TextMatrix(1, 0), QStringLiteral("1"));
+            QCOMPARE(table.cell(1, column), QString());
+        QCOMPARE(table.cell(1, 33), QStringLiteral("r1c33"));
+        QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
     }
 
     void weatherGoesIntoItsColumnsInOrder() {
         RunTable table;
-        table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
+        table.setCell(1, 1, QStringLiteral("10:42am"));
         WeatherRecord weather;
         weather.ABP = 29.921f;
         weather.Temp = 71.5f;
@@ -190,8 +189,8 @@ private slots:
         const QStringList expected{"1250", "1410", "0.33", "29.921", "71.5", "43.2", "5.1", "45",
                                    "-4",   "98.6", "120",  "275",    "7",    "11",   "340"};
         for (int column = 19; column <= 33; ++column)
-            QCOMPARE(table.TextMatrix(1, column), expected[column - 19]);
-        QCOMPARE(table.TextMatrix(1, 1), QStringLiteral("10:42am"));
+            QCOMPARE(table.cell(1, column), expected[column - 19]);
+        QCOMPARE(table.cell(1, 1), QStringLiteral("10:42am"));
     }
 
     void typedKeyCodes() {

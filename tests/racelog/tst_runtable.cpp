@@ -21,48 +21,36 @@ class TestRunTable : public QObject {
 private slots:
     void newTableHasTheHeaderAndRunOne() {
         RunTable table;
-        QCOMPARE(table.Rows(), 2);
+        QCOMPARE(table.tableRows(), 2);
         QCOMPARE(table.Cols(), 34);
-        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
-        QCOMPARE(table.TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < table.Cols(); ++column) {
-            QCOMPARE(table.TextMatrix(0, column), ColumnTable::Columns[column].caption.toString());
-            QCOMPARE(table.TextMatrix(1, column), QString());
+            QCOMPARE(table.cell(0, column), ColumnTable::Columns[column].caption.toString());
+            QCOMPARE(table.cell(1, column), QString());
         }
-        QCOMPARE(table.TextMatrix(0, 14), QStringLiteral("Timer 2"));
-        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
-    }
-
-    void flatIndexIsRowTimesColumnsPlusColumn() {
-        RunTable table;
-        QCOMPARE(table.fLabel(2, 33), 101);
-        QCOMPARE(table.fLabel(0, 0), 0);
-        QCOMPARE(table.fLabel(1, 0), 34);
-        table.addRun();
-        QVERIFY(table.setTextArray(table.fLabel(2, 33), QStringLiteral("87")));
-        QCOMPARE(table.TextMatrix(2, 33), QStringLiteral("87"));
-        QVERIFY(table.setTextMatrix(1, 5, QStringLiteral("0.3")));
-        QCOMPARE(table.TextArray(39), QStringLiteral("0.3"));
+        QCOMPARE(table.cell(0, 14), QStringLiteral("Timer 2"));
+        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
     }
 
     void cellsOutsideTheTableReadEmptyAndAreNotWritten() {
         RunTable table;
-        QVERIFY(!table.setTextMatrix(2, 1, QStringLiteral("x")));
-        QVERIFY(!table.setTextMatrix(1, 34, QStringLiteral("x")));
-        QVERIFY(!table.setTextArray(-1, QStringLiteral("x")));
-        QVERIFY(!table.setTextArray(68, QStringLiteral("x")));
-        QCOMPARE(table.TextMatrix(2, 1), QString());
-        QCOMPARE(table.TextArray(68), QString());
-        QCOMPARE(table.Rows(), 2);
+        QVERIFY(!table.setCell(2, 1, QStringLiteral("x")));
+        QVERIFY(!table.setCell(1, 34, QStringLiteral("x")));
+        QVERIFY(!table.setCell(-1, 0, QStringLiteral("x")));
+        QVERIFY(!table.setCell(1, -1, QStringLiteral("x")));
+        QCOMPARE(table.cell(2, 1), QString());
+        QCOMPARE(table.cell(1, 34), QString());
+        QCOMPARE(table.tableRows(), 2);
     }
 
     void addedRunsAreNumberedByTheirRow() {
         RunTable table;
         QCOMPARE(table.addRun(), 2);
         QCOMPARE(table.addRun(), 3);
-        QCOMPARE(table.Rows(), 4);
-        QCOMPARE(table.TextMatrix(3, 0), QStringLiteral("3"));
-        QCOMPARE(table.TextMatrix(3, 1), QString());
+        QCOMPARE(table.tableRows(), 4);
+        QCOMPARE(table.cell(3, 0), QStringLiteral("3"));
+        QCOMPARE(table.cell(3, 1), QString());
     }
 
     void removingARunNumbersTheRestAgain() {
@@ -70,14 +58,14 @@ private slots:
         for (int i = 0; i < 3; ++i)
             table.addRun();
         for (int row = 1; row <= 4; ++row)
-            table.setTextMatrix(row, 12, QStringLiteral("10.%1").arg(row));
+            table.setCell(row, 12, QStringLiteral("10.%1").arg(row));
         QVERIFY(table.removeRun(2));
-        QCOMPARE(table.Rows(), 4);
-        QCOMPARE(table.TextMatrix(2, 12), QStringLiteral("10.3"));
-        QCOMPARE(table.TextMatrix(3, 12), QStringLiteral("10.4"));
-        for (int row = 1; row < table.Rows(); ++row)
-            QCOMPARE(table.TextMatrix(row, 0), QString::number(row));
-        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(table.tableRows(), 4);
+        QCOMPARE(table.cell(2, 12), QStringLiteral("10.3"));
+        QCOMPARE(table.cell(3, 12), QStringLiteral("10.4"));
+        for (int row = 1; row < table.tableRows(); ++row)
+            QCOMPARE(table.cell(row, 0), QString::number(row));
+        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
     }
 
     void theOnlyRunAndTheHeaderAreNeverRemoved() {
@@ -87,7 +75,7 @@ private slots:
         table.addRun();
         QVERIFY(!table.removeRun(0));
         QVERIFY(!table.removeRun(3));
-        QCOMPARE(table.Rows(), 3);
+        QCOMPARE(table.tableRows(), 3);
     }
 
     void oneRunHasNoBand() {
@@ -139,15 +127,15 @@ private slots:
     void hidingAndShowingAColumn() {
         RunTable table;
         QSignalSpy widths(&table, &RunTable::columnWidthChanged);
-        table.setTextMatrix(1, 18, QStringLiteral("95.0"));
+        table.setCell(1, 18, QStringLiteral("95.0"));
         QVERIFY(table.hideColumn(18));
         QCOMPARE(table.columnWidth(18), 0);
         QVERIFY(table.isColumnHidden(18));
-        QCOMPARE(table.TextMatrix(0, 18), QString());
-        QCOMPARE(table.TextMatrix(1, 18), QStringLiteral("95.0"));
+        QCOMPARE(table.cell(0, 18), QString());
+        QCOMPARE(table.cell(1, 18), QStringLiteral("95.0"));
         QVERIFY(table.showColumn(18));
         QCOMPARE(table.columnWidth(18), 1140);
-        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
         QCOMPARE(widths.count(), 2);
         QCOMPARE(widths.at(0).at(0).toInt(), 18);
     }
@@ -212,7 +200,7 @@ private slots:
     void viewsSeeRunsWithHeaderRowAndNumberColumnAsHeaders() {
         RunTable table;
         table.addRun();
-        table.setTextMatrix(2, 12, QStringLiteral("10.95"));
+        table.setCell(2, 12, QStringLiteral("10.95"));
         table.paintRowBands();
         table.markReferenceRun(2);
         QCOMPARE(table.rowCount(), 2);
@@ -246,15 +234,15 @@ private slots:
         QCOMPARE(inserted.count(), 2);
         QCOMPARE(inserted.at(1).at(1).toInt(), 2); // model row of run 3
 
-        table.setTextMatrix(2, 5, QStringLiteral("0.2"));
+        table.setCell(2, 5, QStringLiteral("0.2"));
         QCOMPARE(changed.count(), 1);
         QCOMPARE(changed.at(0).at(0).toModelIndex(), table.index(1, 4));
 
-        table.setTextMatrix(0, 5, QString());
+        table.setCell(0, 5, QString());
         QCOMPARE(headers.count(), 1);
         QCOMPARE(headers.at(0).at(0).value<Qt::Orientation>(), Qt::Horizontal);
 
-        table.setTextMatrix(0, 0, QStringLiteral("<<<"));
+        table.setCell(0, 0, QStringLiteral("<<<"));
         QCOMPARE(corner.count(), 1);
 
         headers.clear();
@@ -272,9 +260,9 @@ private slots:
         RunTable table;
         for (int i = 0; i < 1000; ++i)
             table.addRun();
-        QCOMPARE(table.Rows(), 1002);
-        QCOMPARE(table.TextMatrix(1001, 0), QStringLiteral("1001"));
-        table.setTextArray(table.fLabel(1001, 33), QStringLiteral("12"));
+        QCOMPARE(table.tableRows(), 1002);
+        QCOMPARE(table.cell(1001, 0), QStringLiteral("1001"));
+        table.setCell(1001, 33, QStringLiteral("12"));
         QCOMPARE(table.data(table.index(1000, 32)).toString(), QStringLiteral("12"));
         table.paintRowBands();
         QVERIFY(isBanded(table, 1000, 1));

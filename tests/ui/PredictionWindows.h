@@ -63,7 +63,7 @@ inline QString frameCaption(RaceLogWindow* log) {
 inline void setCells(RaceLogWindow* log, int row,
                      std::initializer_list<std::pair<int, QString>> cells) {
     for (const auto& [column, text] : cells)
-        log->gridLog->table().setTextMatrix(row, column, text);
+        log->grid->table().setCell(row, column, text);
 }
 
 // The worked example of the model: a reference run of 9.5 at AA 2000 with a timer of 1.5 and
@@ -77,7 +77,7 @@ inline void fillReferenceRun(RaceLogWindow* log, int row = 1) {
 }
 
 inline void fillFields(RaceLogWindow* log) {
-    LogSidePanel* panel = log->tabLog;
+    LogSidePanel* panel = log->sidePanel;
     panel->txtAA->setText(QStringLiteral("2100"));
     panel->txtVP->setText(QStringLiteral("0.487"));
     panel->txtPF->setText(QStringLiteral("5"));

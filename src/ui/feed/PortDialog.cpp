@@ -26,11 +26,11 @@ struct LineListEntry {
     int defaultIndex; // 9600, None, 8, 1, None
 };
 const LineListEntry LineListTable[] = {
-    {"cboBitsPerSecond", "&Bits per second:", BaudRates, &PortSettings::iBaud, 5},
-    {"cboDataBits", "&Data Bits:", DataBitsTexts, &PortSettings::iDataBits, 4},
-    {"cboParity", "&Parity:", ParityNames, &PortSettings::iParity, 0},
-    {"cboStopBits", "&Stop Bits:", StopBitsTexts, &PortSettings::iStopBits, 0},
-    {"cboFlowControl", "&Flow Control:", FlowControlNames, &PortSettings::iFlowControl, 0},
+    {"cboBitsPerSecond", "&Bits per second:", BaudRates, &PortSettings::baud, 5},
+    {"cboDataBits", "&Data Bits:", DataBitsTexts, &PortSettings::dataBits, 4},
+    {"cboParity", "&Parity:", ParityNames, &PortSettings::parity, 0},
+    {"cboStopBits", "&Stop Bits:", StopBitsTexts, &PortSettings::stopBits, 0},
+    {"cboFlowControl", "&Flow Control:", FlowControlNames, &PortSettings::flowControl, 0},
 };
 
 QStringList comPortEntries() {
@@ -127,12 +127,12 @@ void PortDialog::buildLists(QFormLayout* form) {
 
 void PortDialog::showSettings() {
     const PortSettings& settings = connection.portSettings;
-    cboComPort->setCurrentIndex(settings.iComPort);
-    showDevice(settings.iComPort);
+    cboComPort->setCurrentIndex(settings.comPort);
+    showDevice(settings.comPort);
     for (const LineList& list : lineLists)
         list.box->setCurrentIndex(settings.*list.setting);
-    cboHost->setEditText(settings.sHost);
-    cboPort->setEditText(settings.sTcpPort);
+    cboHost->setEditText(settings.host);
+    cboPort->setEditText(settings.tcpPort);
     cmdApply->setEnabled(false);
     cmdRestoreDefaults->setEnabled(false);
 }
@@ -213,15 +213,15 @@ void PortDialog::apply() {
 
 void PortDialog::storeToMemory() {
     PortSettings& settings = connection.portSettings;
-    settings.iComPort = qint16(cboComPort->currentIndex());
+    settings.comPort = qint16(cboComPort->currentIndex());
     for (const LineList& list : lineLists)
         settings.*list.setting = qint16(list.box->currentIndex());
     // An emptied box keeps what was there before here; applying the link right after takes
     // the boxes again as they are, so an emptied box still drops the relay.
     if (const QString host = cboHost->currentText().trimmed(); !host.isEmpty())
-        settings.sHost = host;
+        settings.host = host;
     if (const QString port = cboPort->currentText().trimmed(); !port.isEmpty())
-        settings.sTcpPort = port;
+        settings.tcpPort = port;
     for (auto device = editedDevices.cbegin(); device != editedDevices.cend(); ++device)
         SetPortDevice(device.key(), device.value());
     editedDevices.clear();

@@ -22,7 +22,7 @@ PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
 // A closed port drops the page without a word; the next comes a period later.
 void PagerDispatch::sendPage() {
     const QString page = PagerComposer::pageText(
-        QTime::currentTime(), PagerLogs::pagerSlots(state.raceLogs.bySlot()), state.sStatusLine);
+        QTime::currentTime(), PagerLogs::pagerSlots(state.raceLogs.bySlot()), state.statusLine);
     PortLink& port = main.instrument().serialPort();
     if (port.isOpen())
         port.write(PagerComposer::pageCommand(page));

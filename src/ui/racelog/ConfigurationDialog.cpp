@@ -101,7 +101,7 @@ ConfigurationDialog::ConfigurationDialog(std::function<void(int)> setPagerFreque
 
     addFieldRules();
     connectCommands();
-    Load();
+    load();
 }
 
 QWidget* ConfigurationDialog::defaultsPage() {
@@ -215,17 +215,17 @@ void ConfigurationDialog::connectCommands() {
          {txtCarNumber, txtPF, txtTSR, txtTargetET, cboPageIdentifier->lineEdit()})
         connect(edited, &QLineEdit::textEdited, cmdSaveSetting,
                 [this] { cmdSaveSetting->setEnabled(true); });
-    connect(cmdSaveSetting, &QPushButton::clicked, this, &ConfigurationDialog::SaveSetting);
-    connect(cmdRemoveSetting, &QPushButton::clicked, this, &ConfigurationDialog::RemoveSetting);
+    connect(cmdSaveSetting, &QPushButton::clicked, this, &ConfigurationDialog::saveSetting);
+    connect(cmdRemoveSetting, &QPushButton::clicked, this, &ConfigurationDialog::removeSetting);
     connect(cboPageIdentifier, &QComboBox::activated, this,
-            &ConfigurationDialog::PageIdentifierChosen);
+            &ConfigurationDialog::pageIdentifierChosen);
     connect(cboPagerFrequency, &QComboBox::activated, this,
-            &ConfigurationDialog::PagerFrequencyChosen);
-    connect(cmdAdd, &QPushButton::clicked, this, &ConfigurationDialog::AddTrack);
-    connect(cmdRemove, &QPushButton::clicked, this, &ConfigurationDialog::RemoveTrack);
-    connect(cmdFolder, &QPushButton::clicked, this, &ConfigurationDialog::ChooseTemplate);
+            &ConfigurationDialog::pagerFrequencyChosen);
+    connect(cmdAdd, &QPushButton::clicked, this, &ConfigurationDialog::addTrack);
+    connect(cmdRemove, &QPushButton::clicked, this, &ConfigurationDialog::removeTrack);
+    connect(cmdFolder, &QPushButton::clicked, this, &ConfigurationDialog::chooseTemplate);
     connect(cmdOK, &QPushButton::clicked, this, [this] {
-        Save();
+        save();
         accept();
     });
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -233,21 +233,21 @@ void ConfigurationDialog::connectCommands() {
 
 // --- The load ---
 
-void ConfigurationDialog::Load() {
+void ConfigurationDialog::load() {
     CentreOnScreen(*this);
-    LoadTemplate();
-    FillRaceTracks();
-    if (!LoadPagerFrequency()) {
+    loadTemplate();
+    fillRaceTracks();
+    if (!loadPagerFrequency()) {
         Dialogs::Inform(QStringLiteral("Error loading configuration form!"),
                         QStringLiteral("Configuration"), Dialogs::Icon::None);
         return;
     }
-    FillPageIdentifiers();
-    LoadFields();
+    fillPageIdentifiers();
+    loadFields();
 }
 
 // The shipped template is the system default; any other path is the user's own folder.
-void ConfigurationDialog::LoadTemplate() {
+void ConfigurationDialog::loadTemplate() {
     const QString path = Registry::Get(TemplatesKey, MasterTemplateValue);
     if (path == Registry::NoKeyValue || path == SystemTemplatePath()) {
         optTemplateDefault->setChecked(true);
@@ -257,13 +257,13 @@ void ConfigurationDialog::LoadTemplate() {
     optFolder->setChecked(true);
 }
 
-void ConfigurationDialog::FillRaceTracks() {
+void ConfigurationDialog::fillRaceTracks() {
     refill(cboRaceTrack, RaceTracks());
 }
 
 // A frequency between two choices shows the lower one and stays in force until the user
 // picks a choice; a frequency below one minute shows none.
-bool ConfigurationDialog::LoadPagerFrequency() {
+bool ConfigurationDialog::loadPagerFrequency() {
     const std::optional<qint32> frequency =
         PagerSchedule::storedFrequency(Registry::Get(DefaultsKey, PagerFrequencyValue));
     if (!frequency)
@@ -273,13 +273,13 @@ bool ConfigurationDialog::LoadPagerFrequency() {
     return true;
 }
 
-void ConfigurationDialog::FillPageIdentifiers() {
+void ConfigurationDialog::fillPageIdentifiers() {
     refill(cboPageIdentifier, RaceLogTypes());
 }
 
 // The fields of the type named in the list's text, or of the general defaults when it is
 // empty. Each field is named for its value: txtPF shows PF.
-void ConfigurationDialog::LoadFields() {
+void ConfigurationDialog::loadFields() {
     const QString key = TypeKey(cboPageIdentifier->currentText());
     for (const DefaultValue& value : DefaultValues) {
         const QString name = value.valueName.toString();
@@ -290,18 +290,18 @@ void ConfigurationDialog::LoadFields() {
 
 // --- Saving ---
 
-void ConfigurationDialog::Save() {
-    SaveTemplate();
-    SaveFields();
+void ConfigurationDialog::save() {
+    saveTemplate();
+    saveFields();
 }
 
 // A path that names no file is passed over without a word.
-void ConfigurationDialog::SaveTemplate() {
+void ConfigurationDialog::saveTemplate() {
     if (const auto path = TemplateToStore(optTemplateDefault->isChecked(), txtTemplateFile->text()))
         Registry::Set(TemplatesKey, MasterTemplateValue, *path);
 }
 
-void ConfigurationDialog::SaveFields() {
+void ConfigurationDialog::saveFields() {
     const QString key = TypeKey(cboPageIdentifier->currentText());
     for (const DefaultValue& value : DefaultValues) {
         const QString name = value.valueName.toString();
@@ -313,35 +313,35 @@ void ConfigurationDialog::SaveFields() {
 
 // --- The commands ---
 
-void ConfigurationDialog::SaveSetting() {
+void ConfigurationDialog::saveSetting() {
     cmdSaveSetting->setEnabled(false);
-    Save();
+    save();
     const QString name = cboPageIdentifier->currentText();
     if (!name.isEmpty() &&
         cboPageIdentifier->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
         cboPageIdentifier->addItem(name);
 }
 
-void ConfigurationDialog::RemoveSetting() {
+void ConfigurationDialog::removeSetting() {
     cmdRemoveSetting->setEnabled(false);
     Registry::DeleteKey(Registry::HKEY_CURRENT_USER, DefaultsKey, cboPageIdentifier->currentText());
-    FillPageIdentifiers();
+    fillPageIdentifiers();
 }
 
-void ConfigurationDialog::PageIdentifierChosen() {
-    LoadFields();
+void ConfigurationDialog::pageIdentifierChosen() {
+    loadFields();
     cmdRemoveSetting->setEnabled(true);
 }
 
 // The pager takes the new frequency at once, and it stays whatever the dialog ends with.
-void ConfigurationDialog::PagerFrequencyChosen(int choice) {
+void ConfigurationDialog::pagerFrequencyChosen(int choice) {
     const int ticks = cboPagerFrequency->itemData(choice).toInt();
     setPagerFrequency(ticks);
     Registry::Set(DefaultsKey, PagerFrequencyValue, NumberText::General(float(ticks)));
 }
 
 // Tracks are told apart by their exact names: "Bristol" and "bristol" are two tracks.
-void ConfigurationDialog::AddTrack() {
+void ConfigurationDialog::addTrack() {
     const QString name = cboRaceTrack->currentText().trimmed();
     if (name.isEmpty() ||
         cboRaceTrack->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
@@ -351,14 +351,14 @@ void ConfigurationDialog::AddTrack() {
 }
 
 // Race logs that hold the track keep it: they store its name, not a reference.
-void ConfigurationDialog::RemoveTrack() {
+void ConfigurationDialog::removeTrack() {
     Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, TracksKey,
                              cboRaceTrack->currentText().trimmed());
-    FillRaceTracks();
+    fillRaceTracks();
 }
 
 // The chosen path counts only while "Folder:" is selected; choosing does not select it.
-void ConfigurationDialog::ChooseTemplate() {
+void ConfigurationDialog::chooseTemplate() {
     Dialogs::FileRequest request;
     request.title = QStringLiteral("Choose Excel Template");
     request.filter = QStringLiteral("Microsoft Excel Files (*.xls) |*.xls|");

@@ -31,26 +31,26 @@ private:
     void connectCommands();
 
     // The load, step by step in order.
-    void Load();
-    void LoadTemplate();
-    void FillRaceTracks();
-    bool LoadPagerFrequency();
-    void FillPageIdentifiers();
-    void LoadFields();
+    void load();
+    void loadTemplate();
+    void fillRaceTracks();
+    bool loadPagerFrequency();
+    void fillPageIdentifiers();
+    void loadFields();
 
     // Saving, by OK and by Save.
-    void Save();
-    void SaveTemplate();
-    void SaveFields();
+    void save();
+    void saveTemplate();
+    void saveFields();
 
     // The commands.
-    void SaveSetting();
-    void RemoveSetting();
-    void PageIdentifierChosen();
-    void PagerFrequencyChosen(int choice);
-    void AddTrack();
-    void RemoveTrack();
-    void ChooseTemplate();
+    void saveSetting();
+    void removeSetting();
+    void pageIdentifierChosen();
+    void pagerFrequencyChosen(int choice);
+    void addTrack();
+    void removeTrack();
+    void chooseTemplate();
 
     std::function<void(int)> setPagerFrequency;
 

@@ -28,14 +28,14 @@ constexpr int FirstTypeToolId = 10000;
 
 RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
     : QObject(&main), main(main), state(state) {
-    main.setCommand(QStringLiteral("miNewRaceLog"), [this] { NewRaceLog(QString()); });
-    main.setCommand(QStringLiteral("miOpenRaceLog"), [this] { OpenRaceLog(); });
-    main.setCommand(QStringLiteral("miClose"), [this] { CloseActive(); });
-    main.setCommand(QStringLiteral("miSave"), [this] { SaveActive(false); });
-    main.setCommand(QStringLiteral("miSaveAs"), [this] { SaveActive(true); });
-    main.setCommand(QStringLiteral("miSaveAll"), [this] { SaveAll(); });
-    main.setCommand(QStringLiteral("miPrint"), [this] { RunOnActive("PrintDocument"); });
-    main.setCommand(QStringLiteral("miPDFExport"), [this] { RunOnActive("SaveAsPDF"); });
+    main.setCommand(QStringLiteral("miNewRaceLog"), [this] { newRaceLog(QString()); });
+    main.setCommand(QStringLiteral("miOpenRaceLog"), [this] { openRaceLog(); });
+    main.setCommand(QStringLiteral("miClose"), [this] { closeActive(); });
+    main.setCommand(QStringLiteral("miSave"), [this] { saveActive(false); });
+    main.setCommand(QStringLiteral("miSaveAs"), [this] { saveActive(true); });
+    main.setCommand(QStringLiteral("miSaveAll"), [this] { saveAll(); });
+    main.setCommand(QStringLiteral("miPrint"), [this] { runOnActive("PrintDocument"); });
+    main.setCommand(QStringLiteral("miPDFExport"), [this] { runOnActive("SaveAsPDF"); });
     main.setCommand(QStringLiteral("miSelectColumns"), [this] {
         LogColumnsDialog dialog(&this->main);
         dialog.exec();
@@ -45,14 +45,14 @@ RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
             [this](int frequency) { this->main.setPagerFrequency(frequency); }, &this->main);
         dialog.exec();
     });
-    main.setCommand(QStringLiteral("btnPredict"), [this] { PredictAll(); });
-    main.setNewRaceLog([this](const QString& type) { NewRaceLog(type); });
+    main.setCommand(QStringLiteral("btnPredict"), [this] { predictAll(); });
+    main.setNewRaceLog([this](const QString& type) { newRaceLog(type); });
     main.setRaceLogLoader(
-        [this](const QString& path) { return LoadRaceLog(path, QFileInfo(path).fileName()); });
-    main.setRaceLogListing([this] { CreateRaceLogListing(); });
+        [this](const QString& path) { return loadRaceLog(path, QFileInfo(path).fileName()); });
+    main.setRaceLogListing([this] { createRaceLogListing(); });
 }
 
-void RaceLogCommands::CreateRaceLogListing() {
+void RaceLogCommands::createRaceLogListing() {
     delete main.findChild<QMenu*>(QStringLiteral("RaceLogType"));
     auto* band = new QMenu(&main);
     band->setObjectName(QStringLiteral("RaceLogType"));
@@ -77,11 +77,11 @@ void RaceLogCommands::CreateRaceLogListing() {
     }
 }
 
-void RaceLogCommands::NewRaceLog(const QString& raceLogType) {
+void RaceLogCommands::newRaceLog(const QString& raceLogType) {
     showLog(createLog(raceLogType));
 }
 
-RaceLogLoad RaceLogCommands::LoadRaceLog(const QString& path, const QString& title) {
+RaceLogLoad RaceLogCommands::loadRaceLog(const QString& path, const QString& title) {
     if (path.isEmpty() || title.isEmpty() || !QFileInfo(path).isFile())
         return {};
     RaceLogWindow* log = createLog(QString());
@@ -104,15 +104,15 @@ RaceLogLoad RaceLogCommands::LoadRaceLog(const QString& path, const QString& tit
 RaceLogWindow* RaceLogCommands::createLog(const QString& raceLogType) {
     auto* log = new RaceLogWindow(state);
     main.mdiArea()->addSubWindow(log);
-    log->iIndex = state.raceLogs.open(log);
-    log->sRaceLogType = raceLogType;
-    log->Load(main.mdiArea()->background().color());
+    log->slot = state.raceLogs.open(log);
+    log->raceLogType = raceLogType;
+    log->load(main.mdiArea()->background().color());
     return log;
 }
 
 void RaceLogCommands::showLog(RaceLogWindow* log) {
     if (log->windowTitle().isEmpty())
-        log->setWindowTitle(RaceLogSlots::numberedCaption(log->iIndex));
+        log->setWindowTitle(RaceLogSlots::numberedCaption(log->slot));
     log->parentWidget()->show();
     log->show();
 }
@@ -126,27 +126,27 @@ RaceLogWindow* RaceLogCommands::activeLog() const {
     return child ? qobject_cast<RaceLogWindow*>(child->widget()) : nullptr;
 }
 
-void RaceLogCommands::OpenRaceLog() {
+void RaceLogCommands::openRaceLog() {
     const std::optional<Dialogs::FileChoice> chosen =
         Dialogs::ChooseFile(RaceLogFileRequests::openRequest());
     if (!chosen)
         return;
     RaceLogFileRequests::rememberFolder(chosen->path);
-    main.OpenFile(chosen->path);
+    main.openFile(chosen->path);
 }
 
-void RaceLogCommands::CloseActive() {
+void RaceLogCommands::closeActive() {
     if (QMdiSubWindow* child = activeChild())
         child->close();
 }
 
-void RaceLogCommands::SaveActive(bool choosePath) {
+void RaceLogCommands::saveActive(bool choosePath) {
     if (RaceLogWindow* log = activeLog())
         log->saveLog(choosePath ? QString() : log->document().filePath());
 }
 
 // Every open log in slot order; a log that has no file yet asks for one.
-void RaceLogCommands::SaveAll() {
+void RaceLogCommands::saveAll() {
     for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
         if (auto* log = dynamic_cast<RaceLogWindow*>(state.raceLogs.at(slot)))
             log->saveLog(log->document().filePath());
@@ -155,7 +155,7 @@ void RaceLogCommands::SaveAll() {
 
 // A failed prediction shows a box, during which a log may close: the slots are looked at
 // afresh for each log.
-void RaceLogCommands::PredictAll() {
+void RaceLogCommands::predictAll() {
     for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
         if (RaceLogDocument* log = state.raceLogs.at(slot))
             log->updatePredictions();
@@ -164,7 +164,7 @@ void RaceLogCommands::PredictAll() {
 
 // Print and PDF export belong to the window in front, if it offers them as invokable
 // members of those names.
-void RaceLogCommands::RunOnActive(const char* member) {
+void RaceLogCommands::runOnActive(const char* member) {
     QMdiSubWindow* child = activeChild();
     QWidget* window = child ? child->widget() : nullptr;
     const QByteArray signature = QByteArray(member) + "()";

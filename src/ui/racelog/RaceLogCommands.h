@@ -19,13 +19,13 @@ public:
 
     // Hangs the list of race log types (the subkeys of the defaults) under "New Race Log",
     // in the File menu and on the tool bar. With no type, "New Race Log" stays a command.
-    void CreateRaceLogListing();
+    void createRaceLogListing();
 
     // A new, empty log of a type (empty for the general defaults) in the first free slot.
-    void NewRaceLog(const QString& raceLogType);
+    void newRaceLog(const QString& raceLogType);
     // Opens a race log file in a new window. No window is left when there is no such file,
     // when it is no race log or when it lacks a column; the reason names the column.
-    RaceLogLoad LoadRaceLog(const QString& path, const QString& title);
+    RaceLogLoad loadRaceLog(const QString& path, const QString& title);
 
 private:
     RaceLogWindow* createLog(const QString& raceLogType);
@@ -33,12 +33,12 @@ private:
     QMdiSubWindow* activeChild() const;
     RaceLogWindow* activeLog() const;
 
-    void OpenRaceLog();
-    void CloseActive();
-    void SaveActive(bool choosePath);
-    void SaveAll();
-    void PredictAll();
-    void RunOnActive(const char* member);
+    void openRaceLog();
+    void closeActive();
+    void saveActive(bool choosePath);
+    void saveAll();
+    void predictAll();
+    void runOnActive(const char* member);
 
     MainWindow& main;
     AppState& state;

@@ -46,51 +46,51 @@ const QString PanelOpenMark = QStringLiteral("<<<");
 
 RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent), state(state) {
     setObjectName(QStringLiteral("frmLog"));
-    tabLog = new LogSidePanel(this);
-    tabLog->hide();
-    tabLog->showLog(log);
-    gridLog = new RunGrid(state, log, this);
-    gridLog->setObjectName(QStringLiteral("gridLog"));
-    miShowColumn = new ShowColumnMenu(log.runs(), this);
-    gridLog->setShowColumnMenu(miShowColumn);
+    sidePanel = new LogSidePanel(this);
+    sidePanel->hide();
+    sidePanel->showLog(log);
+    grid = new RunGrid(state, log, this);
+    grid->setObjectName(QStringLiteral("gridLog"));
+    showColumnMenu = new ShowColumnMenu(log.runs(), this);
+    grid->setShowColumnMenu(showColumnMenu);
     addUndoCommands();
 
-    connect(gridLog, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
-    connect(gridLog, &RunGrid::panelTabRequested, this, &RaceLogWindow::showPanelTab);
-    connect(gridLog, &RunGrid::referenceRunRequested, this,
+    connect(grid, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
+    connect(grid, &RunGrid::panelTabRequested, this, &RaceLogWindow::showPanelTab);
+    connect(grid, &RunGrid::referenceRunRequested, this,
             [this](int row) { selectReferenceRun(row - 1); });
-    connect(gridLog, &RunGrid::runCompleteRequested, this, &RaceLogWindow::completeRun);
+    connect(grid, &RunGrid::runCompleteRequested, this, &RaceLogWindow::completeRun);
     // An emptied list selects nothing; it is about to be filled again.
-    connect(tabLog->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
+    connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
             selectReferenceRun(index);
     });
-    connect(tabLog, &LogSidePanel::pageIdentifierLeft, this, &RaceLogWindow::settleCaption);
-    connect(tabLog, &LogSidePanel::predictRequested, this, [this] {
-        gridLog->commitCellEdit();
+    connect(sidePanel, &LogSidePanel::pageIdentifierLeft, this, &RaceLogWindow::settleCaption);
+    connect(sidePanel, &LogSidePanel::predictRequested, this, [this] {
+        grid->commitCellEdit();
         updatePredictions();
     });
-    connect(tabLog->chkPagerPredictions, &QCheckBox::clicked, this,
+    connect(sidePanel->chkPagerPredictions, &QCheckBox::clicked, this,
             &RaceLogWindow::warnOfManyPagingLogs);
 }
 
 RaceLogWindow::~RaceLogWindow() {
     // The grid goes first: it works on the run table and the reference run list. The window
     // stops painting behind it before it goes.
-    gridLog->viewport()->removeEventFilter(this);
-    delete gridLog;
+    grid->viewport()->removeEventFilter(this);
+    delete grid;
     releaseSlot();
 }
 
-void RaceLogWindow::Load(const QColor& mainBackground) {
+void RaceLogWindow::load(const QColor& mainBackground) {
     giveUsableSize();
     Settings::LoadWindowPlacement(PlacementKey, placedWindow());
     correctPlacement();
     setupGrid();
-    tabLog->fillRaceTracks();
+    sidePanel->fillRaceTracks();
     applyTypeDefaults();
     takeBackground(mainBackground);
-    gridLeft = gridLog->x();
+    gridLeft = grid->x();
     arrange();
     // What the log starts from is no change of the user's.
     log.settle();
@@ -111,7 +111,7 @@ void RaceLogWindow::addUndoCommands() {
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);
     }
-    for (QMenu* menu : {gridLog->columnMenu(), gridLog->rowMenu()}) {
+    for (QMenu* menu : {grid->columnMenu(), grid->rowMenu()}) {
         QAction* first = menu->actions().value(0);
         menu->insertActions(first, {undo, redo});
         menu->insertSeparator(first);
@@ -122,14 +122,13 @@ void RaceLogWindow::addUndoCommands() {
 // columns; that is the least it can be made. Where no placement is stored yet it opens with
 // every field of the panel and ten runs in view.
 void RaceLogWindow::giveUsableSize() {
-    const int rowHeight = gridLog->verticalHeader()->defaultSectionSize();
-    const int gridFrame = gridLog->horizontalHeader()->sizeHint().height() +
-                          gridLog->horizontalScrollBar()->sizeHint().height() +
-                          2 * gridLog->frameWidth();
-    const QSize least(tabLog->width() + 240,
-                      qMax(tabLog->sizeHint().height(), gridFrame + 3 * rowHeight));
-    const QSize usual(tabLog->width() + 480,
-                      qMax(tabLog->heightShowingEveryField(), gridFrame + 10 * rowHeight));
+    const int rowHeight = grid->verticalHeader()->defaultSectionSize();
+    const int gridFrame = grid->horizontalHeader()->sizeHint().height() +
+                          grid->horizontalScrollBar()->sizeHint().height() + 2 * grid->frameWidth();
+    const QSize least(sidePanel->width() + 240,
+                      qMax(sidePanel->sizeHint().height(), gridFrame + 3 * rowHeight));
+    const QSize usual(sidePanel->width() + 480,
+                      qMax(sidePanel->heightShowingEveryField(), gridFrame + 10 * rowHeight));
     setMinimumSize(least);
     QWidget* frame = placedWindow();
     frame->resize(frame->minimumSizeHint() + (usual - least));
@@ -149,59 +148,59 @@ void RaceLogWindow::correctPlacement() {
 // The run table as a new window shows it: the run numbers, the captions and widths, and the
 // columns the user chose not to see. The table centres every cell of itself.
 void RaceLogWindow::setupGrid() {
-    RunTable& grid = log.runs();
-    grid.setColumnWidth(0, RunTable::RunNumberWidth);
-    grid.setTextMatrix(0, 0, PanelClosedMark);
-    for (int row = 1; row < grid.Rows(); ++row)
-        grid.setTextMatrix(row, 0, QString::number(row));
+    RunTable& table = log.runs();
+    table.setColumnWidth(0, RunTable::RunNumberWidth);
+    table.setCell(0, 0, PanelClosedMark);
+    for (int row = 1; row < table.tableRows(); ++row)
+        table.setCell(row, 0, QString::number(row));
     for (const ColumnTable::Column& column : ColumnTable::Columns) {
         if (column.number == 0)
             continue;
-        grid.setColumnWidth(column.number, RunTable::InitialWidth);
-        grid.setTextMatrix(0, column.number, column.caption.toString());
+        table.setColumnWidth(column.number, RunTable::InitialWidth);
+        table.setCell(0, column.number, column.caption.toString());
         // Only an exact "0" hides: a column never chosen either way is shown.
         if (column.canBeHidden() &&
             Registry::Get(LogColumnsKey, column.visibilityValue.toString()) == u"0")
-            miShowColumn->toggleColumn(column.number);
+            showColumnMenu->toggleColumn(column.number);
     }
 }
 
 // A log of a named type is called by its type and starts from that type's defaults; a log of
 // no type starts from the general defaults. Values that are no number are passed over.
 void RaceLogWindow::applyTypeDefaults() {
-    if (!sRaceLogType.isEmpty()) {
-        tabLog->txtPageIdentifier->setText(sRaceLogType);
-        setWindowTitle(sRaceLogType);
+    if (!raceLogType.isEmpty()) {
+        sidePanel->txtPageIdentifier->setText(raceLogType);
+        setWindowTitle(raceLogType);
     }
-    const QString defaults = RaceLogDefaults::TypeKey(sRaceLogType);
+    const QString defaults = RaceLogDefaults::TypeKey(raceLogType);
     const auto takeNumber = [&defaults](const char* name, QLineEdit* field) {
         const QString value = Registry::Get(defaults, QLatin1String(name));
         if (NumberText::IsNumeric(value))
             field->setText(value);
     };
-    takeNumber("PF", tabLog->txtPF);
-    takeNumber("TSR", tabLog->txtTSR);
+    takeNumber("PF", sidePanel->txtPF);
+    takeNumber("TSR", sidePanel->txtTSR);
     const QString carNumber = Registry::Get(defaults, QStringLiteral("CarNumber"));
     if (carNumber != Registry::NoKeyValue)
-        tabLog->txtCarNumber->setText(carNumber.trimmed());
-    takeNumber("TargetET", tabLog->txtTargetET);
+        sidePanel->txtCarNumber->setText(carNumber.trimmed());
+    takeNumber("TargetET", sidePanel->txtTargetET);
     selectReferenceRun(0);
 }
 
 void RaceLogWindow::takeBackground(const QColor& color) {
-    QPalette palette = tabLog->palette();
+    QPalette palette = sidePanel->palette();
     palette.setColor(QPalette::Window, color);
-    tabLog->setPalette(palette);
-    tabLog->setAutoFillBackground(true);
+    sidePanel->setPalette(palette);
+    sidePanel->setAutoFillBackground(true);
     gridBackdrop = color;
-    gridLog->viewport()->installEventFilter(this);
-    gridLog->viewport()->update();
+    grid->viewport()->installEventFilter(this);
+    grid->viewport()->update();
 }
 
 bool RaceLogWindow::eventFilter(QObject* watched, QEvent* event) {
     // The type comes first: while the grid is being destroyed its viewport still sends events,
     // and the grid may then no longer be asked for anything.
-    if (event->type() == QEvent::Paint && watched == gridLog->viewport())
+    if (event->type() == QEvent::Paint && watched == grid->viewport())
         paintGridBackdrop();
     return QWidget::eventFilter(watched, event);
 }
@@ -209,9 +208,9 @@ bool RaceLogWindow::eventFilter(QObject* watched, QEvent* event) {
 // The area of the grid beyond its last column and its last run: the cells keep their own
 // colours, painted over this.
 void RaceLogWindow::paintGridBackdrop() {
-    QWidget* area = gridLog->viewport();
-    const QHeaderView* columns = gridLog->horizontalHeader();
-    const QHeaderView* rows = gridLog->verticalHeader();
+    QWidget* area = grid->viewport();
+    const QHeaderView* columns = grid->horizontalHeader();
+    const QHeaderView* rows = grid->verticalHeader();
     const QRect cells(0, 0, columns->length() - columns->offset(), rows->length() - rows->offset());
     QPainter painter(area);
     painter.setClipRegion(QRegion(area->rect()).subtracted(cells));
@@ -226,7 +225,7 @@ Database::LoadResult RaceLogWindow::loadFile(const QString& path) {
     if (!content.pageIdentifier.isEmpty())
         setWindowTitle(content.pageIdentifier);
     if (content.refRunIndex >= 0)
-        gridLog->setCurrentRunCell(content.refRunIndex + 1, 1);
+        grid->setCurrentRunCell(content.refRunIndex + 1, 1);
     if (loaded.unreadValues > 0)
         warnOfUnreadValues(path, loaded.unreadValues);
     return loaded;
@@ -266,7 +265,7 @@ void RaceLogWindow::logFile(const QString& path, const QString& title) {
 
 bool RaceLogWindow::saveLog(const QString& path) {
     Hourglass busy;
-    gridLog->commitCellEdit();
+    grid->commitCellEdit();
     QString target = path;
     if (!path.isEmpty()) {
         const Dialogs::Answer answer = Dialogs::Show(
@@ -278,7 +277,7 @@ bool RaceLogWindow::saveLog(const QString& path) {
     } else {
         const std::optional<Dialogs::FileChoice> chosen =
             Dialogs::ChooseFile(RaceLogFileRequests::saveRequest(
-                windowTitle(), tabLog->cboRaceTrack->currentText(), QDate::currentDate(),
+                windowTitle(), sidePanel->cboRaceTrack->currentText(), QDate::currentDate(),
                 QCoreApplication::applicationDirPath()));
         // Cancel is how a log that was never saved is thrown away: the window may close.
         if (!chosen)
@@ -313,10 +312,10 @@ void RaceLogWindow::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure
 // The last publish stands: the full line, or the ET alone when a fault came after it. Only it
 // is shown, so a caption that did not change is not set again with every feed line.
 void RaceLogWindow::updatePredictions() {
-    const PredictionModel::Outcome outcome = LogPrediction::predict(log, iIndex, state.bDeltaVP);
+    const PredictionModel::Outcome outcome = LogPrediction::predict(log, slot, state.deltaVP);
     if (!outcome.publications.isEmpty()) {
         const PredictionModel::Publication& publication = outcome.publications.last();
-        sPagerMessage = publication.sPagerMessage;
+        publishedMessage = publication.pagerMessage;
         setWindowTitle(publication.caption);
     }
     if (outcome.fault)
@@ -328,7 +327,7 @@ bool RaceLogWindow::pagerPredictions() const {
 }
 
 QString RaceLogWindow::pagerMessage() const {
-    return sPagerMessage;
+    return publishedMessage;
 }
 
 // The box has already changed when this is asked; the warning does not undo it.
@@ -366,12 +365,12 @@ void RaceLogWindow::resizeEvent(QResizeEvent* event) {
 }
 
 bool RaceLogWindow::panelClosed() const {
-    return log.runs().TextMatrix(0, 0) == PanelClosedMark;
+    return log.runs().cell(0, 0) == PanelClosedMark;
 }
 
 void RaceLogWindow::togglePanel() {
     if (panelClosed())
-        openPanel(tabLog->currentIndex());
+        openPanel(sidePanel->currentIndex());
     else
         closePanel();
 }
@@ -380,21 +379,21 @@ void RaceLogWindow::showPanelTab(int tab) {
     if (panelClosed())
         openPanel(tab);
     else
-        tabLog->setCurrentIndex(tab);
+        sidePanel->setCurrentIndex(tab);
 }
 
 void RaceLogWindow::openPanel(int tab) {
-    gridLog->commitCellEdit();
-    log.runs().setTextMatrix(0, 0, PanelOpenMark);
-    tabLog->setCurrentIndex(tab);
-    tabLog->show();
+    grid->commitCellEdit();
+    log.runs().setCell(0, 0, PanelOpenMark);
+    sidePanel->setCurrentIndex(tab);
+    sidePanel->show();
     arrange();
 }
 
 void RaceLogWindow::closePanel() {
-    tabLog->hide();
-    gridLog->setFocus();
-    log.runs().setTextMatrix(0, 0, PanelClosedMark);
+    sidePanel->hide();
+    grid->setFocus();
+    log.runs().setCell(0, 0, PanelClosedMark);
     arrange();
 }
 
@@ -403,16 +402,15 @@ void RaceLogWindow::closePanel() {
 void RaceLogWindow::arrange() {
     if (placedWindow()->isMinimized())
         return;
-    tabLog->setGeometry(0, 0, tabLog->width(), height());
-    const int left = tabLog->isHidden() ? gridLeft : tabLog->geometry().right() + 1;
-    const int gridWidth = width() > tabLog->width() ? qMax(width() - left, 0) : gridLog->width();
-    gridLog->setGeometry(left, 0, gridWidth, height());
+    sidePanel->setGeometry(0, 0, sidePanel->width(), height());
+    const int left = sidePanel->isHidden() ? gridLeft : sidePanel->geometry().right() + 1;
+    const int gridWidth = width() > sidePanel->width() ? qMax(width() - left, 0) : grid->width();
+    grid->setGeometry(left, 0, gridWidth, height());
 }
 
 // A log without a page identifier is called by its slot.
 void RaceLogWindow::settleCaption(const QString& pageIdentifier) {
-    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(iIndex)
-                                            : pageIdentifier);
+    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(slot) : pageIdentifier);
 }
 
 // The list in the panel follows the log; a run missing from it is reported.
@@ -422,7 +420,7 @@ void RaceLogWindow::selectReferenceRun(int index) {
                         QStringLiteral("Race Log"), Dialogs::Icon::Critical);
         return;
     }
-    gridLog->setCurrentRunCell(index + 1, 1);
+    grid->setCurrentRunCell(index + 1, 1);
 }
 
 QWidget* RaceLogWindow::placedWindow() {

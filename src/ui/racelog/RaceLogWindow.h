@@ -12,10 +12,10 @@ class LogSidePanel;
 class RunGrid;
 class ShowColumnMenu;
 
-// The race log window: the view and editor of one RaceLog, its runs in the run table gridLog
-// and its settings, notes and prediction inputs in the side panel tabLog, which the corner
+// The race log window: the view and editor of one RaceLog, its runs in the run table grid
+// and its settings, notes and prediction inputs in the side panel sidePanel, which the corner
 // cell of the table opens and closes. Undo and Redo take back the log's changes. The window
-// lives in a child window of the main window and holds the slot iIndex of the open logs while
+// lives in a child window of the main window and holds the slot slot of the open logs while
 // it is open.
 class RaceLogWindow : public QWidget, public RaceLogDocument {
     Q_OBJECT
@@ -24,9 +24,9 @@ public:
     ~RaceLogWindow() override;
 
     // The window load: its place on the screen, the run table, the race tracks and the
-    // values a log of type sRaceLogType starts from. The grid and the panel take the
+    // values a log of type raceLogType starts from. The grid and the panel take the
     // background of the main window.
-    void Load(const QColor& mainBackground);
+    void load(const QColor& mainBackground);
     // Reads a race log file into this newly loaded window. A file that is no race log, or
     // lacks a column, leaves the window as it was. Values that could not be read are told
     // once, and the first save over the file keeps the original beside it.
@@ -41,25 +41,24 @@ public:
     // is no failure.
     bool saveLog(const QString& path);
 
-    int fLabel(int row, int column) const { return log.runs().fLabel(row, column); }
     QString fileExtension(const QString& name) const;
     // Every second run row gets the band colour.
     void paintRowBands();
 
     void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override;
-    // The prediction from the reference run, shown in the caption; sPagerMessage carries it
+    // The prediction from the reference run, shown in the caption; pagerMessage carries it
     // to the pager. A prediction that fails says so in a box.
     void updatePredictions() override;
     bool pagerPredictions() const override;
     QString pagerMessage() const override;
 
-    int iIndex = 0;
-    QString sRaceLogType;
-    QString sPagerMessage;
+    int slot = 0;
+    QString raceLogType;
+    QString publishedMessage;
 
-    LogSidePanel* tabLog;
-    RunGrid* gridLog;
-    ShowColumnMenu* miShowColumn;
+    LogSidePanel* sidePanel;
+    RunGrid* grid;
+    ShowColumnMenu* showColumnMenu;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -138,7 +138,7 @@ void RunGrid::beginCellEdit(int keyCode) {
     commitCellEdit();
     d->editRow = current.row() + 1;
     d->editColumn = current.column() + 1;
-    d->editors->open(d->editColumn, keyCode, d->table.TextMatrix(d->editRow, d->editColumn),
+    d->editors->open(d->editColumn, keyCode, d->table.cell(d->editRow, d->editColumn),
                      visualRect(current));
 }
 
@@ -224,7 +224,7 @@ void RunGrid::stepRow(int step) {
     setFocus();
     QCoreApplication::processEvents();
     const int row = currentRunRow() + step;
-    if (row >= 1 && row < d->table.Rows())
+    if (row >= 1 && row < d->table.tableRows())
         setCurrentRunCell(row, currentRunColumn());
 }
 
@@ -347,5 +347,5 @@ void RunGrid::paintCorner() {
     painter.setFont(font);
     const QColor color = CellColor::toQColor(look.foreground);
     painter.setPen(color.isValid() ? color : corner->palette().color(QPalette::ButtonText));
-    painter.drawText(option.rect, Qt::AlignCenter, d->table.TextMatrix(0, 0));
+    painter.drawText(option.rect, Qt::AlignCenter, d->table.cell(0, 0));
 }

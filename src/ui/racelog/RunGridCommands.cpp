@@ -79,7 +79,7 @@ void RunGrid::getCurrentWeather() {
     const int row = currentRunRow();
     if (row < 1)
         return;
-    RunEdits::importWeather(d->log, row, &d->state.CurrentWeather, {});
+    RunEdits::importWeather(d->log, row, &d->state.currentWeather, {});
     Dialogs::Inform(QStringLiteral("Weather data imported!"),
                     QStringLiteral("Pellamor Weather Import"), Dialogs::Icon::Information);
 }
@@ -94,10 +94,8 @@ void RunGrid::getLoggedWeather() {
     {
         Hourglass busy;
         const QDateTime now = QDateTime::currentDateTime();
-        const std::optional<QDateTime> time =
-            RunCellText::Moment(d->table.TextMatrix(row, TimeColumn));
-        const std::optional<QDateTime> date =
-            RunCellText::Moment(d->table.TextMatrix(row, DateColumn));
+        const std::optional<QDateTime> time = RunCellText::Moment(d->table.cell(row, TimeColumn));
+        const std::optional<QDateTime> date = RunCellText::Moment(d->table.cell(row, DateColumn));
         RunEdits::RunMoment stamp;
         if (!time)
             stamp.time = now.time();

@@ -61,8 +61,8 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     bar->showTools([this](const QString& name) { return commands.contains(name); });
 
     station = new WeatherStation(state, this);
-    connect(station, &WeatherStation::statusText, this, &MainWindow::ShowStatus);
-    connect(station, &WeatherStation::onlineChanged, this, &MainWindow::SetOnlineMark);
+    connect(station, &WeatherStation::statusText, this, &MainWindow::showStatus);
+    connect(station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
 }
 
 InstrumentConnection& MainWindow::instrument() const {
@@ -85,11 +85,11 @@ QLabel* MainWindow::statusPanel(const QString& name) const {
     return findChild<QLabel*>(name);
 }
 
-void MainWindow::ShowStatus(const QString& text) {
+void MainWindow::showStatus(const QString& text) {
     statusPanel(QStringLiteral("lblStatus"))->setText(text);
 }
 
-void MainWindow::SetOnlineMark(bool online) {
+void MainWindow::setOnlineMark(bool online) {
     statusPanel(QStringLiteral("lblPellamor"))->setEnabled(online);
 }
 
@@ -99,62 +99,62 @@ MainWindow::~MainWindow() = default;
 void MainWindow::addCommands() {
     commands = {
         {QStringLiteral("miExit"), [this] { close(); }},
-        {QStringLiteral("miProperties"), [this] { ShowPortSettings(); }},
-        {QStringLiteral("miLoadLoggedWeather"), [this] { ReplayWeatherLog(); }},
+        {QStringLiteral("miProperties"), [this] { showPortSettings(); }},
+        {QStringLiteral("miLoadLoggedWeather"), [this] { replayWeatherLog(); }},
         {QStringLiteral("miClearViews"), [this] { ClearViews(); }},
-        {QStringLiteral("miAutomaticUpdates"), [this] { ToggleAutomaticUpdates(); }},
-        {QStringLiteral("miDeltaVP"), [this] { ToggleDeltaVP(); }},
+        {QStringLiteral("miAutomaticUpdates"), [this] { toggleAutomaticUpdates(); }},
+        {QStringLiteral("miDeltaVP"), [this] { toggleDeltaVP(); }},
         {QStringLiteral("miCalculator"), [] { Calculator::Launch(); }},
         {QStringLiteral("miRefresh"), [this] { bar->refresh(); }},
-        {QStringLiteral("miMoreColors"), [this] { ChooseMoreColors(); }},
+        {QStringLiteral("miMoreColors"), [this] { chooseMoreColors(); }},
         {QStringLiteral("miTileHorizontally"),
          [this] { WindowArrangement::TileHorizontally(*mdi); }},
         {QStringLiteral("miTileVertically"), [this] { WindowArrangement::TileVertically(*mdi); }},
         {QStringLiteral("miCascade"), [this] { WindowArrangement::Cascade(*mdi); }},
         {QStringLiteral("miCloseAll"), [this] { mdi->closeAllSubWindows(); }},
-        {QStringLiteral("miHelpContents"), [this] { ShowHelpContents(); }},
-        {QStringLiteral("miAbout"), [this] { ShowAbout(); }},
+        {QStringLiteral("miHelpContents"), [this] { showHelpContents(); }},
+        {QStringLiteral("miAbout"), [this] { showAbout(); }},
     };
     for (const Palette::Entry& entry : Palette::Entries())
-        commands.insert(entry.name, [this, color = entry.color] { SetBackground(color); });
+        commands.insert(entry.name, [this, color = entry.color] { setBackground(color); });
     connect(bar->tool(QStringLiteral("miWindowList"))->menu(), &QMenu::aboutToShow, this,
-            &MainWindow::ListWindows);
+            &MainWindow::listWindows);
 }
 
 // A stored value that cannot be read falls back to its default alone; the load goes on, so
 // one bad value never costs the user the settings after it.
-void MainWindow::Load() {
-    CenterOnScreen();
-    ShowDisplayCaption();
-    LoadBackground();
-    LoadPagerFrequency();
-    LoadDeltaVP();
-    ResetRaceLogs();
-    LoadPortSettings();
-    DisableSetDateTime();
-    ListRaceLogTypes();
-    ResetFlags();
-    AskForPortWhenNone();
-    DisablePropertiesInDisplayMode();
-    UseRelayDefaultsInDisplayMode();
-    StartSerialPort();
-    StartTimers();
+void MainWindow::load() {
+    centerOnScreen();
+    showDisplayCaption();
+    loadBackground();
+    loadPagerFrequency();
+    loadDeltaVP();
+    resetRaceLogs();
+    loadPortSettings();
+    disableSetDateTime();
+    listRaceLogTypes();
+    resetFlags();
+    askForPortWhenNone();
+    disablePropertiesInDisplayMode();
+    useRelayDefaultsInDisplayMode();
+    startSerialPort();
+    startTimers();
 }
 
-void MainWindow::CenterOnScreen() {
+void MainWindow::centerOnScreen() {
     const QRect area = screen()->geometry();
     move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
 }
 
 // A display instance tells itself apart from the main instance by its caption.
-void MainWindow::ShowDisplayCaption() {
-    if (state.bDisplayMode)
+void MainWindow::showDisplayCaption() {
+    if (state.displayMode)
         setWindowTitle(QStringLiteral("Vessimar"));
 }
 
 // A stored text that is no colour of the palette keeps the workspace colour and stays in the
 // store as the user wrote it, until the user picks a colour.
-void MainWindow::LoadBackground() {
+void MainWindow::loadBackground() {
     const QString text = Registry::Get(ScreenSettingsKey, QStringLiteral("Background"));
     if (text == Registry::NoKeyValue)
         return;
@@ -164,51 +164,51 @@ void MainWindow::LoadBackground() {
         backgroundUnread = true;
         return;
     }
-    SetBackground(*color);
+    setBackground(*color);
 }
 
-void MainWindow::LoadPagerFrequency() {
+void MainWindow::loadPagerFrequency() {
     station->setPagerFrequency(PagerSchedule::loadFrequency());
 }
 
-void MainWindow::LoadDeltaVP() {
+void MainWindow::loadDeltaVP() {
     const QString text = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP"));
-    state.bDeltaVP = text == u"1";
-    deltaVPUnread = !state.bDeltaVP && text != u"0" && text != Registry::NoKeyValue;
-    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+    state.deltaVP = text == u"1";
+    deltaVPUnread = !state.deltaVP && text != u"0" && text != Registry::NoKeyValue;
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.deltaVP);
 }
 
-void MainWindow::ResetRaceLogs() {
+void MainWindow::resetRaceLogs() {
     state.raceLogs.reset();
 }
 
-void MainWindow::LoadPortSettings() {
+void MainWindow::loadPortSettings() {
     ::LoadPortSettings(instrument().portSettings);
     portSettingsAsLoaded = instrument().portSettings;
 }
 
-void MainWindow::DisableSetDateTime() {
+void MainWindow::disableSetDateTime() {
     bar->tool(QStringLiteral("miSetDateTime"))->setEnabled(false);
 }
 
-void MainWindow::ListRaceLogTypes() {
+void MainWindow::listRaceLogTypes() {
     if (raceLogListing)
         raceLogListing();
 }
 
 // No live window is open yet; the logs follow the weather until the user says otherwise.
-void MainWindow::ResetFlags() {
+void MainWindow::resetFlags() {
     state.views.close(ViewTable::View::WindDirection);
     state.views.close(ViewTable::View::WindSpeed);
     state.views.close(ViewTable::View::VaporPressure);
-    state.bAutomaticUpdates = true;
+    state.automaticUpdates = true;
     bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(true);
-    state.bLoggingWeather = false;
+    state.loggingWeather = false;
 }
 
 // The program runs without a link until the user chooses a port.
-void MainWindow::AskForPortWhenNone() {
-    if (instrument().portSettings.iComPort != 0)
+void MainWindow::askForPortWhenNone() {
+    if (instrument().portSettings.comPort != 0)
         return;
     Dialogs::Inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
                         QStringLiteral("and select a port that Pellamor\r\n") +
@@ -217,34 +217,34 @@ void MainWindow::AskForPortWhenNone() {
 }
 
 // The port settings belong to the main instance, which owns the instrument.
-void MainWindow::DisablePropertiesInDisplayMode() {
-    if (state.bDisplayMode)
+void MainWindow::disablePropertiesInDisplayMode() {
+    if (state.displayMode)
         bar->tool(QStringLiteral("miProperties"))->setEnabled(false);
 }
 
 // A display instance reads the relay on this machine unless told otherwise. Only memory
 // changes here; the settings reach the store at exit.
-void MainWindow::UseRelayDefaultsInDisplayMode() {
-    if (!state.bDisplayMode)
+void MainWindow::useRelayDefaultsInDisplayMode() {
+    if (!state.displayMode)
         return;
     PortSettings& settings = instrument().portSettings;
-    if (settings.sHost.isEmpty() || settings.sHost == u"None")
-        settings.sHost = QStringLiteral("localhost");
-    if (settings.sTcpPort.isEmpty() || settings.sTcpPort == u"None")
-        settings.sTcpPort = QStringLiteral("5555");
+    if (settings.host.isEmpty() || settings.host == u"None")
+        settings.host = QStringLiteral("localhost");
+    if (settings.tcpPort.isEmpty() || settings.tcpPort == u"None")
+        settings.tcpPort = QStringLiteral("5555");
 }
 
 // A main instance on a COM port opens it now; one set to TCP/IP connects only when the user
 // applies the port settings.
-void MainWindow::StartSerialPort() {
-    station->startSerialPort(state.bDisplayMode);
+void MainWindow::startSerialPort() {
+    station->startSerialPort(state.displayMode);
 }
 
-void MainWindow::ConnectRelay() {
+void MainWindow::connectRelay() {
     instrument().connectIPPort();
 }
 
-void MainWindow::StartTimers() {
+void MainWindow::startTimers() {
     station->startTimers();
 }
 
@@ -256,8 +256,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    StopTimers();
-    if (!WeatherLogClosed()) {
+    stopTimers();
+    if (!weatherLogClosed()) {
         // The timers stay stopped: a window that refused to close is to be closed again.
         event->ignore();
         Dialogs::Inform(QStringLiteral("Please wait a second so the log file can close!"),
@@ -265,9 +265,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     try {
-        CloseLinks();
-        SaveDeltaVP();
-        SaveBackground();
+        closeLinks();
+        saveDeltaVP();
+        saveBackground();
     } catch (...) {
         Dialogs::Inform(QStringLiteral("Detected error in shutdown!"), QStringLiteral("Tarnwick"),
                         Dialogs::Icon::Information);
@@ -276,24 +276,24 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 // The relay goes first, then the port; the port settings in memory are kept for the next start.
-void MainWindow::CloseLinks() {
+void MainWindow::closeLinks() {
     station->closeLinks();
     SavePortSettings(instrument().portSettings, portSettingsAsLoaded);
 }
 
-void MainWindow::StopTimers() {
+void MainWindow::stopTimers() {
     station->stopTimers();
 }
 
 // A weather row being written finishes within the events that are waiting.
-bool MainWindow::WeatherLogClosed() {
-    if (!state.bLoggingWeather)
+bool MainWindow::weatherLogClosed() {
+    if (!state.loggingWeather)
         return true;
     QCoreApplication::processEvents();
-    return !state.bLoggingWeather;
+    return !state.loggingWeather;
 }
 
-void MainWindow::SaveDeltaVP() {
+void MainWindow::saveDeltaVP() {
     if (deltaVPUnread)
         return;
     const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
@@ -301,14 +301,14 @@ void MainWindow::SaveDeltaVP() {
                   on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
-void MainWindow::SaveBackground() {
+void MainWindow::saveBackground() {
     if (backgroundUnread)
         return;
     Registry::Set(ScreenSettingsKey, QStringLiteral("Background"),
                   Palette::ToText(backgroundColor));
 }
 
-void MainWindow::OpenFile(const QString& path) {
+void MainWindow::openFile(const QString& path) {
     RaceLogLoad load;
     {
         Hourglass busy;
@@ -356,36 +356,36 @@ void MainWindow::setRaceLogListing(std::function<void()> listing) {
 }
 
 // The flag turns over and the tool's check mark shows it.
-void MainWindow::ToggleAutomaticUpdates() {
-    state.bAutomaticUpdates = !state.bAutomaticUpdates;
-    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(state.bAutomaticUpdates);
+void MainWindow::toggleAutomaticUpdates() {
+    state.automaticUpdates = !state.automaticUpdates;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(state.automaticUpdates);
 }
 
-void MainWindow::ToggleDeltaVP() {
-    state.bDeltaVP = !state.bDeltaVP;
+void MainWindow::toggleDeltaVP() {
+    state.deltaVP = !state.deltaVP;
     deltaVPUnread = false;
-    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.bDeltaVP);
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.deltaVP);
 }
 
-void MainWindow::SetBackground(quint32 color) {
+void MainWindow::setBackground(quint32 color) {
     backgroundColor = color;
     backgroundUnread = false;
     mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
 }
 
-void MainWindow::ShowPortSettings() {
+void MainWindow::showPortSettings() {
     PortDialog dialog(instrument(), this);
     dialog.exec();
 }
 
-void MainWindow::ChooseMoreColors() {
+void MainWindow::chooseMoreColors() {
     const std::optional<QColor> chosen = Dialogs::ChooseColor(mdi->background().color());
     if (chosen)
-        SetBackground(Palette::FromColor(*chosen));
+        setBackground(Palette::FromColor(*chosen));
 }
 
 // The window list is made each time it opens, so it always names the windows open now.
-void MainWindow::ListWindows() {
+void MainWindow::listWindows() {
     QMenu* list = bar->tool(QStringLiteral("miWindowList"))->menu();
     list->clear();
     const QList<QMdiSubWindow*> windows = mdi->subWindowList(QMdiArea::CreationOrder);
@@ -401,16 +401,16 @@ void MainWindow::ListWindows() {
     }
 }
 
-void MainWindow::ShowHelpContents() {
+void MainWindow::showHelpContents() {
     QDesktopServices::openUrl(QUrl::fromLocalFile(manualIndexPath()));
 }
 
-void MainWindow::ShowAbout() {
+void MainWindow::showAbout() {
     AboutDialog about(this);
     about.exec();
 }
 
-void MainWindow::ReplayWeatherLog() {
+void MainWindow::replayWeatherLog() {
     Hourglass busy;
     Dialogs::FileRequest request;
     request.title = QStringLiteral("Load Logged Weather");

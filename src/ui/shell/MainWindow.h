@@ -32,9 +32,9 @@ public:
     ~MainWindow() override;
 
     // The form load, step by step in order. Called once by the start-up after construction.
-    void Load();
+    void load();
     // Loads a race log into a new child window; on failure says so.
-    void OpenFile(const QString& path);
+    void openFile(const QString& path);
     // Runs the command of a tool, found by the tool's name.
     void dispatch(const QString& toolName);
 
@@ -47,7 +47,7 @@ public:
     // The feed that turns the instrument's bytes into the live weather.
     WeatherFeed& weatherFeed() const;
     // A display instance takes its feed from the relay named by the host and port settings.
-    void ConnectRelay();
+    void connectRelay();
 
     // Gives a tool its command; from then on the tool shows on the bar.
     void setCommand(const QString& toolName, std::function<void()> command);
@@ -73,44 +73,44 @@ private:
     void addCommands();
 
     // The form load.
-    void CenterOnScreen();
-    void ShowDisplayCaption();
-    void LoadBackground();
-    void LoadPagerFrequency();
-    void LoadDeltaVP();
-    void ResetRaceLogs();
-    void LoadPortSettings();
-    void DisableSetDateTime();
-    void ListRaceLogTypes();
-    void ResetFlags();
-    void AskForPortWhenNone();
-    void DisablePropertiesInDisplayMode();
-    void UseRelayDefaultsInDisplayMode();
-    void StartSerialPort();
-    void StartTimers();
+    void centerOnScreen();
+    void showDisplayCaption();
+    void loadBackground();
+    void loadPagerFrequency();
+    void loadDeltaVP();
+    void resetRaceLogs();
+    void loadPortSettings();
+    void disableSetDateTime();
+    void listRaceLogTypes();
+    void resetFlags();
+    void askForPortWhenNone();
+    void disablePropertiesInDisplayMode();
+    void useRelayDefaultsInDisplayMode();
+    void startSerialPort();
+    void startTimers();
 
     // The shutdown.
-    void StopTimers();
-    bool WeatherLogClosed();
-    void CloseLinks();
-    void SaveDeltaVP();
-    void SaveBackground();
+    void stopTimers();
+    bool weatherLogClosed();
+    void closeLinks();
+    void saveDeltaVP();
+    void saveBackground();
 
     // Where the weather station's results show.
-    void ShowStatus(const QString& text);
-    void SetOnlineMark(bool online);
+    void showStatus(const QString& text);
+    void setOnlineMark(bool online);
     QLabel* statusPanel(const QString& name) const;
 
     // The commands.
-    void ShowPortSettings();
-    void ToggleAutomaticUpdates();
-    void ToggleDeltaVP();
-    void SetBackground(quint32 color);
-    void ChooseMoreColors();
-    void ListWindows();
-    void ShowHelpContents();
-    void ShowAbout();
-    void ReplayWeatherLog();
+    void showPortSettings();
+    void toggleAutomaticUpdates();
+    void toggleDeltaVP();
+    void setBackground(quint32 color);
+    void chooseMoreColors();
+    void listWindows();
+    void showHelpContents();
+    void showAbout();
+    void replayWeatherLog();
     void ClearViews();
 
     AppState& state;

@@ -63,7 +63,7 @@ std::optional<int> Startup::Main() {
                                         Dialogs::Answer::Ok};
         if (Dialogs::Show(question) == Dialogs::Answer::Cancel)
             return 0;
-        state.bDisplayMode = true;
+        state.displayMode = true;
     }
 
     ShowSplashWhileLoading();
@@ -71,7 +71,7 @@ std::optional<int> Startup::Main() {
 
     // A display instance never takes files: a later start's path goes to the main instance.
     // The main instance takes them until its window has closed.
-    if (!state.bDisplayMode) {
+    if (!state.displayMode) {
         connect(&channel, &InstanceChannel::pathReceived, this, &Startup::OpenHandedPath);
         connect(window->windowHandle(), &QWindow::visibleChanged, this, [this](bool visible) {
             if (!visible)
@@ -81,9 +81,9 @@ std::optional<int> Startup::Main() {
     }
 
     if (!commandLine.isEmpty())
-        window->OpenFile(commandLine);
+        window->openFile(commandLine);
 
-    if (state.bDisplayMode)
+    if (state.displayMode)
         return StartDisplay();
     return std::nullopt;
 }
@@ -102,7 +102,7 @@ void Startup::ShowSplashWhileLoading() {
     // log types and starts the timers.
     new RaceLogCommands(*window, state);
     new PagerDispatch(*window, state);
-    window->Load();
+    window->load();
     QCoreApplication::processEvents();
 }
 
@@ -118,7 +118,7 @@ void Startup::OpenHandedPath(const QString& path) {
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->raise();
     window->activateWindow();
-    window->OpenFile(path);
+    window->openFile(path);
 }
 
 std::optional<int> Startup::StartDisplay() {
@@ -129,13 +129,13 @@ std::optional<int> Startup::StartDisplay() {
     // process ends, and a second relay on a taken port simply ends.
     QProcess relay;
     relay.setProgram(oskerby);
-    const QString port = window->instrument().portSettings.sTcpPort;
+    const QString port = window->instrument().portSettings.tcpPort;
     if (NumberText::IsNumeric(port))
         relay.setArguments({QStringLiteral("--port"), port});
     relay.setStandardOutputFile(QProcess::nullDevice());
     relay.setStandardErrorFile(QProcess::nullDevice());
     relay.startDetached();
-    window->ConnectRelay();
+    window->connectRelay();
     if (!CountMonitors(*window))
         Dialogs::Inform(QStringLiteral("Unable to determine how many monitors are in use."),
                         QStringLiteral("Tarnwick - Startup"), Dialogs::Icon::Information);

@@ -142,8 +142,8 @@ private slots:
     // TCP/IP offers the usual relay in the boxes left empty, and leaves the others alone.
     void tcpIpFillsEmptyHostAndPort() {
         InstrumentConnection connection;
-        connection.portSettings.sHost = QStringLiteral("relay.local");
-        connection.portSettings.sTcpPort = QString();
+        connection.portSettings.host = QStringLiteral("relay.local");
+        connection.portSettings.tcpPort = QString();
         Dialog dialog(connection);
         dialog.list("cboComPort")->setCurrentIndex(TcpIpComPort);
         QCOMPARE(dialog.list("cboHost")->currentText(), QStringLiteral("relay.local"));
@@ -243,8 +243,8 @@ private slots:
         dialog.button("cmdOK")->click();
         QCOMPARE(dialog.form.result(), int(QDialog::Accepted));
         QVERIFY(!dialog.form.isVisible());
-        QCOMPARE(connection.portSettings.iComPort, TcpIpComPort);
-        QCOMPARE(connection.portSettings.sHost, QStringLiteral("localhost"));
+        QCOMPARE(connection.portSettings.comPort, TcpIpComPort);
+        QCOMPARE(connection.portSettings.host, QStringLiteral("localhost"));
         QVERIFY(!connection.serialPort().isOpen());
         QVERIFY(relay.waitForClient());
     }
@@ -258,17 +258,17 @@ private slots:
         Dialog dialog(connection);
         dialog.list("cboHost")->setEditText(QString());
         dialog.button("cmdOK")->click();
-        QCOMPARE(connection.portSettings.sHost, QString());
+        QCOMPARE(connection.portSettings.host, QString());
         QVERIFY(!connection.IPPort().isOpen());
         QVERIFY(relay.noNewClient());
 
         PortSettings asLoaded;
-        asLoaded.sHost = QStringLiteral("localhost");
+        asLoaded.host = QStringLiteral("localhost");
         SavePortSettings(connection.portSettings, asLoaded);
         QCOMPARE(Registry::Get(PortSettingsKey, QStringLiteral("6")), Registry::NoKeyValue);
         PortSettings next;
         LoadPortSettings(next);
-        QCOMPARE(next.sHost, QStringLiteral("localhost"));
+        QCOMPARE(next.host, QStringLiteral("localhost"));
     }
 
     void applyFailureIsShown() {
@@ -307,7 +307,7 @@ private slots:
     void deviceIsStoredByApplyOnly() {
         InstrumentConnection connection;
         connection.portSettings = Usual;
-        connection.portSettings.iComPort = 0;
+        connection.portSettings.comPort = 0;
         {
             Dialog dialog(connection);
             dialog.list("cboComPort")->setCurrentIndex(3);

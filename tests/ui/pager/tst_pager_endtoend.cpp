@@ -34,9 +34,9 @@ void chooseSimulatorPort(const QString& device) {
 // the page under its identifier.
 void preparePagingLog(RaceLogWindow* log, const QString& identifier) {
     setCells(log, 1, {{12, "9.5"}, {19, "2000"}});
-    log->tabLog->txtPF->setText(QStringLiteral("5"));
-    log->tabLog->txtPageIdentifier->setText(identifier);
-    log->tabLog->chkPagerPredictions->click();
+    log->sidePanel->txtPF->setText(QStringLiteral("5"));
+    log->sidePanel->txtPageIdentifier->setText(identifier);
+    log->sidePanel->chkPagerPredictions->click();
 }
 
 // What that log's caption reads at an adjusted altitude: the ET with four decimals (the
@@ -76,7 +76,7 @@ private slots:
 
     void pagesPredictionsAndMessagesGoThroughTheInstrument() {
         PredictionWindows windows;
-        windows.main.Load();
+        windows.main.load();
         QVERIFY(dialogs->messages.isEmpty());
         QVERIFY(windows.main.instrument().serialPort().isOpen());
         // The program polls the instrument on its own.
@@ -89,12 +89,12 @@ private slots:
 
         // The predictions follow the feed: a value typed into the AA is overwritten by the
         // next line, and the captions follow the live AA.
-        red->tabLog->txtAA->setText(QStringLiteral("-50000"));
+        red->sidePanel->txtAA->setText(QStringLiteral("-50000"));
         red->updatePredictions();
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), -50000));
-        QVERIFY(QTest::qWaitFor([&] { return red->tabLog->txtAA->text() != u"-50000"; }, 10000));
-        const qint32 live = windows.state.CurrentWeather.AA;
-        QCOMPARE(red->tabLog->txtAA->text(), QString::number(live));
+        QVERIFY(QTest::qWaitFor([&] { return red->sidePanel->txtAA->text() != u"-50000"; }, 10000));
+        const qint32 live = windows.state.currentWeather.AA;
+        QCOMPARE(red->sidePanel->txtAA->text(), QString::number(live));
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), live));
         QCOMPARE(frameCaption(blue), expectedCaption(QStringLiteral("Blue"), live));
 

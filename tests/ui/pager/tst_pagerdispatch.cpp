@@ -84,18 +84,18 @@ private slots:
 
     void thePageHoldsTheTickedLogsInSlotOrderAndTheWeather() {
         PagerWindow window;
-        window.state.bDeltaVP = true;
+        window.state.deltaVP = true;
         RaceLogWindow* red = window.newLog();
         RaceLogWindow* idle = window.newLog();
         RaceLogWindow* blue = window.newLog();
         for (RaceLogWindow* log : {red, idle, blue})
             WorkedCase::fill(log);
-        red->tabLog->txtPageIdentifier->setText(QStringLiteral("Red"));
-        blue->tabLog->txtPageIdentifier->setText(QStringLiteral("Blue"));
+        red->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
+        blue->sidePanel->txtPageIdentifier->setText(QStringLiteral("Blue"));
         window.run(QStringLiteral("btnPredict"));
-        blue->tabLog->chkPagerPredictions->click();
-        red->tabLog->chkPagerPredictions->click();
-        window.state.sStatusLine = QStringLiteral("ABP=29.92 Temp=72.5 RH=35");
+        blue->sidePanel->chkPagerPredictions->click();
+        red->sidePanel->chkPagerPredictions->click();
+        window.state.statusLine = QStringLiteral("ABP=29.92 Temp=72.5 RH=35");
         window.tick();
         QCOMPARE(window.port->written.size(), 1);
         QCOMPARE(pageBody(window.port->written[0]),
@@ -106,8 +106,8 @@ private slots:
     // A log that never predicted takes part with a blank and no text.
     void aTickedLogWithoutPredictionGivesABlank() {
         PagerWindow window;
-        window.newLog()->tabLog->chkPagerPredictions->click();
-        window.state.sStatusLine = QStringLiteral("ABP=29.92");
+        window.newLog()->sidePanel->chkPagerPredictions->click();
+        window.state.statusLine = QStringLiteral("ABP=29.92");
         window.tick();
         QCOMPARE(pageBody(window.port->written.value(0)), QStringLiteral(" ABP=29.92"));
     }

@@ -23,12 +23,12 @@ const QString WorkedCaption = QStringLiteral("Race Log# 1  ") + WorkedCase::Line
 // A command of a log's row menu, opened with the right button on a run number and chosen,
 // as the user does it.
 void rowCommand(RaceLogWindow* log, int row, const char* name) {
-    QHeaderView* numbers = log->gridLog->verticalHeader();
+    QHeaderView* numbers = log->grid->verticalHeader();
     const QPoint centre(numbers->width() / 2, numbers->sectionViewportPosition(row - 1) +
                                                   numbers->sectionSize(row - 1) / 2);
     QTest::mousePress(numbers->viewport(), Qt::RightButton, {}, centre);
     QTest::mouseRelease(numbers->viewport(), Qt::RightButton, {}, centre);
-    QMenu* menu = log->gridLog->rowMenu();
+    QMenu* menu = log->grid->rowMenu();
     QVERIFY(menu->isVisible());
     menu->hide();
     log->findChild<QAction*>(QLatin1String(name))->trigger();
@@ -37,10 +37,10 @@ void rowCommand(RaceLogWindow* log, int row, const char* name) {
 // A run shut off after 1000 ft (row 2), completed from a full quarter mile (row 1) at PF 5:
 // the reference says 9.5041 at the run's air, and the run was 0.0968 behind at 1000 ft.
 void fillShutOffRun(RaceLogWindow* log) {
-    log->gridLog->newRun();
+    log->grid->newRun();
     setCells(log, 1, {{10, "7.5"}, {12, "9.5"}, {19, "2000"}});
     setCells(log, 2, {{10, "7.6"}, {12, "8.1"}, {19, "2100"}});
-    log->tabLog->txtPF->setText(QStringLiteral("5"));
+    log->sidePanel->txtPF->setText(QStringLiteral("5"));
 }
 
 } // namespace
@@ -64,11 +64,11 @@ private slots:
 
     void theWorkedCaseShowsInTheCaptionAndThePage() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
-        QCOMPARE(log->sPagerMessage, WorkedMessage);
+        QCOMPARE(log->pagerMessage(), WorkedMessage);
         QCOMPARE(log->pagerMessage(), WorkedMessage);
         QCOMPARE(log->windowTitle(), WorkedCaption);
         QCOMPARE(frameCaption(log), WorkedCaption);
@@ -77,24 +77,24 @@ private slots:
 
     void theSecondSlotIsNumberedTwo() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         windows.newLog();
         RaceLogWindow* second = windows.newLog();
-        QCOMPARE(second->iIndex, 1);
+        QCOMPARE(second->slot, 1);
         WorkedCase::fill(second);
         second->updatePredictions();
-        QCOMPARE(second->sPagerMessage, QStringLiteral("RaceLog# 2> ") + WorkedCase::Line);
+        QCOMPARE(second->pagerMessage(), QStringLiteral("RaceLog# 2> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(second), QStringLiteral("Race Log# 2  ") + WorkedCase::Line);
     }
 
     void anIdentifierNamesTheLog() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
-        log->tabLog->txtPageIdentifier->setText(QStringLiteral("Red"));
+        log->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
         log->updatePredictions();
-        QCOMPARE(log->sPagerMessage, QStringLiteral("Red> ") + WorkedCase::Line);
+        QCOMPARE(log->pagerMessage(), QStringLiteral("Red> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(log), QStringLiteral("Red  ") + WorkedCase::Line);
     }
 
@@ -114,17 +114,17 @@ private slots:
         const QString caption = frameCaption(log);
         log->updatePredictions();
         QCOMPARE(frameCaption(log), caption);
-        QVERIFY(log->sPagerMessage.isEmpty());
+        QVERIFY(log->pagerMessage().isEmpty());
         QVERIFY(dialogs->messages.isEmpty());
     }
 
     // The ET is published before the timer's step overflows, and it stays.
     void aFaultShowsTheBoxAndKeepsTheEt() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
-        log->tabLog->txtTSR->setText(QStringLiteral("1e307"));
+        log->sidePanel->txtTSR->setText(QStringLiteral("1e307"));
         log->updatePredictions();
         QCOMPARE(dialogs->messages.size(), 1);
         const Dialogs::Message& box = dialogs->messages[0];
@@ -132,59 +132,59 @@ private slots:
         QCOMPARE(box.title, QStringLiteral("Predict"));
         QCOMPARE(box.icon, Icon::Information);
         QCOMPARE(box.buttons, Dialogs::Buttons::Ok);
-        QCOMPARE(log->sPagerMessage, QStringLiteral("RaceLog# 1> ET: 9.5041"));
+        QCOMPARE(log->pagerMessage(), QStringLiteral("RaceLog# 1> ET: 9.5041"));
         QCOMPARE(frameCaption(log), QStringLiteral("Race Log# 1  ET: 9.5041"));
     }
 
     // A later call that ends early leaves the last good prediction in the page.
     void aLaterInvalidInputKeepsTheLastMessage() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
-        log->tabLog->txtAA->setText(QStringLiteral("abc"));
+        log->sidePanel->txtAA->setText(QStringLiteral("abc"));
         log->updatePredictions();
-        QCOMPARE(log->sPagerMessage, WorkedMessage);
+        QCOMPARE(log->pagerMessage(), WorkedMessage);
         QCOMPARE(frameCaption(log), WorkedCaption);
     }
 
     // The figure still in the cell editor is part of the prediction.
     void cmdPredictCommitsTheOpenEditorFirst() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
-        log->gridLog->table().setTextMatrix(1, 12, QString());
-        log->gridLog->setCurrentRunCell(1, 12);
-        log->gridLog->beginCellEdit('9');
+        log->grid->table().setCell(1, 12, QString());
+        log->grid->setCurrentRunCell(1, 12);
+        log->grid->beginCellEdit('9');
         auto* editor = log->findChild<QLineEdit*>(QStringLiteral("txtEdit"));
         QVERIFY(editor && editor->isVisible());
         QTest::keyClicks(editor, QStringLiteral(".5"));
         QCOMPARE(editor->text(), QStringLiteral("9.5"));
-        log->tabLog->cmdPredict->click();
+        log->sidePanel->cmdPredict->click();
         QVERIFY(!editor->isVisible());
-        QCOMPARE(log->gridLog->table().TextMatrix(1, 12), QStringLiteral("9.5"));
+        QCOMPARE(log->grid->table().cell(1, 12), QStringLiteral("9.5"));
         QCOMPARE(frameCaption(log), WorkedCaption);
     }
 
     void btnPredictUpdatesEveryOpenLog() {
         PredictionWindows windows;
-        windows.state.bDeltaVP = true;
+        windows.state.deltaVP = true;
         RaceLogWindow* first = windows.newLog();
         RaceLogWindow* second = windows.newLog();
         RaceLogWindow* third = windows.newLog();
         WorkedCase::fill(first);
         WorkedCase::fill(third);
-        third->tabLog->txtPageIdentifier->setText(QStringLiteral("Blue"));
+        third->sidePanel->txtPageIdentifier->setText(QStringLiteral("Blue"));
         // A closed log leaves its slot empty; the others are still reached.
         delete second->parentWidget();
         QCOMPARE(windows.state.raceLogs.at(1), nullptr);
         QVERIFY(windows.tool(QStringLiteral("btnPredict"))->isVisible());
         windows.run(QStringLiteral("btnPredict"));
         QCOMPARE(frameCaption(first), WorkedCaption);
-        QCOMPARE(third->sPagerMessage, QStringLiteral("Blue> ") + WorkedCase::Line);
+        QCOMPARE(third->pagerMessage(), QStringLiteral("Blue> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(third), QStringLiteral("Blue  ") + WorkedCase::Line);
     }
 
@@ -194,19 +194,19 @@ private slots:
         PredictionWindows windows;
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
-        log->gridLog->newRun();
-        log->gridLog->newRun();
+        log->grid->newRun();
+        log->grid->newRun();
         WorkedCase::fill(log);
         WorkedCase::fillReferenceRun(log, 3);
         setCells(log, 3, {{12, "10.5"}});
         rowCommand(log, 3, "miReferenceRun");
-        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), 2);
+        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 2);
         auto* item = log->findChild<QAction*>(QStringLiteral("miReferenceRun"));
         QVERIFY(item->isChecked());
         // Chosen again on the run that is the reference run already, it stays checked.
         rowCommand(log, 3, "miReferenceRun");
         QVERIFY(item->isChecked());
-        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), 2);
+        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 2);
         log->updatePredictions();
         // Its timer is too short for the target: the ET alone.
         QCOMPARE(frameCaption(log), QStringLiteral("Race Log# 1  ET: 10.5045"));
@@ -218,7 +218,7 @@ private slots:
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
         // Undo and Redo come first, then the commands on the run.
-        const QList<QAction*> items = log->gridLog->rowMenu()->actions();
+        const QList<QAction*> items = log->grid->rowMenu()->actions();
         QCOMPARE(items[0]->objectName(), QStringLiteral("miUndo"));
         QCOMPARE(items[1]->objectName(), QStringLiteral("miRedo"));
         QVERIFY(items[2]->isSeparator());
@@ -233,7 +233,7 @@ private slots:
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
-        log->tabLog->txtNotes->setPlainText(QStringLiteral("Windy"));
+        log->sidePanel->txtNotes->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::Yes);
         rowCommand(log, 2, "miRunComplete");
         QCOMPARE(dialogs->messages.size(), 1);
@@ -246,10 +246,10 @@ private slots:
         QCOMPARE(question.icon, Icon::Question);
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
         QCOMPARE(question.defaultAnswer, Answer::No);
-        QCOMPARE(log->gridLog->table().TextMatrix(2, 12), QStringLiteral("9.6009"));
-        QCOMPARE(log->gridLog->table().TextMatrix(2, 10), QStringLiteral("7.6"));
+        QCOMPARE(log->grid->table().cell(2, 12), QStringLiteral("9.6009"));
+        QCOMPARE(log->grid->table().cell(2, 10), QStringLiteral("7.6"));
         const QStringList notes =
-            log->tabLog->txtNotes->toPlainText().split(QRegularExpression("\r\n|\n|\r"));
+            log->sidePanel->txtNotes->toPlainText().split(QRegularExpression("\r\n|\n|\r"));
         QCOMPARE(notes, (QStringList{"Windy", "", "Run #2", "1/4 mile ET: 8.1",
                                      "Run Completed to: 9.6009"}));
         // Completing does not predict.
@@ -261,13 +261,13 @@ private slots:
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
-        log->tabLog->txtNotes->setPlainText(QStringLiteral("Windy"));
+        log->sidePanel->txtNotes->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::No);
         rowCommand(log, 2, "miRunComplete");
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Run Complete"));
-        QCOMPARE(log->gridLog->table().TextMatrix(2, 12), QStringLiteral("8.1"));
-        QCOMPARE(log->tabLog->txtNotes->toPlainText(), QStringLiteral("Windy"));
+        QCOMPARE(log->grid->table().cell(2, 12), QStringLiteral("8.1"));
+        QCOMPARE(log->sidePanel->txtNotes->toPlainText(), QStringLiteral("Windy"));
     }
 
     // The run's own AA is empty while the run before it has one: the conversion fails.
@@ -283,7 +283,7 @@ private slots:
         QCOMPARE(box.text, QStringLiteral("Unable to run complete this run!"));
         QCOMPARE(box.title, QStringLiteral("Tarnwick - Run Complete"));
         QCOMPARE(box.icon, Icon::Critical);
-        QCOMPARE(log->gridLog->table().TextMatrix(2, 12), QStringLiteral("8.1"));
+        QCOMPARE(log->grid->table().cell(2, 12), QStringLiteral("8.1"));
     }
 
     // The first run has only the header row above it: nothing happens.
@@ -294,7 +294,7 @@ private slots:
         fillShutOffRun(log);
         rowCommand(log, 1, "miRunComplete");
         QVERIFY(dialogs->messages.isEmpty());
-        QCOMPARE(log->gridLog->table().TextMatrix(1, 12), QStringLiteral("9.5"));
+        QCOMPARE(log->grid->table().cell(1, 12), QStringLiteral("9.5"));
     }
 
     // --- Pager predictions box ---------------------------------------------------------------
@@ -303,7 +303,7 @@ private slots:
         PredictionWindows windows;
         QList<QCheckBox*> boxes;
         for (int i = 0; i < 4; ++i)
-            boxes << windows.newLog()->tabLog->chkPagerPredictions;
+            boxes << windows.newLog()->sidePanel->chkPagerPredictions;
         boxes[0]->click();
         boxes[1]->click();
         QVERIFY(dialogs->messages.isEmpty());

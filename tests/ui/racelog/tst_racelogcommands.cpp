@@ -50,7 +50,7 @@ void writeRaceLog(const QString& path, int runs, const QString& pageIdentifier) 
         data.grid.addRun();
         data.refRunItems << QString::number(run);
     }
-    data.grid.setTextMatrix(runs, 6, "1.0123");
+    data.grid.setCell(runs, 6, "1.0123");
     data.refRunIndex = runs - 1;
     data.pageIdentifier = pageIdentifier;
     data.pf = "5.5";
@@ -160,13 +160,13 @@ private slots:
         RaceLogWindow* first = window.slot(0);
         RaceLogWindow* second = window.slot(1);
         QVERIFY(first && second);
-        QCOMPARE(first->iIndex, 0);
-        QCOMPARE(second->iIndex, 1);
+        QCOMPARE(first->slot, 0);
+        QCOMPARE(second->slot, 1);
         QCOMPARE(first->windowTitle(), QStringLiteral("Race Log# 1"));
         QCOMPARE(second->windowTitle(), QStringLiteral("Race Log# 2"));
         QVERIFY(first->isVisible() && second->isVisible());
         QCOMPARE(window.children().size(), 2);
-        QCOMPARE(second->gridLog->table().Rows(), 2);
+        QCOMPARE(second->grid->table().tableRows(), 2);
     }
 
     void closingSlot0FreesItForTheNextNewLog() {
@@ -178,7 +178,7 @@ private slots:
         window.run("miNewRaceLog");
         RaceLogWindow* second = window.slot(1);
         window.activate(window.slot(0));
-        window.slot(0)->gridLog->newRun();
+        window.slot(0)->grid->newRun();
         // A log never saved asks for a file; Cancel throws it away.
         dialogs->queueFile(QString());
         window.run("miClose");
@@ -209,12 +209,12 @@ private slots:
         window.run("miNewRaceLog");
         RaceLogWindow* log = window.slot(0);
         QCoreApplication::processEvents();
-        QVERIFY2(log->tabLog->height() >= log->tabLog->sizeHint().height(),
-                 qPrintable(QString::number(log->tabLog->height())));
-        const int rowHeight = log->gridLog->verticalHeader()->defaultSectionSize();
-        QVERIFY2(log->gridLog->viewport()->height() >= 10 * rowHeight,
-                 qPrintable(QString::number(log->gridLog->viewport()->height())));
-        QVERIFY(log->gridLog->viewport()->width() > 0);
+        QVERIFY2(log->sidePanel->height() >= log->sidePanel->sizeHint().height(),
+                 qPrintable(QString::number(log->sidePanel->height())));
+        const int rowHeight = log->grid->verticalHeader()->defaultSectionSize();
+        QVERIFY2(log->grid->viewport()->height() >= 10 * rowHeight,
+                 qPrintable(QString::number(log->grid->viewport()->height())));
+        QVERIFY(log->grid->viewport()->width() > 0);
         auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
         const QSize opened = frame->size();
         dialogs->queueFile(QString());
@@ -232,19 +232,19 @@ private slots:
         window.run("miNewRaceLog");
         RaceLogWindow* log = window.slot(0);
         QVERIFY(QTest::qWaitForWindowExposed(log));
-        emit log->gridLog->panelToggleRequested();
+        emit log->grid->panelToggleRequested();
         QCoreApplication::processEvents();
-        QVERIFY(log->tabLog->isVisible());
-        QVERIFY(log->tabLog->geometry().right() < log->width());
+        QVERIFY(log->sidePanel->isVisible());
+        QVERIFY(log->sidePanel->geometry().right() < log->width());
         for (const char* page : {"scrollSettings", "scrollPredict"}) {
-            auto* area = log->tabLog->findChild<QScrollArea*>(page);
+            auto* area = log->sidePanel->findChild<QScrollArea*>(page);
             QVERIFY2(area, page);
             QCOMPARE(area->verticalScrollBar()->maximum(), 0);
         }
-        QVERIFY2(log->tabLog->height() >= log->tabLog->sizeHint().height(),
-                 qPrintable(QString::number(log->tabLog->height())));
-        QVERIFY2(log->gridLog->viewport()->width() >= 2 * log->gridLog->columnWidth(1),
-                 qPrintable(QString::number(log->gridLog->viewport()->width())));
+        QVERIFY2(log->sidePanel->height() >= log->sidePanel->sizeHint().height(),
+                 qPrintable(QString::number(log->sidePanel->height())));
+        QVERIFY2(log->grid->viewport()->width() >= 2 * log->grid->columnWidth(1),
+                 qPrintable(QString::number(log->grid->viewport()->width())));
     }
 
     // A stored sliver grows to the least usable size, and a place outside the client area
@@ -264,7 +264,7 @@ private slots:
         auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
         QVERIFY(log->width() >= log->minimumWidth());
         QVERIFY(log->height() >= log->minimumHeight());
-        QVERIFY(log->tabLog->height() >= log->tabLog->sizeHint().height());
+        QVERIFY(log->sidePanel->height() >= log->sidePanel->sizeHint().height());
         QVERIFY(window.main.mdiArea()->viewport()->rect().intersects(frame->geometry()));
     }
 
@@ -289,7 +289,7 @@ private slots:
         const QString path = file("kept.trl");
         writeRaceLog(path, 2, "Pro");
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         RunEdits::editCell(log->document(), 1, 6, "1.5555");
@@ -312,9 +312,9 @@ private slots:
         const QString path = file("event/log.trl");
         writeRaceLog(path, 1, "");
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         RaceLogWindow* log = window.slot(0);
-        log->gridLog->newRun();
+        log->grid->newRun();
         QVERIFY(QDir(file("event")).removeRecursively());
 
         dialogs->queueAnswer(Dialogs::Answer::Yes);
@@ -360,13 +360,13 @@ private slots:
         QCOMPARE(log->windowTitle(), QStringLiteral("Pro"));
         QCOMPARE(log->document().filePath(), path);
         QCOMPARE(log->document().fileTitle(), QStringLiteral("2026-05-04 Brainerd.trl"));
-        QCOMPARE(log->tabLog->txtFileName->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
-        QCOMPARE(log->tabLog->txtFileName->toolTip(), path);
-        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(log->tabLog->cboRefRun->count(), 2);
-        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), 1);
-        RunTable& table = log->gridLog->table();
-        QCOMPARE(table.TextMatrix(2, 6), QStringLiteral("1.0123"));
+        QCOMPARE(log->sidePanel->txtFileName->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
+        QCOMPARE(log->sidePanel->txtFileName->toolTip(), path);
+        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->sidePanel->cboRefRun->count(), 2);
+        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 1);
+        RunTable& table = log->grid->table();
+        QCOMPARE(table.cell(2, 6), QStringLiteral("1.0123"));
         QCOMPARE(table.look(2, 5).background, 0xC0FFFFu);
         QVERIFY(table.look(1, 5).background != 0xC0FFFFu);
         QVERIFY(dialogs->messages.isEmpty());
@@ -385,7 +385,7 @@ private slots:
     void aMissingFileIsNotLoaded() {
         MainWindowHarness window;
         const QString path = file("missing.trl");
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("Not able to load Race Log...\r\n") + path);
@@ -393,9 +393,9 @@ private slots:
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
         QVERIFY(window.children().isEmpty());
         QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
-        QVERIFY(!window.commands->LoadRaceLog(QString(), "x.trl").loaded);
-        QVERIFY(!window.commands->LoadRaceLog(path, QString()).loaded);
-        QVERIFY(!window.commands->LoadRaceLog(home->root(), "folder").loaded);
+        QVERIFY(!window.commands->loadRaceLog(QString(), "x.trl").loaded);
+        QVERIFY(!window.commands->loadRaceLog(path, QString()).loaded);
+        QVERIFY(!window.commands->loadRaceLog(home->root(), "folder").loaded);
         QVERIFY(window.children().isEmpty());
     }
 
@@ -407,7 +407,7 @@ private slots:
         text.write("Runs: 9.51, 9.49\n");
         text.close();
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text, QStringLiteral("Not able to load Race Log...\r\n") +
                                                 path +
@@ -422,7 +422,7 @@ private slots:
         writeRaceLog(path, 2, "Pro");
         QCOMPARE(SqliteShell::run(path, "ALTER TABLE Log DROP COLUMN mph1320").exitCode, 0);
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("Not able to load Race Log...\r\n") + path +
@@ -444,7 +444,7 @@ private slots:
             SqliteShell::run(path, "UPDATE Log SET Time = 'noon' WHERE GeneralID = 2").exitCode, 0);
         const QByteArray original = contents(path);
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
         QCOMPARE(dialogs->messages.size(), 1);
@@ -453,8 +453,8 @@ private slots:
                                 "empty.\r\nThe first save keeps the original file as "
                                 "event.bak.trl."));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Exclamation);
-        QCOMPARE(log->gridLog->table().Rows(), 4);
-        QCOMPARE(log->gridLog->table().TextMatrix(2, 1), QString());
+        QCOMPARE(log->grid->table().tableRows(), 4);
+        QCOMPARE(log->grid->table().cell(2, 1), QString());
 
         const QString backup = file("event.bak.trl");
         QVERIFY(!QFile::exists(backup));
@@ -463,9 +463,9 @@ private slots:
         QCOMPARE(contents(backup), original);
         RaceLogData saved;
         QVERIFY(Database::loadLog(path, saved));
-        QCOMPARE(saved.grid.Rows(), 4);
+        QCOMPARE(saved.grid.tableRows(), 4);
 
-        log->tabLog->txtPF->setText("7.5");
+        log->sidePanel->txtPF->setText("7.5");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
         QCOMPARE(contents(backup), original);
@@ -479,7 +479,7 @@ private slots:
         const QString path = file("whole.trl");
         writeRaceLog(path, 2, "Pro");
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         QVERIFY(dialogs->messages.isEmpty());
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
@@ -492,13 +492,13 @@ private slots:
         writeRaceLog(path, 3, "Pro");
         QCOMPARE(SqliteShell::run(path, "UPDATE Properties SET RefRun = -1").exitCode, 0);
         MainWindowHarness window;
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         QVERIFY(dialogs->messages.isEmpty());
         RaceLogWindow* log = window.slot(0);
-        QCOMPARE(log->tabLog->cboRefRun->count(), 3);
-        QCOMPARE(log->tabLog->cboRefRun->currentIndex(), -1);
-        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
-        const RunTable& table = log->gridLog->table();
+        QCOMPARE(log->sidePanel->cboRefRun->count(), 3);
+        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), -1);
+        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
+        const RunTable& table = log->grid->table();
         for (int row = 1; row <= 3; ++row)
             QVERIFY(!table.look(row, 0).bold);
     }
@@ -526,9 +526,9 @@ private slots:
 
         const QString path = file("active.trl");
         writeRaceLog(path, 1, "Pro");
-        window.main.OpenFile(path);
+        window.main.openFile(path);
         RaceLogWindow* log = window.slot(0);
-        log->tabLog->txtPF->setText("6.25");
+        log->sidePanel->txtPF->setText("6.25");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
         QCOMPARE(dialogs->messages.size(), 1);
@@ -550,10 +550,10 @@ private slots:
         const QString first = file("first.trl");
         writeRaceLog(first, 1, "First");
         MainWindowHarness window;
-        window.main.OpenFile(first);
+        window.main.openFile(first);
         window.run("miNewRaceLog");
-        window.slot(0)->gridLog->table().setTextMatrix(1, 12, "9.8765");
-        window.slot(1)->gridLog->table().setTextMatrix(1, 12, "10.125");
+        window.slot(0)->grid->table().setCell(1, 12, "9.8765");
+        window.slot(1)->grid->table().setCell(1, 12, "10.125");
         const QString second = file("second.trl");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         dialogs->queueFile(second);
@@ -566,10 +566,10 @@ private slots:
         QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 2"));
         RaceLogData saved;
         QVERIFY(Database::loadLog(first, saved));
-        QCOMPARE(saved.grid.TextMatrix(1, 12), QStringLiteral("9.8765"));
+        QCOMPARE(saved.grid.cell(1, 12), QStringLiteral("9.8765"));
         RaceLogData other;
         QVERIFY(Database::loadLog(second, other));
-        QCOMPARE(other.grid.TextMatrix(1, 12), QStringLiteral("10.1250"));
+        QCOMPARE(other.grid.cell(1, 12), QStringLiteral("10.1250"));
     }
 
     void closeAllClosesEveryWindowWithItsQuestions() {
@@ -577,7 +577,7 @@ private slots:
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
         for (int slot : {0, 1})
-            window.slot(slot)->gridLog->newRun();
+            window.slot(slot)->grid->newRun();
         dialogs->queueFile(QString());
         dialogs->queueFile(QString());
         window.run("miCloseAll");
@@ -616,7 +616,7 @@ private slots:
         Registry::Set(DefaultsKey + "Bracket\\", "CarNumber", "7X");
         Registry::Set(DefaultsKey + "Super Pro\\", "PF", "2");
         MainWindowHarness window;
-        window.commands->CreateRaceLogListing();
+        window.commands->createRaceLogListing();
         auto* band = window.main.findChild<QMenu*>("RaceLogType");
         QVERIFY(band);
         QStringList names, captions;
@@ -639,14 +639,14 @@ private slots:
         band->actions()[0]->trigger();
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
-        QCOMPARE(log->sRaceLogType, QStringLiteral("Bracket"));
+        QCOMPARE(log->raceLogType, QStringLiteral("Bracket"));
         QCOMPARE(log->windowTitle(), QStringLiteral("Bracket"));
-        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(log->tabLog->txtCarNumber->text(), QStringLiteral("7X"));
+        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->sidePanel->txtCarNumber->text(), QStringLiteral("7X"));
 
         window.main.dispatch("newSuper Pro");
-        QCOMPARE(window.slot(1)->sRaceLogType, QStringLiteral("Super Pro"));
-        QCOMPARE(window.slot(1)->tabLog->txtPF->text(), QStringLiteral("2"));
+        QCOMPARE(window.slot(1)->raceLogType, QStringLiteral("Super Pro"));
+        QCOMPARE(window.slot(1)->sidePanel->txtPF->text(), QStringLiteral("2"));
     }
 
     void removingATypeLeavesAnOpenLogOfThatTypeAsItIs() {
@@ -655,7 +655,7 @@ private slots:
         window.main.dispatch("newRed");
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
-        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("7"));
+        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("7"));
 
         QTimer::singleShot(0, [] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -673,20 +673,20 @@ private slots:
         Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Main\\Defaults\\",
                               types);
         QVERIFY(!types.contains("Red"));
-        QCOMPARE(log->sRaceLogType, QStringLiteral("Red"));
+        QCOMPARE(log->raceLogType, QStringLiteral("Red"));
         QCOMPARE(log->windowTitle(), QStringLiteral("Red"));
-        QCOMPARE(log->tabLog->txtPF->text(), QStringLiteral("7"));
-        QCOMPARE(log->tabLog->txtPageIdentifier->text(), QStringLiteral("Red"));
+        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("7"));
+        QCOMPARE(log->sidePanel->txtPageIdentifier->text(), QStringLiteral("Red"));
     }
 
     void withoutTypesNewRaceLogStaysACommand() {
         MainWindowHarness window;
-        window.commands->CreateRaceLogListing();
+        window.commands->createRaceLogListing();
         QVERIFY(window.main.findChild<QMenu*>("RaceLogType")->actions().isEmpty());
         QCOMPARE(window.tool("miNewRaceLog")->menu(), nullptr);
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));
-        QCOMPARE(window.slot(0)->sRaceLogType, QString());
+        QCOMPARE(window.slot(0)->raceLogType, QString());
     }
 };
 

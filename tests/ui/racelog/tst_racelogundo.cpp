@@ -25,7 +25,7 @@ struct UndoWindows : PredictionWindows {
     UndoWindows() {
         main.show();
         log = newLog();
-        grid = log->gridLog;
+        grid = log->grid;
     }
     bool ready() {
         main.activateWindow();
@@ -46,7 +46,7 @@ struct UndoWindows : PredictionWindows {
     void keys(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
-    QString cell(int row, int column) const { return grid->table().TextMatrix(row, column); }
+    QString cell(int row, int column) const { return grid->table().cell(row, column); }
     QAction* menuItem(QMenu* menu, const char* name) {
         for (QAction* item : menu->actions()) {
             if (item->objectName() == QLatin1String(name))
@@ -139,16 +139,16 @@ private slots:
         QCOMPARE(windows.state.runClipboard.size(), 3);
         windows.grid->setCurrentRunCell(3, 12);
         windows.keys(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(windows.grid->table().Rows(), 6);
+        QCOMPARE(windows.grid->table().tableRows(), 6);
         QCOMPARE(windows.cell(5, 12), QStringLiteral("9.3"));
-        QCOMPARE(windows.log->tabLog->cboRefRun->count(), 5);
+        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 5);
         QAction* undo = windows.menuItem(windows.grid->rowMenu(), "miUndo");
         QCOMPARE(undo->text(), QStringLiteral("Undo Paste 3 Runs"));
 
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(windows.grid->table().Rows(), 4);
+        QCOMPARE(windows.grid->table().tableRows(), 4);
         QCOMPARE(windows.cell(3, 12), QStringLiteral("9.3"));
-        QCOMPARE(windows.log->tabLog->cboRefRun->count(), 3);
+        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 3);
         QCOMPARE(undo->text(), QStringLiteral("Undo Edit 1320 ft"));
     }
 
@@ -160,20 +160,20 @@ private slots:
         dialogs->queueAnswer(Answer::Yes);
         windows.grid->setCurrentRunCell(2, 12);
         windows.grid->deleteRun();
-        QCOMPARE(windows.grid->table().Rows(), 2);
-        QCOMPARE(windows.log->tabLog->cboRefRun->count(), 1);
+        QCOMPARE(windows.grid->table().tableRows(), 2);
+        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 1);
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(windows.grid->table().Rows(), 3);
+        QCOMPARE(windows.grid->table().tableRows(), 3);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("8.8"));
-        QCOMPARE(windows.log->tabLog->cboRefRun->count(), 2);
+        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 2);
         QCOMPARE(windows.grid->verticalHeader()->count(), 2);
     }
 
     void importedWeatherIsTakenBack() {
         UndoWindows windows;
         QVERIFY(windows.ready());
-        windows.state.CurrentWeather.ABP = 29.5f;
-        windows.state.CurrentWeather.AA = 1800;
+        windows.state.currentWeather.ABP = 29.5f;
+        windows.state.currentWeather.AA = 1800;
         windows.grid->setCurrentRunCell(1, 3);
         windows.grid->getCurrentWeather();
         QCOMPARE(windows.cell(1, 22), QStringLiteral("29.5"));
@@ -190,25 +190,25 @@ private slots:
         windows.grid->newRun();
         setCells(windows.log, 1, {{10, "7.5"}, {12, "9.5"}, {19, "2000"}});
         setCells(windows.log, 2, {{10, "7.6"}, {12, "8.1"}, {19, "2100"}});
-        windows.log->tabLog->txtPF->setText(QStringLiteral("5"));
+        windows.log->sidePanel->txtPF->setText(QStringLiteral("5"));
         dialogs->queueAnswer(Answer::Yes);
         emit windows.grid->runCompleteRequested(2);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("9.6009"));
-        QVERIFY(!windows.log->tabLog->txtNotes->toPlainText().isEmpty());
+        QVERIFY(!windows.log->sidePanel->txtNotes->toPlainText().isEmpty());
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("8.1"));
-        QCOMPARE(windows.log->tabLog->txtNotes->toPlainText(), QString());
+        QCOMPARE(windows.log->sidePanel->txtNotes->toPlainText(), QString());
     }
 
     void aFieldOfThePanelIsUndoneAndShowsItsOldText() {
         UndoWindows windows;
         QVERIFY(windows.ready());
-        windows.log->tabLog->txtCarNumber->setText(QStringLiteral("427"));
+        windows.log->sidePanel->txtCarNumber->setText(QStringLiteral("427"));
         QCOMPARE(windows.log->document().field(RaceLog::Field::CarNumber), QStringLiteral("427"));
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(windows.log->tabLog->txtCarNumber->text(), QString());
+        QCOMPARE(windows.log->sidePanel->txtCarNumber->text(), QString());
         windows.keys(Qt::Key_Y, Qt::ControlModifier);
-        QCOMPARE(windows.log->tabLog->txtCarNumber->text(), QStringLiteral("427"));
+        QCOMPARE(windows.log->sidePanel->txtCarNumber->text(), QStringLiteral("427"));
     }
 
     // --- The save question follows the clean state ---------------------------------------
@@ -240,7 +240,7 @@ private slots:
         QCOMPARE(Database::saveRaceLog(path, saved), Database::SaveResult::Ok);
         PredictionWindows windows;
         windows.main.show();
-        windows.main.OpenFile(path);
+        windows.main.openFile(path);
         RaceLogWindow* log = windows.slot(0);
         QVERIFY(log);
         QVERIFY(!log->document().isModified());
@@ -250,7 +250,7 @@ private slots:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(dialogs->messages.isEmpty());
 
-        windows.main.OpenFile(path);
+        windows.main.openFile(path);
         log = windows.slot(0);
         RunEdits::editCell(log->document(), 1, 6, QStringLiteral("1.2345"));
         dialogs->queueAnswer(Answer::Yes);
@@ -260,7 +260,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Save Race Log?"));
         RaceLogData reread;
         QVERIFY(Database::loadLog(path, reread));
-        QCOMPARE(reread.grid.TextMatrix(1, 6), QStringLiteral("1.2345"));
+        QCOMPARE(reread.grid.cell(1, 6), QStringLiteral("1.2345"));
     }
 
     void aSaveMakesTheLogCleanSoUndoingPastItAsksAgain() {

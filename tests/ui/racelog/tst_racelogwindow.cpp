@@ -47,19 +47,19 @@ QByteArray contents(const QString& path) {
 // A log window on its own, loaded as a new log of a type in a slot.
 struct LogWindow {
     explicit LogWindow(const QString& type = QString(), int slot = 0) {
-        log.iIndex = slot;
-        log.sRaceLogType = type;
+        log.slot = slot;
+        log.raceLogType = type;
         log.resize(900, 500);
-        log.Load(QColor(0x33, 0x66, 0x99));
+        log.load(QColor(0x33, 0x66, 0x99));
     }
-    RunTable& table() { return log.gridLog->table(); }
-    LogSidePanel& panel() { return *log.tabLog; }
-    QAction* menuItem(const char* name) { return log.miShowColumn->findChild<QAction*>(name); }
+    RunTable& table() { return log.grid->table(); }
+    LogSidePanel& panel() { return *log.sidePanel; }
+    QAction* menuItem(const char* name) { return log.showColumnMenu->findChild<QAction*>(name); }
     // Shown and in front, with the side panel open, so fields can take the focus.
     void showWithPanel() {
         log.show();
         QVERIFY(QTest::qWaitForWindowActive(&log));
-        emit log.gridLog->panelToggleRequested();
+        emit log.grid->panelToggleRequested();
     }
     // Enters one field and leaves it for another.
     void leave(QWidget* field, QWidget* next) {
@@ -93,18 +93,18 @@ private slots:
         LogWindow window;
         RaceLogWindow& log = window.log;
         QCOMPARE(log.objectName(), QStringLiteral("frmLog"));
-        QCOMPARE(log.gridLog->objectName(), QStringLiteral("gridLog"));
-        QCOMPARE(window.table().Rows(), 2);
-        QCOMPARE(window.table().TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(log.grid->objectName(), QStringLiteral("gridLog"));
+        QCOMPARE(window.table().tableRows(), 2);
+        QCOMPARE(window.table().cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < RunTable::ColumnCount; ++column)
-            QCOMPARE(window.table().TextMatrix(1, column), QString());
+            QCOMPARE(window.table().cell(1, column), QString());
         QCOMPARE(items(window.panel().cboRefRun), QStringList{"1"});
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 0);
         QVERIFY(window.table().look(1, 0).bold);
         QCOMPARE(window.table().look(1, 0).background, CellColor::ReferenceRun);
         QVERIFY(log.document().filePath().isEmpty());
         QVERIFY(log.document().fileTitle().isEmpty());
-        QVERIFY(log.sPagerMessage.isEmpty());
+        QVERIFY(log.pagerMessage().isEmpty());
         QCOMPARE(log.windowTitle(), QString());
     }
 
@@ -192,12 +192,6 @@ private slots:
         QCOMPARE(window.panel().txtPageIdentifier->text(), QString());
     }
 
-    void fLabelAddressesTheLastColumn() {
-        LogWindow window;
-        QCOMPARE(window.log.fLabel(2, 33), 101);
-        QCOMPARE(window.log.fLabel(0, 0), 0);
-    }
-
     void oneRunHasNoBandAndTheSecondRunIsBanded() {
         LogWindow window;
         window.log.paintRowBands();
@@ -214,14 +208,14 @@ private slots:
     void theGridStartsWithItsWidthsAndCaptions() {
         LogWindow window;
         RunTable& table = window.table();
-        QCOMPARE(table.TextMatrix(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
         QCOMPARE(table.columnWidth(0), 570);
         for (int column = 1; column < RunTable::ColumnCount; ++column)
             QCOMPARE(table.columnWidth(column), 1000);
-        QCOMPARE(table.TextMatrix(0, 14), QStringLiteral("Timer 2"));
-        QCOMPARE(table.TextMatrix(0, 15), QStringLiteral("Timer 1"));
-        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
-        QCOMPARE(table.TextMatrix(0, 33), QStringLiteral("AL"));
+        QCOMPARE(table.cell(0, 14), QStringLiteral("Timer 2"));
+        QCOMPARE(table.cell(0, 15), QStringLiteral("Timer 1"));
+        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(table.cell(0, 33), QStringLiteral("AL"));
         QCOMPARE(table.data(table.index(0, 5), Qt::TextAlignmentRole).toInt(),
                  int(Qt::AlignCenter));
     }
@@ -232,7 +226,7 @@ private slots:
         Registry::Set(LogColumnsKey, "60 ft", "no");
         LogWindow window;
         QCOMPARE(window.table().columnWidth(18), 0);
-        QCOMPARE(window.table().TextMatrix(0, 18), QString());
+        QCOMPARE(window.table().cell(0, 18), QString());
         QVERIFY(!window.menuItem("miTrackTemp")->isChecked());
         QCOMPARE(window.table().columnWidth(4), 1000);
         QCOMPARE(window.table().columnWidth(6), 1000);
@@ -243,12 +237,12 @@ private slots:
         Registry::Set(LogColumnsKey, "T. Temp", "0");
         LogWindow window;
         QCOMPARE(window.table().columnWidth(18), 1000);
-        QCOMPARE(window.table().TextMatrix(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(window.table().cell(0, 18), QStringLiteral("T. Temp"));
     }
 
     void theShowColumnMenuListsTheColumnsChecked() {
         LogWindow window;
-        ShowColumnMenu* menu = window.log.miShowColumn;
+        ShowColumnMenu* menu = window.log.showColumnMenu;
         QCOMPARE(menu->objectName(), QStringLiteral("miShowColumn"));
         QCOMPARE(menu->title(), QStringLiteral("Show Column"));
         QStringList names;
@@ -274,23 +268,23 @@ private slots:
         QAction* item = window.menuItem("mi1320mph");
         item->trigger();
         QCOMPARE(table.columnWidth(13), 0);
-        QCOMPARE(table.TextMatrix(0, 13), QString());
+        QCOMPARE(table.cell(0, 13), QString());
         QVERIFY(!item->isChecked());
         item->trigger();
         QCOMPARE(table.columnWidth(13), 1140);
-        QCOMPARE(table.TextMatrix(0, 13), QStringLiteral("1320 MPH"));
+        QCOMPARE(table.cell(0, 13), QStringLiteral("1320 MPH"));
         QVERIFY(item->isChecked());
 
         window.menuItem("miTrackTemp")->trigger();
         window.menuItem("miTrackTemp")->trigger();
-        QCOMPARE(table.TextMatrix(0, 18), QStringLiteral("T. Temp"));
+        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
     }
 
     void aColumnHiddenByTheMenuIsSavedAndShownAfterAReload() {
         const QString path = home->root() + "/hidden.trl";
         {
             LogWindow window;
-            window.table().setTextMatrix(1, 6, "1.0234");
+            window.table().setCell(1, 6, "1.0234");
             window.menuItem("mi60ft")->trigger();
             QCOMPARE(window.table().columnWidth(6), 0);
             window.log.logFile(path, "hidden.trl");
@@ -300,8 +294,8 @@ private slots:
         LogWindow reloaded;
         QVERIFY(reloaded.log.loadFile(path));
         QCOMPARE(reloaded.table().columnWidth(6), 1000);
-        QCOMPARE(reloaded.table().TextMatrix(0, 6), QStringLiteral("60 ft"));
-        QCOMPARE(reloaded.table().TextMatrix(1, 6), QStringLiteral("1.0234"));
+        QCOMPARE(reloaded.table().cell(0, 6), QStringLiteral("60 ft"));
+        QCOMPARE(reloaded.table().cell(1, 6), QStringLiteral("1.0234"));
     }
 
     void theCornerCellOpensAndClosesThePanel() {
@@ -310,21 +304,21 @@ private slots:
         log.show();
         QVERIFY(QTest::qWaitForWindowActive(&log));
         QVERIFY(window.panel().isHidden());
-        QCOMPARE(log.gridLog->x(), 0);
-        QCOMPARE(log.gridLog->width(), log.width());
+        QCOMPARE(log.grid->x(), 0);
+        QCOMPARE(log.grid->width(), log.width());
 
-        emit log.gridLog->panelToggleRequested();
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        emit log.grid->panelToggleRequested();
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
-        QCOMPARE(log.gridLog->x(), window.panel().geometry().right() + 1);
-        QCOMPARE(log.gridLog->geometry().right(), log.width() - 1);
+        QCOMPARE(log.grid->x(), window.panel().geometry().right() + 1);
+        QCOMPARE(log.grid->geometry().right(), log.width() - 1);
         QCOMPARE(window.panel().height(), log.height());
 
-        emit log.gridLog->panelToggleRequested();
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral(">>>"));
+        emit log.grid->panelToggleRequested();
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral(">>>"));
         QVERIFY(window.panel().isHidden());
-        QCOMPARE(log.gridLog->x(), 0);
-        QVERIFY(log.gridLog->hasFocus());
+        QCOMPARE(log.grid->x(), 0);
+        QVERIFY(log.grid->hasFocus());
     }
 
     void aClickOnTheCornerOpensAndClosesThePanel() {
@@ -332,13 +326,13 @@ private slots:
         window.log.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window.log));
         auto* corner =
-            window.log.gridLog->findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
+            window.log.grid->findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
         QVERIFY(corner);
         QTest::mouseClick(corner, Qt::LeftButton);
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
         QTest::mouseClick(corner, Qt::RightButton);
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral(">>>"));
         QVERIFY(window.panel().isHidden());
         // The release of the right button may have opened the column menu.
         if (QWidget* menu = QApplication::activePopupWidget())
@@ -348,59 +342,59 @@ private slots:
     void theRowMenuReachesThePanelAndTheReferenceRun() {
         LogWindow window;
         window.log.show();
-        QMenu* rows = window.log.gridLog->rowMenu();
+        QMenu* rows = window.log.grid->rowMenu();
         rows->findChild<QAction*>("miSettings")->trigger();
         QVERIFY(window.panel().isVisible());
         QCOMPARE(window.panel().currentIndex(), 0);
         rows->findChild<QAction*>("miPredict")->trigger();
         QCOMPARE(window.panel().currentIndex(), 2);
 
-        window.log.gridLog->newRun();
-        window.log.gridLog->setCurrentRunCell(2, 5);
+        window.log.grid->newRun();
+        window.log.grid->setCurrentRunCell(2, 5);
         rows->findChild<QAction*>("miReferenceRun")->trigger();
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
-        QCOMPARE(window.log.gridLog->currentRunColumn(), 1);
+        QCOMPARE(window.log.grid->currentRunColumn(), 1);
     }
 
     void theColumnMenuHoldsTheShowColumnMenu() {
         LogWindow window;
-        QVERIFY(window.log.gridLog->columnMenu()->actions().contains(
-            window.log.miShowColumn->menuAction()));
+        QVERIFY(window.log.grid->columnMenu()->actions().contains(
+            window.log.showColumnMenu->menuAction()));
     }
 
     void theGridAreaBeyondTheRunsShowsTheMainBackground() {
         LogWindow window;
         window.log.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window.log));
-        QWidget* area = window.log.gridLog->viewport();
+        QWidget* area = window.log.grid->viewport();
         const QImage image = area->grab().toImage();
         QCOMPARE(image.pixelColor(area->width() - 2, area->height() - 2), QColor(0x33, 0x66, 0x99));
-        const QRect firstCell = window.log.gridLog->visualRect(window.table().index(0, 3));
+        const QRect firstCell = window.log.grid->visualRect(window.table().index(0, 3));
         QVERIFY(image.pixelColor(firstCell.center()) != QColor(0x33, 0x66, 0x99));
     }
 
     void theTabCommandsOpenThePanelAtTheirTab() {
         LogWindow window;
         window.log.show();
-        emit window.log.gridLog->panelTabRequested(LogSidePanel::PredictTab);
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        emit window.log.grid->panelTabRequested(LogSidePanel::PredictTab);
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
         QCOMPARE(window.panel().currentIndex(), 2);
-        emit window.log.gridLog->panelTabRequested(LogSidePanel::NotesTab);
+        emit window.log.grid->panelTabRequested(LogSidePanel::NotesTab);
         QCOMPARE(window.panel().currentIndex(), 1);
         QVERIFY(window.panel().isVisible());
-        QCOMPARE(window.table().TextMatrix(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
     }
 
     void theWindowFollowsItsSize() {
         LogWindow window;
         window.log.show();
-        emit window.log.gridLog->panelToggleRequested();
+        emit window.log.grid->panelToggleRequested();
         window.log.resize(900, 520);
         QCOMPARE(window.panel().height(), 520);
-        QCOMPARE(window.log.gridLog->height(), 520);
-        QCOMPARE(window.log.gridLog->geometry().right(), 899);
+        QCOMPARE(window.log.grid->height(), 520);
+        QCOMPARE(window.log.grid->geometry().right(), 899);
     }
 
     void theGridAreaAndThePanelTakeTheMainBackground() {
@@ -557,20 +551,20 @@ private slots:
 
     void theReferenceRunIsMarkedAndBecomesCurrent() {
         LogWindow window;
-        window.log.gridLog->newRun();
-        emit window.log.gridLog->referenceRunRequested(2);
+        window.log.grid->newRun();
+        emit window.log.grid->referenceRunRequested(2);
         QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
         QCOMPARE(window.table().look(2, 0).background, CellColor::ReferenceRun);
         QVERIFY(!window.table().look(1, 0).bold);
         QCOMPARE(window.table().look(1, 0).background, CellColor::ButtonFace);
-        QCOMPARE(window.log.gridLog->currentRunRow(), 2);
-        QCOMPARE(window.log.gridLog->currentRunColumn(), 1);
+        QCOMPARE(window.log.grid->currentRunRow(), 2);
+        QCOMPARE(window.log.grid->currentRunColumn(), 1);
 
         window.panel().cboRefRun->setCurrentIndex(0);
         QVERIFY(window.table().look(1, 0).bold);
         QVERIFY(!window.table().look(2, 0).bold);
-        QCOMPARE(window.log.gridLog->currentRunRow(), 1);
+        QCOMPARE(window.log.grid->currentRunRow(), 1);
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -582,7 +576,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("Error on combo box ref run selection!"));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Critical);
-        emit window.log.gridLog->referenceRunRequested(3);
+        emit window.log.grid->referenceRunRequested(3);
         QCOMPARE(dialogs->messages.size(), 2);
     }
 
@@ -592,7 +586,7 @@ private slots:
         window.log.setWindowTitle("Race Log# 1");
         window.panel().cboRaceTrack->setEditText("Brainerd");
         window.panel().txtPF->setText("5.5");
-        window.table().setTextMatrix(1, 15, "1.25");
+        window.table().setCell(1, 15, "1.25");
         const QString folder = home->root() + "/races";
         QVERIFY(QDir().mkpath(folder));
         const QString path = folder + "/day.trl";
@@ -615,7 +609,7 @@ private slots:
         QVERIFY(Database::loadLog(path, saved));
         QCOMPARE(saved.pf, QStringLiteral("5.5"));
         QCOMPARE(saved.raceTrack, QStringLiteral("Brainerd"));
-        QCOMPARE(saved.grid.TextMatrix(1, 15), QStringLiteral("1.25"));
+        QCOMPARE(saved.grid.cell(1, 15), QStringLiteral("1.25"));
     }
 
     void saveTakesTheCellBeingEdited() {
@@ -623,14 +617,14 @@ private slots:
         LogWindow window;
         window.log.show();
         window.log.logFile(path, "edited.trl");
-        window.log.gridLog->setCurrentRunCell(1, 6);
-        window.log.gridLog->beginCellEdit('7');
+        window.log.grid->setCurrentRunCell(1, 6);
+        window.log.grid->beginCellEdit('7');
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         QVERIFY(window.log.saveLog(path));
-        QCOMPARE(window.table().TextMatrix(1, 6), QStringLiteral("7"));
+        QCOMPARE(window.table().cell(1, 6), QStringLiteral("7"));
         RaceLogData saved;
         QVERIFY(Database::loadLog(path, saved));
-        QCOMPARE(saved.grid.TextMatrix(1, 6), QStringLiteral("7.0000"));
+        QCOMPARE(saved.grid.cell(1, 6), QStringLiteral("7.0000"));
     }
 
     void cancelInTheSaveDialogueSavesNothingAndSucceeds() {
@@ -660,7 +654,7 @@ private slots:
 
         // No keeps the file as it was.
         const QByteArray before = contents(path);
-        window.table().setTextMatrix(1, 6, "1.1111");
+        window.table().setCell(1, 6, "1.1111");
         window.panel().txtPF->setText("8");
         dialogs->queueAnswer(Dialogs::Answer::No);
         QVERIFY(window.log.saveLog(path));
@@ -672,7 +666,7 @@ private slots:
         RaceLogData saved;
         QVERIFY(Database::loadLog(path, saved));
         QCOMPARE(saved.pf, QStringLiteral("8"));
-        QCOMPARE(saved.grid.TextMatrix(1, 6), QStringLiteral("1.1111"));
+        QCOMPARE(saved.grid.cell(1, 6), QStringLiteral("1.1111"));
     }
 
     void aSaveThatFailsSaysSoAndFails() {
@@ -704,7 +698,7 @@ private slots:
             RaceLogData data;
             data.grid.addRun();
             data.grid.addRun();
-            data.grid.setTextMatrix(2, 12, "9.5123");
+            data.grid.setCell(2, 12, "9.5123");
             data.refRunItems = QStringList{"1", "2", "3"};
             data.refRunIndex = 1;
             data.pageIdentifier = "Pro";
@@ -720,12 +714,12 @@ private slots:
         QVERIFY(window.log.loadFile(path));
         LogSidePanel& panel = window.panel();
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Pro"));
-        QCOMPARE(window.table().Rows(), 4);
-        QCOMPARE(window.table().TextMatrix(2, 12), QStringLiteral("9.5123"));
+        QCOMPARE(window.table().tableRows(), 4);
+        QCOMPARE(window.table().cell(2, 12), QStringLiteral("9.5123"));
         QCOMPARE(items(panel.cboRefRun), (QStringList{"1", "2", "3"}));
         QCOMPARE(panel.cboRefRun->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
-        QCOMPARE(window.log.gridLog->currentRunRow(), 2);
+        QCOMPARE(window.log.grid->currentRunRow(), 2);
         QCOMPARE(panel.txtDate->text(), QStringLiteral("05/04/2026"));
         QCOMPARE(panel.txtCarNumber->text(), QStringLiteral("A123"));
         QCOMPARE(panel.cboRaceTrack->currentText(), QStringLiteral("Brainerd"));

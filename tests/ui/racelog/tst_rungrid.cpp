@@ -140,7 +140,7 @@ QStringList menuLines(const QMenu* menu) {
 
 void fillRun(RunTable& table, int row) {
     for (int column = 1; column < table.Cols(); ++column)
-        table.setTextMatrix(row, column, QStringLiteral("%1.%2").arg(row).arg(column));
+        table.setCell(row, column, QStringLiteral("%1.%2").arg(row).arg(column));
 }
 
 // The time of a run made between two readings of the clock.
@@ -214,12 +214,12 @@ private slots:
         const QString before = DateText::TimeText(QTime::currentTime());
         log.rowCommand(1, "miNewRun");
         const QString after = DateText::TimeText(QTime::currentTime());
-        QCOMPARE(log.table.Rows(), 3);
-        QCOMPARE(log.table.TextMatrix(2, 0), QStringLiteral("2"));
-        QVERIFY(isTimeBetween(log.table.TextMatrix(2, 1), before, after));
-        QCOMPARE(log.table.TextMatrix(2, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.tableRows(), 3);
+        QCOMPARE(log.table.cell(2, 0), QStringLiteral("2"));
+        QVERIFY(isTimeBetween(log.table.cell(2, 1), before, after));
+        QCOMPARE(log.table.cell(2, 2), DateText::RunDateText(QDate::currentDate()));
         for (int column = 3; column < log.table.Cols(); ++column)
-            QCOMPARE(log.table.TextMatrix(2, column), QString());
+            QCOMPARE(log.table.cell(2, column), QString());
         for (int column = 1; column < log.table.Cols(); ++column) {
             QCOMPARE(log.table.look(2, column).background, CellColor::Band);
             QCOMPARE(log.table.look(1, column).background, CellColor::WindowBackground);
@@ -234,14 +234,13 @@ private slots:
         fillRun(log.table, 1);
         log.grid->setCurrentRunCell(1, 7);
         log.action("miNewRunNum")->trigger();
-        QCOMPARE(log.table.Rows(), 3);
+        QCOMPARE(log.table.tableRows(), 3);
         for (int column = 3; column < log.table.Cols(); ++column) {
             const bool carried = column == 15 || column == 16 || column == 17;
-            QCOMPARE(log.table.TextMatrix(2, column),
-                     carried ? log.table.TextMatrix(1, column) : QString());
+            QCOMPARE(log.table.cell(2, column), carried ? log.table.cell(1, column) : QString());
         }
         log.grid->newRun();
-        QCOMPARE(log.table.TextMatrix(3, 16), QStringLiteral("1.16"));
+        QCOMPARE(log.table.cell(3, 16), QStringLiteral("1.16"));
         QCOMPARE(log.table.look(3, 10).background, CellColor::WindowBackground);
         QCOMPARE(log.referenceItems(), (QStringList{"1", "2", "3"}));
         QCOMPARE(log.grid->currentRunRow(), 3);
@@ -259,7 +258,7 @@ private slots:
     void firstDigitInATimeCellIsLost() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
+        log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
         QTest::keyClick(log.grid, Qt::Key_Space);
         QCOMPARE(log.openEditors(), QStringList{"txtTime"});
@@ -268,7 +267,7 @@ private slots:
         QTest::keyClick(log.txtTime(), Qt::Key_Escape);
 
         // The cell changes; the editor still holds what it had, and the digit goes nowhere.
-        log.table.setTextMatrix(1, 1, QStringLiteral("11:15am"));
+        log.table.setCell(1, 1, QStringLiteral("11:15am"));
         QTest::keyClick(log.grid, '5');
         QCOMPARE(log.openEditors(), QStringList{"txtTime"});
         QCOMPARE(log.txtTime()->text(), QStringLiteral("10:42am"));
@@ -278,7 +277,7 @@ private slots:
     void firstDigitInADateCellIsLost() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
+        log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         log.typeOnGrid(1, 2, '7');
         QCOMPARE(log.openEditors(), QStringList{"txtCtrlDate"});
         QCOMPARE(log.txtCtrlDate()->text(), QString());
@@ -295,14 +294,14 @@ private slots:
         QTest::keyClicks(log.txtTime(), QStringLiteral("2x:3b5 pm!"));
         QCOMPARE(log.txtTime()->text(), QStringLiteral("2:35pm"));
         QTest::keyClick(log.txtTime(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 1), QStringLiteral("02:35pm"));
+        QCOMPARE(log.table.cell(1, 1), QStringLiteral("02:35pm"));
 
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtTime(), QStringLiteral("99"));
         const QString before = DateText::TimeText(QTime::currentTime());
         QTest::keyClick(log.txtTime(), Qt::Key_Return);
         const QString after = DateText::TimeText(QTime::currentTime());
-        QVERIFY(isTimeBetween(log.table.TextMatrix(1, 1), before, after));
+        QVERIFY(isTimeBetween(log.table.cell(1, 1), before, after));
     }
 
     void dateIsFilteredAndPutRight() {
@@ -313,18 +312,18 @@ private slots:
         QTest::keyClicks(log.txtCtrlDate(), QStringLiteral("11/2a2/2026"));
         QCOMPARE(log.txtCtrlDate()->text(), QStringLiteral("11/22/2026"));
         QTest::keyClick(log.txtCtrlDate(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 2), QStringLiteral("11/22/26"));
+        QCOMPARE(log.table.cell(1, 2), QStringLiteral("11/22/26"));
 
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtCtrlDate(), QStringLiteral("99/99"));
         QTest::keyClick(log.txtCtrlDate(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.cell(1, 2), DateText::RunDateText(QDate::currentDate()));
     }
 
     void firstLetterInANumberCellIsTakenAndEmptiedOnLeaving() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
+        log.table.setCell(1, 19, QStringLiteral("1250"));
         log.typeOnGrid(1, 19, 'x');
         QCOMPARE(log.openEditors(), QStringList{"txtEdit"});
         QCOMPARE(log.txtEdit()->text(), QStringLiteral("x"));
@@ -333,7 +332,7 @@ private slots:
         QTest::keyClick(log.txtEdit(), 'y');
         QCOMPARE(log.txtEdit()->text(), QStringLiteral("x"));
         QTest::keyClick(log.txtEdit(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 19), QString());
+        QCOMPARE(log.table.cell(1, 19), QString());
         QCOMPARE(log.txtEdit()->text(), QString());
     }
 
@@ -344,7 +343,7 @@ private slots:
         QTest::keyClicks(log.txtEdit(), QStringLiteral("1a.2 5"));
         QCOMPARE(log.txtEdit()->text(), QStringLiteral("-1.25"));
         QTest::keyClick(log.txtEdit(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 6), QStringLiteral("-1.25"));
+        QCOMPARE(log.table.cell(1, 6), QStringLiteral("-1.25"));
         QVERIFY(log.grid->hasFocus());
         QCOMPARE(log.openEditors(), QStringList());
     }
@@ -358,13 +357,13 @@ private slots:
         QTest::keyClick(log.txtEdit(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(log.txtEdit()->text(), QStringLiteral("abc"));
         QTest::keyClick(log.txtEdit(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 6), QString());
+        QCOMPARE(log.table.cell(1, 6), QString());
     }
 
     void doubleClickOpensTheEditorWithTheCellSelected() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
+        log.table.setCell(1, 19, QStringLiteral("1250"));
         log.grid->scrollTo(log.table.index(0, 18));
         const QPoint cell = log.cellCentre(1, 19);
         QTest::mouseClick(log.grid->viewport(), Qt::LeftButton, {}, cell);
@@ -390,12 +389,12 @@ private slots:
     void escapeKeepsTheOldText() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 19, QStringLiteral("1250"));
+        log.table.setCell(1, 19, QStringLiteral("1250"));
         log.focusCell(1, 19);
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtEdit(), QStringLiteral("99"));
         QTest::keyClick(log.txtEdit(), Qt::Key_Escape);
-        QCOMPARE(log.table.TextMatrix(1, 19), QStringLiteral("1250"));
+        QCOMPARE(log.table.cell(1, 19), QStringLiteral("1250"));
         QCOMPARE(log.openEditors(), QStringList());
         QVERIFY(log.grid->hasFocus());
     }
@@ -407,25 +406,25 @@ private slots:
         log.grid->newRun();
         log.typeOnGrid(2, 19, '7');
         QTest::keyClick(log.txtEdit(), Qt::Key_Up);
-        QCOMPARE(log.table.TextMatrix(2, 19), QStringLiteral("7"));
+        QCOMPARE(log.table.cell(2, 19), QStringLiteral("7"));
         QCOMPARE(log.grid->currentRunRow(), 1);
         QCOMPARE(log.grid->currentRunColumn(), 19);
         QCOMPARE(log.openEditors(), QStringList());
 
         QTest::keyClick(log.grid, '8');
         QTest::keyClick(log.txtEdit(), Qt::Key_Up);
-        QCOMPARE(log.table.TextMatrix(1, 19), QStringLiteral("8"));
+        QCOMPARE(log.table.cell(1, 19), QStringLiteral("8"));
         QCOMPARE(log.grid->currentRunRow(), 1);
 
         QTest::keyClick(log.grid, '9');
         QTest::keyClick(log.txtEdit(), Qt::Key_Down);
-        QCOMPARE(log.table.TextMatrix(1, 19), QStringLiteral("9"));
+        QCOMPARE(log.table.cell(1, 19), QStringLiteral("9"));
         QCOMPARE(log.grid->currentRunRow(), 2);
 
         log.grid->setCurrentRunCell(3, 19);
         QTest::keyClick(log.grid, '4');
         QTest::keyClick(log.txtEdit(), Qt::Key_Down);
-        QCOMPARE(log.table.TextMatrix(3, 19), QStringLiteral("4"));
+        QCOMPARE(log.table.cell(3, 19), QStringLiteral("4"));
         QCOMPARE(log.grid->currentRunRow(), 3);
     }
 
@@ -436,54 +435,54 @@ private slots:
         QCOMPARE(items(lane), (QStringList{"Left", "Right"}));
         QVERIFY(!lane->isEditable());
 
-        log.table.setTextMatrix(1, 3, QStringLiteral("Left"));
+        log.table.setCell(1, 3, QStringLiteral("Left"));
         log.typeOnGrid(1, 3, ' ');
         QCOMPARE(log.openEditors(), QStringList{"cboLane"});
         QCOMPARE(lane->currentIndex(), 0);
         QTest::keyClick(lane, Qt::Key_Escape);
 
-        log.table.setTextMatrix(1, 3, QStringLiteral("Right"));
+        log.table.setCell(1, 3, QStringLiteral("Right"));
         QTest::keyClick(log.grid, Qt::Key_Return);
         QCOMPARE(lane->currentIndex(), 1);
         QTest::keyClick(lane, Qt::Key_Escape);
 
-        log.table.setTextMatrix(1, 3, QStringLiteral("lane"));
+        log.table.setCell(1, 3, QStringLiteral("lane"));
         QTest::keyClick(log.grid, Qt::Key_Return);
         QCOMPARE(lane->currentIndex(), 0);
         QTest::keyClick(lane, Qt::Key_Escape);
 
-        log.table.setTextMatrix(1, 3, QStringLiteral("far"));
+        log.table.setCell(1, 3, QStringLiteral("far"));
         QTest::keyClick(log.grid, Qt::Key_Return);
         QCOMPARE(lane->currentIndex(), 1);
 
         // Typing can only pick one of the two.
         QTest::keyClicks(lane, QStringLiteral("l"));
         QTest::keyClick(lane, Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 3), QStringLiteral("Left"));
+        QCOMPARE(log.table.cell(1, 3), QStringLiteral("Left"));
     }
 
     void laneKeepsItsItemForATypedCharacter() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 3, QStringLiteral("Right"));
+        log.table.setCell(1, 3, QStringLiteral("Right"));
         log.typeOnGrid(1, 3, 'x');
         QCOMPARE(log.cboLane()->currentIndex(), 0);
         QTest::keyClick(log.cboLane(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 3), QStringLiteral("Left"));
+        QCOMPARE(log.table.cell(1, 3), QStringLiteral("Left"));
     }
 
     void upAndDownInTheLaneChangeTheItem() {
         LogWindow log(*state);
         QVERIFY(log.ready());
         log.grid->newRun();
-        log.table.setTextMatrix(1, 3, QStringLiteral("Left"));
+        log.table.setCell(1, 3, QStringLiteral("Left"));
         log.typeOnGrid(1, 3, ' ');
         QTest::keyClick(log.cboLane(), Qt::Key_Down);
         QCOMPARE(log.cboLane()->currentIndex(), 1);
         QCOMPARE(log.openEditors(), QStringList{"cboLane"});
         QCOMPARE(log.grid->currentRunRow(), 1);
         QTest::keyClick(log.cboLane(), Qt::Key_Return);
-        QCOMPARE(log.table.TextMatrix(1, 3), QStringLiteral("Right"));
+        QCOMPARE(log.table.cell(1, 3), QStringLiteral("Right"));
     }
 
     void leavingACellOrScrollingCommits() {
@@ -492,13 +491,13 @@ private slots:
         log.grid->newRun();
         log.typeOnGrid(1, 4, '3');
         log.grid->setCurrentRunCell(2, 4);
-        QCOMPARE(log.table.TextMatrix(1, 4), QStringLiteral("3"));
+        QCOMPARE(log.table.cell(1, 4), QStringLiteral("3"));
         QCOMPARE(log.openEditors(), QStringList());
         QVERIFY(log.grid->hasFocus());
 
         log.typeOnGrid(2, 5, '6');
         log.grid->horizontalScrollBar()->setValue(200);
-        QCOMPARE(log.table.TextMatrix(2, 5), QStringLiteral("6"));
+        QCOMPARE(log.table.cell(2, 5), QStringLiteral("6"));
         QCOMPARE(log.openEditors(), QStringList());
     }
 
@@ -507,7 +506,7 @@ private slots:
         QVERIFY(log.ready());
         log.typeOnGrid(1, 8, '5');
         QTest::mouseClick(log.grid->viewport(), Qt::LeftButton, {}, log.cellCentre(1, 1));
-        QCOMPARE(log.table.TextMatrix(1, 8), QStringLiteral("5"));
+        QCOMPARE(log.table.cell(1, 8), QStringLiteral("5"));
         QCOMPARE(log.openEditors(), QStringList());
     }
 
@@ -524,13 +523,13 @@ private slots:
     void aGridGoneWithAnEditorOpenWritesNothing() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
+        log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtTime(), QStringLiteral("3"));
         QVERIFY(log.txtTime()->hasFocus());
         delete log.grid;
-        QCOMPARE(log.table.TextMatrix(1, 1), QStringLiteral("10:42am"));
+        QCOMPARE(log.table.cell(1, 1), QStringLiteral("10:42am"));
         QCOMPARE(log.window.findChild<QLineEdit*>(), nullptr);
     }
 
@@ -640,7 +639,7 @@ private slots:
         log.typeOnGrid(1, 10, '5');
         QVERIFY(log.document.selectReferenceRun(2));
         log.rightPressRunNumber(3);
-        QCOMPARE(log.table.TextMatrix(1, 10), QStringLiteral("5"));
+        QCOMPARE(log.table.cell(1, 10), QStringLiteral("5"));
         QCOMPARE(log.grid->currentRunRow(), 3);
         QVERIFY(log.grid->rowMenu()->isVisible());
         QCOMPARE(log.action("miDelete")->text(), QStringLiteral("Delete Run# 3"));
@@ -670,7 +669,7 @@ private slots:
         QVERIFY(log.ready());
         log.typeOnGrid(1, 12, '9');
         QTest::mouseRelease(log.grid->viewport(), Qt::RightButton, {}, log.cellCentre(1, 4));
-        QCOMPARE(log.table.TextMatrix(1, 12), QStringLiteral("9"));
+        QCOMPARE(log.table.cell(1, 12), QStringLiteral("9"));
         QVERIFY(log.grid->columnMenu()->isVisible());
         QVERIFY(!log.grid->rowMenu()->isVisible());
     }
@@ -736,9 +735,9 @@ private slots:
         QCOMPARE(question.text, QStringLiteral("QUESTION:\r\n  Do you want to delete run# 2 ?"));
         QCOMPARE(question.title, QStringLiteral("Race Log"));
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
-        QCOMPARE(log.table.Rows(), 3);
-        QCOMPARE(log.table.TextMatrix(2, 0), QStringLiteral("2"));
-        QCOMPARE(log.table.TextMatrix(2, 12), QStringLiteral("3.12"));
+        QCOMPARE(log.table.tableRows(), 3);
+        QCOMPARE(log.table.cell(2, 0), QStringLiteral("2"));
+        QCOMPARE(log.table.cell(2, 12), QStringLiteral("3.12"));
         QCOMPARE(log.referenceItems(), (QStringList{"1", "2"}));
         QCOMPARE(log.referenceIndex(), 0);
     }
@@ -752,7 +751,7 @@ private slots:
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Answer::No);
         log.rowCommand(3, "miDelete");
-        QCOMPARE(log.table.Rows(), 4);
+        QCOMPARE(log.table.tableRows(), 4);
         QCOMPARE(log.referenceItems(), (QStringList{"1", "2"}));
         QCOMPARE(log.referenceIndex(), 0);
     }
@@ -766,7 +765,7 @@ private slots:
         dialogs.queueAnswer(Answer::Yes);
         log.rowCommand(1, "miDelete");
         // The run that moved up into row 1 is the reference run now.
-        QCOMPARE(log.table.Rows(), 2);
+        QCOMPARE(log.table.tableRows(), 2);
         QCOMPARE(log.referenceIndex(), 0);
         QCOMPARE(log.table.look(1, 0).background, CellColor::ReferenceRun);
         QVERIFY(log.table.look(1, 0).bold);
@@ -781,10 +780,10 @@ private slots:
         ScriptedDialogs dialogs;
         dialogs.queueAnswer(Answer::Yes);
         log.rowCommand(1, "miDelete");
-        QCOMPARE(log.table.Rows(), 2);
-        QCOMPARE(log.table.TextMatrix(1, 0), QStringLiteral("1"));
+        QCOMPARE(log.table.tableRows(), 2);
+        QCOMPARE(log.table.cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < log.table.Cols(); ++column)
-            QCOMPARE(log.table.TextMatrix(1, column), QString());
+            QCOMPARE(log.table.cell(1, column), QString());
         QCOMPARE(log.referenceItems(), QStringList{"1"});
     }
 
@@ -795,7 +794,7 @@ private slots:
         QVERIFY(log.ready());
         log.grid->newRun();
         fillRun(log.table, 1);
-        log.table.setTextMatrix(2, 33, QStringLiteral("340"));
+        log.table.setCell(2, 33, QStringLiteral("340"));
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(state->runClipboard.value(0)[7], QStringLiteral("1.7"));
@@ -803,9 +802,9 @@ private slots:
         log.grid->setCurrentRunCell(2, 5);
         QTest::keyClick(log.grid, Qt::Key_V, Qt::ControlModifier);
         for (int column = 1; column <= 32; ++column)
-            QCOMPARE(log.table.TextMatrix(2, column), log.table.TextMatrix(1, column));
-        QCOMPARE(log.table.TextMatrix(2, 33), QStringLiteral("340"));
-        QCOMPARE(log.table.TextMatrix(2, 0), QStringLiteral("2"));
+            QCOMPARE(log.table.cell(2, column), log.table.cell(1, column));
+        QCOMPARE(log.table.cell(2, 33), QStringLiteral("340"));
+        QCOMPARE(log.table.cell(2, 0), QStringLiteral("2"));
         QCOMPARE(log.openEditors(), QStringList());
     }
 
@@ -831,8 +830,8 @@ private slots:
         QTest::keyClick(log.grid, Qt::Key_X, Qt::ControlModifier);
         QCOMPARE(state->runClipboard.value(0)[32], QStringLiteral("1.32"));
         for (int column = 1; column <= 32; ++column)
-            QCOMPARE(log.table.TextMatrix(1, column), QString());
-        QCOMPARE(log.table.TextMatrix(1, 33), QStringLiteral("1.33"));
+            QCOMPARE(log.table.cell(1, column), QString());
+        QCOMPARE(log.table.cell(1, 33), QStringLiteral("1.33"));
     }
 
     void menuCutCopyPasteWorkOnTheRun() {
@@ -842,9 +841,9 @@ private slots:
         fillRun(log.table, 1);
         log.rowCommand(1, "miCopy");
         log.rowCommand(2, "miPaste");
-        QCOMPARE(log.table.TextMatrix(2, 20), QStringLiteral("1.20"));
+        QCOMPARE(log.table.cell(2, 20), QStringLiteral("1.20"));
         log.rowCommand(1, "miCut");
-        QCOMPARE(log.table.TextMatrix(1, 20), QString());
+        QCOMPARE(log.table.cell(1, 20), QString());
     }
 
     void aRunCopiedInOneLogPastesIntoAnother() {
@@ -856,8 +855,8 @@ private slots:
         QVERIFY(second.ready());
         second.rowCommand(1, "miPaste");
         for (int column = 1; column <= 32; ++column)
-            QCOMPARE(second.table.TextMatrix(1, column), first.table.TextMatrix(1, column));
-        QCOMPARE(second.table.TextMatrix(1, 33), QString());
+            QCOMPARE(second.table.cell(1, column), first.table.cell(1, column));
+        QCOMPARE(second.table.cell(1, 33), QString());
     }
 
     // --- Weather -----------------------------------------------------------------------------
@@ -865,7 +864,7 @@ private slots:
     void currentWeatherFillsTheWeatherColumns() {
         LogWindow log(*state);
         QVERIFY(log.ready());
-        WeatherRecord& weather = state->CurrentWeather;
+        WeatherRecord& weather = state->currentWeather;
         weather.ABP = 29.921f;
         weather.Temp = 71.5f;
         weather.RH = 43.2f;
@@ -881,8 +880,8 @@ private slots:
         weather.WS = 7;
         weather.WG = 11;
         weather.AL = 340;
-        log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
-        log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
+        log.table.setCell(1, 1, QStringLiteral("10:42am"));
+        log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         ScriptedDialogs dialogs;
         QSignalSpy changes(&log.table, &RunTable::dataChanged);
         log.rowCommand(1, "miGetWeather");
@@ -893,9 +892,9 @@ private slots:
         const QStringList expected{"1250", "1410",  "0.33", "29.921", "71.5", "43.2", "5.1", "45",
                                    "49",   "0.987", "120",  "275",    "7",    "11",   "340"};
         for (int column = 19; column <= 33; ++column)
-            QCOMPARE(log.table.TextMatrix(1, column), expected[column - 19]);
-        QCOMPARE(log.table.TextMatrix(1, 1), QStringLiteral("10:42am"));
-        QCOMPARE(log.table.TextMatrix(1, 2), QStringLiteral("11/22/26"));
+            QCOMPARE(log.table.cell(1, column), expected[column - 19]);
+        QCOMPARE(log.table.cell(1, 1), QStringLiteral("10:42am"));
+        QCOMPARE(log.table.cell(1, 2), QStringLiteral("11/22/26"));
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("Weather data imported!"));
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Pellamor Weather Import"));
@@ -913,22 +912,22 @@ private slots:
 
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 1, QStringLiteral("10:42am"));
-        log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
+        log.table.setCell(1, 1, QStringLiteral("10:42am"));
+        log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         ScriptedDialogs dialogs;
         log.rowCommand(1, "miGetLoggedWeather");
         const QStringList expected{"1250", "1410", "0.33", "29.92", "71.5", "43.2", "5.1", "45",
                                    "49",   "98.6", "120",  "275",   "7",    "11",   "340"};
         for (int column = 19; column <= 33; ++column)
-            QCOMPARE(log.table.TextMatrix(1, column), expected[column - 19]);
-        QCOMPARE(log.table.TextMatrix(1, 1), QStringLiteral("10:42am"));
-        QCOMPARE(log.table.TextMatrix(1, 2), QStringLiteral("11/22/26"));
+            QCOMPARE(log.table.cell(1, column), expected[column - 19]);
+        QCOMPARE(log.table.cell(1, 1), QStringLiteral("10:42am"));
+        QCOMPARE(log.table.cell(1, 2), QStringLiteral("11/22/26"));
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("Weather data from log imported!"));
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Log Weather Import"));
         QCOMPARE(dialogs.messages[0].icon, Icon::Information);
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-        QVERIFY(!state->bLoggingWeather);
+        QVERIFY(!state->loggingWeather);
     }
 
     void loggedWeatherOfAMinuteWithNoRowImportsNothing() {
@@ -941,13 +940,13 @@ private slots:
 
         LogWindow log(*state);
         QVERIFY(log.ready());
-        log.table.setTextMatrix(1, 1, QStringLiteral("10:45am"));
-        log.table.setTextMatrix(1, 2, QStringLiteral("11/22/26"));
+        log.table.setCell(1, 1, QStringLiteral("10:45am"));
+        log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         ScriptedDialogs dialogs;
         log.rowCommand(1, "miGetLoggedWeather");
         for (int column = 19; column <= 33; ++column)
-            QCOMPARE(log.table.TextMatrix(1, column), QString());
-        QCOMPARE(log.table.TextMatrix(1, 1), QStringLiteral("10:45am"));
+            QCOMPARE(log.table.cell(1, column), QString());
+        QCOMPARE(log.table.cell(1, 1), QStringLiteral("10:45am"));
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("No weather data was imported!"));
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Log Weather Import"));
@@ -962,9 +961,9 @@ private slots:
         const QString before = DateText::TimeText(QTime::currentTime());
         log.rowCommand(1, "miGetLoggedWeather");
         const QString after = DateText::TimeText(QTime::currentTime());
-        QVERIFY(isTimeBetween(log.table.TextMatrix(1, 1), before, after));
-        QCOMPARE(log.table.TextMatrix(1, 2), DateText::RunDateText(QDate::currentDate()));
-        QCOMPARE(log.table.TextMatrix(1, 22), QString());
+        QVERIFY(isTimeBetween(log.table.cell(1, 1), before, after));
+        QCOMPARE(log.table.cell(1, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.cell(1, 22), QString());
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("No weather data was imported!"));
     }
@@ -987,7 +986,7 @@ private slots:
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         log.rowCommand(1, "miGetLoggedWeather");
-        QCOMPARE(log.table.TextMatrix(1, 22), QStringLiteral("29.92"));
+        QCOMPARE(log.table.cell(1, 22), QStringLiteral("29.92"));
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("Weather data from log imported!"));
     }
 };

@@ -279,7 +279,7 @@ private slots:
 
     void openFileSaysWhenTheLogCannotLoad() {
         ScriptedDialogs dialogs;
-        window->OpenFile("/nowhere/race.trl");
+        window->openFile("/nowhere/race.trl");
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text,
                  QStringLiteral("Not able to load Race Log...\r\n/nowhere/race.trl"));
@@ -297,7 +297,7 @@ private slots:
             pointer = QGuiApplication::overrideCursor()->shape();
             return RaceLogLoad{true, {}};
         });
-        window->OpenFile("/races/event.trl");
+        window->openFile("/races/event.trl");
         QCOMPARE(loaded, QStringList{"/races/event.trl"});
         QCOMPARE(pointer, Qt::WaitCursor);
         QVERIFY(dialogs.messages.isEmpty());

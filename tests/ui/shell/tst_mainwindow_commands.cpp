@@ -134,7 +134,7 @@ private slots:
         home = std::make_unique<TestHome>();
         state = std::make_unique<AppState>();
         window = std::make_unique<MainWindow>(*state);
-        window->Load();
+        window->load();
         window->resize(900, 700);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
@@ -186,22 +186,22 @@ private slots:
     }
 
     void automaticUpdatesToggle() {
-        QVERIFY(state->bAutomaticUpdates);
+        QVERIFY(state->automaticUpdates);
         tool("miAutomaticUpdates")->trigger();
-        QVERIFY(!state->bAutomaticUpdates);
+        QVERIFY(!state->automaticUpdates);
         QVERIFY(!tool("miAutomaticUpdates")->isChecked());
         window->dispatch("miAutomaticUpdates");
-        QVERIFY(state->bAutomaticUpdates);
+        QVERIFY(state->automaticUpdates);
         QVERIFY(tool("miAutomaticUpdates")->isChecked());
     }
 
     void deltaVPToggles() {
-        QVERIFY(!state->bDeltaVP);
+        QVERIFY(!state->deltaVP);
         tool("miDeltaVP")->trigger();
-        QVERIFY(state->bDeltaVP);
+        QVERIFY(state->deltaVP);
         QVERIFY(tool("miDeltaVP")->isChecked());
         window->dispatch("miDeltaVP");
-        QVERIFY(!state->bDeltaVP);
+        QVERIFY(!state->deltaVP);
         QVERIFY(!tool("miDeltaVP")->isChecked());
     }
 
@@ -397,17 +397,17 @@ private slots:
     void aDisplayInstanceReplaysTheMainInstancesLog() {
         window.reset();
         state = std::make_unique<AppState>();
-        state->bDisplayMode = true;
+        state->displayMode = true;
         window = std::make_unique<MainWindow>(*state);
         ScriptedDialogs dialogs;
-        window->Load();
+        window->load();
         dialogs.messages.clear();
         RecordingViews views(*state);
 
         AppState mainInstance;
-        mainInstance.CurrentWeather.ABP = 29.5f;
+        mainInstance.currentWeather.ABP = 29.5f;
         LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-        mainInstance.CurrentWeather.ABP = 29.75f;
+        mainInstance.currentWeather.ABP = 29.75f;
         LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
         dialogs.queueFile(WeatherLogPath(QDate(2026, 11, 22)));
         dialogs.queueAnswer(Dialogs::Answer::No);
@@ -426,9 +426,9 @@ private slots:
             QVERIFY(probe.listen(QHostAddress::LocalHost));
             closedPort = probe.serverPort();
         }
-        window->instrument().portSettings.sHost = QStringLiteral("127.0.0.1");
-        window->instrument().portSettings.sTcpPort = QString::number(closedPort);
-        window->ConnectRelay();
+        window->instrument().portSettings.host = QStringLiteral("127.0.0.1");
+        window->instrument().portSettings.tcpPort = QString::number(closedPort);
+        window->connectRelay();
         auto* status = window->findChild<QLabel*>(QStringLiteral("lblStatus"));
         QTRY_COMPARE(status->text(), QStringLiteral("Reconnecting..."));
         QVERIFY(dialogs.messages.isEmpty());
@@ -445,7 +445,7 @@ private slots:
             comPort = dialog->findChild<QComboBox*>("cboComPort")->currentText();
             dialog->findChild<QPushButton*>("cmdCancel")->click();
         });
-        window->instrument().portSettings.iComPort = 3;
+        window->instrument().portSettings.comPort = 3;
         tool("miProperties")->trigger();
         QCOMPARE(opened, QStringLiteral("frmProperties"));
         QCOMPARE(comPort, QStringLiteral("Com3"));
@@ -453,14 +453,14 @@ private slots:
 
     void loadLoggedWeatherWithNoChartLeavesTheLiveWeatherAlone() {
         ScriptedDialogs dialogs;
-        state->CurrentWeather.ABP = 28.5f;
-        state->sStatusLine = QStringLiteral("ABP=28.5");
+        state->currentWeather.ABP = 28.5f;
+        state->statusLine = QStringLiteral("ABP=28.5");
         dialogs.queueFile(writeWeatherLog("quiet.csv", 5));
         dialogs.queueAnswer(Dialogs::Answer::No);
         window->dispatch("miLoadLoggedWeather");
         QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(state->CurrentWeather.ABP, 28.5f);
-        QCOMPARE(state->sStatusLine, QStringLiteral("ABP=28.5"));
+        QCOMPARE(state->currentWeather.ABP, 28.5f);
+        QCOMPARE(state->statusLine, QStringLiteral("ABP=28.5"));
         QVERIFY(!QGuiApplication::overrideCursor());
     }
 

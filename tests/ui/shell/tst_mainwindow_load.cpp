@@ -47,7 +47,7 @@ private slots:
 
     void centresOnTheScreen() {
         makeWindow();
-        window->Load();
+        window->load();
         const QRect screen = window->screen()->geometry();
         QCOMPARE(window->x(), screen.left() + (screen.width() - window->width()) / 2);
         QCOMPARE(window->y(), screen.top() + (screen.height() - window->height()) / 2);
@@ -56,15 +56,15 @@ private slots:
     void aMainInstanceIsTarnwick() {
         makeWindow();
         window->setCommand("miProperties", [] {});
-        window->Load();
+        window->load();
         QCOMPARE(window->windowTitle(), QStringLiteral("Tarnwick"));
         QVERIFY(tool("miProperties")->isEnabled());
     }
 
     void aDisplayInstanceIsVessimarAndKeepsThePortSettings() {
-        state->bDisplayMode = true;
+        state->displayMode = true;
         makeWindow();
-        window->Load();
+        window->load();
         // Still off once the port settings dialog joins the bar.
         window->setCommand("miProperties", [] {});
         QCOMPARE(window->windowTitle(), QStringLiteral("Vessimar"));
@@ -74,7 +74,7 @@ private slots:
     void backgroundComesBack() {
         Registry::Set(ScreenSettings, "Background", "128");
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(background(), QColor(0x80, 0, 0));
         QCOMPARE(window->background(), 0x000080u);
     }
@@ -83,7 +83,7 @@ private slots:
         makeWindow();
         const QBrush before = window->mdiArea()->background();
         Registry::Set(ScreenSettings, "Background", "red");
-        window->Load();
+        window->load();
         QCOMPARE(window->mdiArea()->background(), before);
     }
 
@@ -106,14 +106,14 @@ private slots:
         Registry::Set(PortKey, "2", "even");
         Registry::Set(PortKey, "6", "racehost");
         makeWindow();
-        window->Load();
+        window->load();
         QVERIFY(dialogs.messages.isEmpty());
         QCOMPARE(window->background(), 0x8000000Cu);
-        QVERIFY(state->bDeltaVP);
-        QCOMPARE(window->instrument().portSettings.iComPort, qint16(25));
-        QCOMPARE(window->instrument().portSettings.iBaud, qint16(5));
-        QCOMPARE(window->instrument().portSettings.iParity, qint16(0));
-        QCOMPARE(window->instrument().portSettings.sHost, QStringLiteral("racehost"));
+        QVERIFY(state->deltaVP);
+        QCOMPARE(window->instrument().portSettings.comPort, qint16(25));
+        QCOMPARE(window->instrument().portSettings.baud, qint16(5));
+        QCOMPARE(window->instrument().portSettings.parity, qint16(0));
+        QCOMPARE(window->instrument().portSettings.host, QStringLiteral("racehost"));
         QVERIFY(timer("tmrMain")->isActive());
         QVERIFY(timer("tmrSend")->isActive());
 
@@ -132,8 +132,8 @@ private slots:
         Registry::Set(ScreenSettings, "Background", "1.5");
         Registry::Set(Defaults, "DeltaVP", "yes");
         makeWindow();
-        window->Load();
-        QVERIFY(!state->bDeltaVP);
+        window->load();
+        QVERIFY(!state->deltaVP);
         window->show();
         tool("miBlue")->trigger();
         tool("miDeltaVP")->trigger();
@@ -161,7 +161,7 @@ private slots:
         if (!stored.isNull())
             Registry::Set(Defaults, "PagerFrequency", stored);
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(window->pagerFrequency(), frequency);
     }
 
@@ -179,10 +179,10 @@ private slots:
         QFETCH(bool, on);
         if (!stored.isNull())
             Registry::Set(Defaults, "DeltaVP", stored);
-        state->bDeltaVP = !on;
+        state->deltaVP = !on;
         makeWindow();
-        window->Load();
-        QCOMPARE(state->bDeltaVP, on);
+        window->load();
+        QCOMPARE(state->deltaVP, on);
         QCOMPARE(tool("miDeltaVP")->isChecked(), on);
     }
 
@@ -200,22 +200,22 @@ private slots:
              {ViewTable::View::WindDirection, ViewTable::View::WindSpeed,
               ViewTable::View::VaporPressure})
             state->views.open(kind, &view);
-        state->bAutomaticUpdates = false;
-        state->bLoggingWeather = true;
+        state->automaticUpdates = false;
+        state->loggingWeather = true;
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(state->raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
         QVERIFY(!state->views.isOpen(ViewTable::View::WindDirection));
         QVERIFY(!state->views.isOpen(ViewTable::View::WindSpeed));
         QVERIFY(!state->views.isOpen(ViewTable::View::VaporPressure));
-        QVERIFY(state->bAutomaticUpdates);
+        QVERIFY(state->automaticUpdates);
         QVERIFY(tool("miAutomaticUpdates")->isChecked());
-        QVERIFY(!state->bLoggingWeather);
+        QVERIFY(!state->loggingWeather);
     }
 
     void setDateTimeStaysOff() {
         makeWindow();
-        window->Load();
+        window->load();
         QVERIFY(!tool("miSetDateTime")->isEnabled());
         QVERIFY(tool("miSetDateTime")->isVisible());
     }
@@ -224,7 +224,7 @@ private slots:
         makeWindow();
         QVERIFY(!timer("tmrMain")->isActive());
         QVERIFY(!timer("tmrSend")->isActive());
-        window->Load();
+        window->load();
         QVERIFY(timer("tmrMain")->isActive());
         QVERIFY(timer("tmrSend")->isActive());
         QCOMPARE(timer("tmrMain")->interval(), 20000);
@@ -240,7 +240,7 @@ private slots:
 
     void shutdownSavesDeltaVPAndBackground() {
         makeWindow();
-        window->Load();
+        window->load();
         window->show();
         tool("miDeltaVP")->trigger();
         tool("miBlue")->trigger();
@@ -252,8 +252,8 @@ private slots:
 
         window.reset();
         makeWindow();
-        window->Load();
-        QVERIFY(state->bDeltaVP);
+        window->load();
+        QVERIFY(state->deltaVP);
         QCOMPARE(background(), QColor(0, 0, 0xC0));
         window->show();
         tool("miDeltaVP")->trigger();
@@ -279,21 +279,21 @@ private slots:
         QFETCH(QString, stored);
         QFETCH(QColor, color);
         makeWindow();
-        window->Load();
+        window->load();
         window->show();
         this->tool(tool)->trigger();
         QVERIFY(window->close());
         QCOMPARE(Registry::Get(ScreenSettings, "Background"), stored);
         window.reset();
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(background(), color);
     }
 
     void noFillIsKeptAsTheDesktopColour() {
         makeWindow();
         const QBrush system = window->mdiArea()->background();
-        window->Load();
+        window->load();
         window->show();
         tool("miRed")->trigger();
         tool("miNoFill")->trigger();
@@ -302,7 +302,7 @@ private slots:
         QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("2147483649"));
         window.reset();
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(window->background(), 0x80000001u);
         QCOMPARE(window->mdiArea()->background(), system);
     }
@@ -310,7 +310,7 @@ private slots:
     void aLoadWithNoPortAsksForOne() {
         ScriptedDialogs dialogs;
         makeWindow();
-        window->Load();
+        window->load();
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text,
                  QStringLiteral("Please go to Pellamor->Properties\r\nand select a port that "
@@ -325,11 +325,11 @@ private slots:
     void aDisplayInstanceReadsTheRelayOnThisMachineUnlessToldOtherwise() {
         ScriptedDialogs dialogs;
         Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "6", "None");
-        state->bDisplayMode = true;
+        state->displayMode = true;
         makeWindow();
-        window->Load();
-        QCOMPARE(window->instrument().portSettings.sHost, QStringLiteral("localhost"));
-        QCOMPARE(window->instrument().portSettings.sTcpPort, QStringLiteral("5555"));
+        window->load();
+        QCOMPARE(window->instrument().portSettings.host, QStringLiteral("localhost"));
+        QCOMPARE(window->instrument().portSettings.tcpPort, QStringLiteral("5555"));
         // Only memory changes at the load; the store keeps what it had.
         QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\SerialPort", "6"), QStringLiteral("None"));
     }
@@ -338,7 +338,7 @@ private slots:
         ScriptedDialogs dialogs;
         Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "0", "25");
         makeWindow();
-        window->Load();
+        window->load();
         QVERIFY(dialogs.messages.isEmpty());
         QVERIFY(!window->instrument().serialPort().isOpen());
         QVERIFY(!window->instrument().IPPort().isOpen());
@@ -347,10 +347,10 @@ private slots:
     void aWeatherRowBeingWrittenRefusesTheClose() {
         ScriptedDialogs dialogs;
         makeWindow();
-        window->Load();
+        window->load();
         dialogs.messages.clear(); // the load asked for a port
         window->show();
-        state->bLoggingWeather = true;
+        state->loggingWeather = true;
         QVERIFY(!window->close());
         QVERIFY(window->isVisible());
         QCOMPARE(dialogs.messages.size(), 1);
@@ -370,12 +370,12 @@ private slots:
     void aWeatherRowFinishingInTheWaitingEventsLetsTheCloseGoOn() {
         ScriptedDialogs dialogs;
         makeWindow();
-        window->Load();
+        window->load();
         dialogs.messages.clear(); // the load asked for a port
         window->show();
-        state->bLoggingWeather = true;
+        state->loggingWeather = true;
         QMetaObject::invokeMethod(
-            window.get(), [this] { state->bLoggingWeather = false; }, Qt::QueuedConnection);
+            window.get(), [this] { state->loggingWeather = false; }, Qt::QueuedConnection);
         QVERIFY(window->close());
         QVERIFY(dialogs.messages.isEmpty());
         QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));

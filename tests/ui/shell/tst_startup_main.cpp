@@ -97,7 +97,7 @@ private slots:
         // The splash stood for its second and is gone.
         QVERIFY(clock.elapsed() >= 1000);
         QVERIFY(!splashShown());
-        QVERIFY(!state->bDisplayMode);
+        QVERIFY(!state->displayMode);
         QVERIFY(start->mainWindow());
         QVERIFY(start->mainWindow()->isVisible());
         QVERIFY(!saidTitle(*dialogs, "Tarnwick"));
@@ -201,7 +201,7 @@ private slots:
         QCOMPARE(question.icon, Dialogs::Icon::Information);
         QCOMPARE(question.buttons, Dialogs::Buttons::OkCancel);
         QVERIFY(!start->mainWindow());
-        QVERIFY(!state->bDisplayMode);
+        QVERIFY(!state->displayMode);
         QVERIFY(!QFile::exists(Registry::StoreFilePath()));
         QVERIFY(!QFile::exists(relayStarts()));
     }
@@ -212,7 +212,7 @@ private slots:
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
         QCOMPARE(start->Main(), std::nullopt);
-        QVERIFY(state->bDisplayMode);
+        QVERIFY(state->displayMode);
         QCOMPARE(dialogs->messages.at(0).text, displayQuestion);
         QVERIFY(start->mainWindow()->isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(relayStarts()), 5000);
