@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/SettingKeys.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -51,6 +53,20 @@ inline QString Get(const QString& keyPath, const QString& valueName) {
 }
 inline void Set(const QString& keyPath, const QString& valueName, const QString& value) {
     SetKeyValue(HKEY_CURRENT_USER, keyPath, valueName, value, REG_SZ);
+}
+// A setting by its row of the key table.
+inline QString Get(const SettingKey& key) {
+    return Get(key.keyPath(), key.valueName());
+}
+inline void Set(const SettingKey& key, const QString& value) {
+    Set(key.keyPath(), key.valueName(), value);
+}
+// One value of a key whose values are named by the user: a track, a column, a port value.
+inline QString Get(const SettingKey& key, const QString& name) {
+    return Get(key.keyPath(), name);
+}
+inline void Set(const SettingKey& key, const QString& name, const QString& value) {
+    Set(key.keyPath(), name, value);
 }
 
 } // namespace Registry

@@ -11,8 +11,6 @@ namespace Settings {
 
 namespace {
 
-const QString screenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
-
 struct FieldName {
     PlacementField field;
     const char* name;
@@ -25,14 +23,12 @@ constexpr std::array<FieldName, 4> placementFields{{{PlacementField::Width, "Wid
 } // namespace
 
 void SaveScale(float scale) {
-    Registry::Set(screenSettingsKey, QStringLiteral("Scale"), NumberText::General(scale));
+    Registry::Set(SettingKeys::Scale, NumberText::General(scale));
 }
 
 float LoadScale() {
-    float scale = 1;
-    if (auto stored =
-            NumberText::ToSingle(Registry::Get(screenSettingsKey, QStringLiteral("Scale"))))
-        scale = *stored;
+    const float scale = NumberText::ToSingle(Registry::Get(SettingKeys::Scale))
+                            .value_or(SettingKeys::Scale.fallback.toFloat());
     return std::clamp(scale, 0.25f, 4.0f);
 }
 

@@ -1,5 +1,7 @@
 #include "core/ViewTable.h"
 
+#include "core/SettingKeys.h"
+
 #include <algorithm>
 
 namespace ViewTable {
@@ -53,8 +55,7 @@ const std::array<Entry, Count> Views{{
 // clang-format on
 
 QString placementKey(View view) {
-    return QStringLiteral("SOFTWARE\\Zorvane\\") + entry(view).branch.toString() +
-           QStringLiteral("\\ScreenSettings");
+    return SettingKeys::placementPath(entry(view).branch);
 }
 
 const Entry* findByCommand(QStringView command) {

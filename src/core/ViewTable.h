@@ -37,7 +37,7 @@ struct Entry {
     View view;
     QStringView objectName;
     QStringView caption;
-    QStringView branch;  // SOFTWARE\Zorvane\<branch>\ScreenSettings holds its placement
+    QStringView branch;  // names the key that holds its placement
     QStringView command; // the tool that shows it
     // 1 and up: the place of the view when a replayed row is handed out; 0, it shows only the
     // present and takes no part.

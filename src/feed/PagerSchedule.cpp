@@ -20,8 +20,7 @@ qint32 PagerSchedule::frequencyFromText(const QString& text) {
 }
 
 qint32 PagerSchedule::loadFrequency() {
-    return frequencyFromText(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
-                                           QStringLiteral("PagerFrequency")));
+    return frequencyFromText(Registry::Get(SettingKeys::PagerFrequency));
 }
 
 bool PagerSchedule::tick() {

@@ -19,7 +19,7 @@ public:
     static std::optional<qint32> storedFrequency(const QString& text);
     // A stored frequency as text; anything not a number or outside 0 to 135 is the default.
     static qint32 frequencyFromText(const QString& text);
-    // PagerFrequency under SOFTWARE\Zorvane\Main\Defaults\, as the main window loads it.
+    // The PagerFrequency setting, as the main window loads it.
     static qint32 loadFrequency();
 
     qint32 frequency() const { return ticksBetweenPages; }

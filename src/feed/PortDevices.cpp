@@ -19,7 +19,7 @@ QString PortDevice(int comPort) {
 #else
 
 QString PortDevice(int comPort) {
-    const QString device = Registry::Get(PortDevicesKey, entryName(comPort));
+    const QString device = Registry::Get(SettingKeys::PortDevices, entryName(comPort));
     if (device != Registry::NoKeyValue)
         return device;
     return QStringLiteral("/dev/ttyS") + QString::number(comPort - 1);
@@ -29,7 +29,8 @@ QString PortDevice(int comPort) {
 
 void SetPortDevice(int comPort, const QString& device) {
     if (device.trimmed().isEmpty())
-        Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, PortDevicesKey, entryName(comPort));
+        Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::PortDevices.keyPath(),
+                                 entryName(comPort));
     else
-        Registry::Set(PortDevicesKey, entryName(comPort), device.trimmed());
+        Registry::Set(SettingKeys::PortDevices, entryName(comPort), device.trimmed());
 }

@@ -45,17 +45,17 @@ QString entryAt(const QStringList& list, qint16 position) {
 void LoadPortSettings(PortSettings& settings) {
     for (int i = 0; i < int(std::size(Positions)); ++i) {
         const QString name = QString::number(i);
-        const QString stored = Registry::Get(PortSettingsKey, name);
+        const QString stored = Registry::Get(SettingKeys::PortSettings, name);
         if (stored == Registry::NoKeyValue)
-            Registry::Set(PortSettingsKey, name, QString::number(settings.*Positions[i]));
+            Registry::Set(SettingKeys::PortSettings, name, QString::number(settings.*Positions[i]));
         else
             readPosition(stored, settings.*Positions[i]);
     }
     for (int i = 0; i < int(std::size(Texts)); ++i) {
         const QString name = QString::number(FirstTextName + i);
-        const QString stored = Registry::Get(PortSettingsKey, name);
+        const QString stored = Registry::Get(SettingKeys::PortSettings, name);
         if (stored == Registry::NoKeyValue) {
-            Registry::Set(PortSettingsKey, name, Texts[i].seed);
+            Registry::Set(SettingKeys::PortSettings, name, Texts[i].seed);
             settings.*Texts[i].member = Texts[i].seed;
         } else {
             settings.*Texts[i].member = stored.trimmed();
@@ -66,12 +66,12 @@ void LoadPortSettings(PortSettings& settings) {
 void SavePortSettings(const PortSettings& settings, const PortSettings& asLoaded) {
     for (int i = 0; i < int(std::size(Positions)); ++i) {
         if (settings.*Positions[i] != asLoaded.*Positions[i])
-            Registry::Set(PortSettingsKey, QString::number(i),
+            Registry::Set(SettingKeys::PortSettings, QString::number(i),
                           QString::number(settings.*Positions[i]));
     }
     for (int i = 0; i < int(std::size(Texts)); ++i) {
         if (settings.*Texts[i].member != asLoaded.*Texts[i].member)
-            Registry::Set(PortSettingsKey, QString::number(FirstTextName + i),
+            Registry::Set(SettingKeys::PortSettings, QString::number(FirstTextName + i),
                           settings.*Texts[i].member);
     }
 }

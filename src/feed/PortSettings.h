@@ -34,8 +34,6 @@ inline constexpr qint16 NoComPort = 0;
 inline constexpr qint16 LastComPort = 24;
 inline constexpr qint16 TcpIpComPort = 25;
 
-inline const QString PortSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
-
 // Reads the eight values "0" to "7". A value that is missing is written from memory, except
 // the host and port, which are seeded with "localhost" and "5555". There is deliberately no
 // other default: a first run has no port at 110 baud, 4 data bits, and the user picks usable

@@ -4,7 +4,7 @@
 #include "feed/WeatherQuantities.h"
 
 QString BuildStatusLine(const WeatherRecord& record) {
-    static const QString columnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+    static const QString columnsKey = SettingKeys::LogColumns.keyPath();
     static const QStringList names = [] {
         QStringList list;
         for (const WeatherQuantity& quantity : WeatherQuantities)

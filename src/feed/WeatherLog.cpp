@@ -36,8 +36,7 @@ void LogWeather(AppState& state, const QDateTime& now) {
     if (now.date() != state.weatherLogDay) {
         state.weatherLogDay = now.date();
         state.weatherLogPath = WeatherLogPath(now.date());
-        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog"),
-                      state.weatherLogPath);
+        Registry::Set(SettingKeys::WeatherLog, state.weatherLogPath);
         file.close();
     }
     // The file stays open from row to row, unbuffered: each row is one write, so after a crash

@@ -30,7 +30,7 @@ struct Column {
     QStringView logField; // field of the Log table; empty for the run number
     LoadForm loadForm;
     QStringView pattern; // for Pattern and PatternUnlessZero
-    // Value name under SOFTWARE\Zorvane\LogColumns\, empty for the columns that are always
+    // Value name in the log columns setting, empty for the columns that are always
     // shown. It is also the caption of the column's check box in the column dialogue.
     QStringView visibilityValue;
     QStringView menuItem; // objectName of the "Show Column" menu item

@@ -8,41 +8,44 @@
 
 namespace RaceLogDefaults {
 
-const std::array<DefaultValue, 4> DefaultValues{{
-    {u"PF", true},
-    {u"TSR", true},
-    {u"CarNumber", false},
-    {u"TargetET", true},
-}};
+namespace {
+
+bool isNumeric(const SettingKey& value) {
+    return value.kind == SettingKey::Kind::Number;
+}
+
+} // namespace
 
 QString TypeKey(const QString& name) {
-    return name.isEmpty() ? DefaultsKey : DefaultsKey + Registry::KeyName(name) + u'\\';
+    const QString defaults = SettingKeys::RaceLogTypes.keyPath();
+    return name.isEmpty() ? defaults : defaults + Registry::KeyName(name) + u'\\';
 }
 
 QStringList RaceLogTypes() {
     QStringList types;
-    Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, DefaultsKey, types);
+    Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(), types);
     return types;
 }
 
 QStringList RaceTracks() {
     QStringList tracks;
-    Registry::EnumValues(Registry::HKEY_CURRENT_USER, TracksKey, tracks);
+    Registry::EnumValues(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(), tracks);
     return tracks;
 }
 
-std::optional<QString> ShownText(const DefaultValue& value, const QString& stored) {
-    if (value.numeric)
+std::optional<QString> ShownText(const SettingKey& value, const QString& stored) {
+    if (isNumeric(value))
         return NumberText::IsNumeric(stored) ? std::optional(stored) : std::nullopt;
     return stored == Registry::NoKeyValue ? QString() : stored;
 }
 
-bool IsStored(const DefaultValue& value, const QString& text) {
-    return !value.numeric || NumberText::IsNumeric(text);
+bool IsStored(const SettingKey& value, const QString& text) {
+    return !isNumeric(value) || NumberText::IsNumeric(text);
 }
 
 QString SystemTemplatePath() {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/Bramholdtrack.xls");
+    return QCoreApplication::applicationDirPath() + u'/' +
+           SettingKeys::MasterTemplate.fallback.toString();
 }
 
 // A folder passes the test as well as a file: the user is trusted to pick a workbook.

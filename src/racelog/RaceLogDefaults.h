@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/SettingKeys.h"
+
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -11,11 +13,6 @@
 // tracks the user visits, and the Excel template.
 namespace RaceLogDefaults {
 
-inline const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
-inline const QString TracksKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Tracks\\");
-inline const QString TemplatesKey = QStringLiteral("SOFTWARE\\Zorvane\\Templates\\");
-inline const QString PagerFrequencyValue = QStringLiteral("PagerFrequency");
-inline const QString MasterTemplateValue = QStringLiteral("MasterTemplate");
 // The value a track is stored with; only its name counts.
 inline const QString TrackData = QStringLiteral("0");
 
@@ -27,20 +24,18 @@ QString TypeKey(const QString& name);
 QStringList RaceLogTypes();
 QStringList RaceTracks();
 
-// One default value of a race log type. The numbers are kept only when they are numbers, so
-// a new log never starts from text it cannot predict with; the car number is any text.
-struct DefaultValue {
-    QStringView valueName;
-    bool numeric;
-};
-// In the order they are read and written: PF, TSR, CarNumber, TargetET.
-extern const std::array<DefaultValue, 4> DefaultValues;
+// The default values of a race log type, in the order they are read and written: PF, TSR,
+// CarNumber, TargetET. The numbers are kept only when they are numbers, so a new log never
+// starts from text it cannot predict with; the car number is any text.
+inline constexpr std::array<const SettingKey*, 4> DefaultValues{
+    &SettingKeys::DefaultPF, &SettingKeys::DefaultTSR, &SettingKeys::DefaultCarNumber,
+    &SettingKeys::DefaultTargetET};
 
 // The text a field takes from a stored value; nullopt leaves the field as it stands. A number
 // that is missing or no number leaves its field alone; a missing car number empties it.
-std::optional<QString> ShownText(const DefaultValue& value, const QString& stored);
+std::optional<QString> ShownText(const SettingKey& value, const QString& stored);
 // Whether a field's text is written as the default.
-bool IsStored(const DefaultValue& value, const QString& text);
+bool IsStored(const SettingKey& value, const QString& text);
 
 // The template shipped with the program, in its own folder.
 QString SystemTemplatePath();

@@ -9,12 +9,9 @@ namespace RaceLogFileRequests {
 
 namespace {
 
-const QString PathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
-const QString PathValue = QStringLiteral("0");
-
 // The remembered folder, or the fallback when none is kept.
 QString startFolder(const QString& fallback) {
-    const QString folder = Registry::Get(PathKey, PathValue);
+    const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
     return folder == Registry::NoKeyValue ? fallback : folder;
 }
 
@@ -50,7 +47,7 @@ Dialogs::FileRequest openRequest() {
 }
 
 void rememberFolder(const QString& chosenPath) {
-    Registry::Set(PathKey, PathValue, QFileInfo(chosenPath).absolutePath());
+    Registry::Set(SettingKeys::FileDialogFolder, QFileInfo(chosenPath).absolutePath());
 }
 
 Dialogs::FileChoice withExtension(const Dialogs::FileChoice& chosen) {

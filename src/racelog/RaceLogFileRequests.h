@@ -6,7 +6,7 @@
 #include <QString>
 
 // The file dialogs of race logs: what they show, where they start, and the folder they
-// remember. Open and save share one remembered folder under SOFTWARE\Zorvane\RaceLog\Path.
+// remember. Open and save share one remembered folder, the file dialog folder setting.
 namespace RaceLogFileRequests {
 
 // "Tarnwick Race Log Files (*.trl) |*.trl|All Files (*.*) |*.*|"

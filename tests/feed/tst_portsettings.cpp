@@ -7,6 +7,9 @@
 #include <QTest>
 #include <memory>
 
+const QString PortSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
+const QString PortDevicesKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort\\Devices");
+
 namespace {
 
 QString stored(int name) {

@@ -29,9 +29,6 @@ using namespace RaceLogDefaults;
 
 namespace {
 
-const QString FileDialogPathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
-const QString FileDialogPathValue = QStringLiteral("0");
-
 constexpr int DialogWidth = 460;
 
 template <typename Widget> Widget* named(Widget* widget, const char* name) {
@@ -248,7 +245,7 @@ void ConfigurationDialog::load() {
 
 // The shipped template is the system default; any other path is the user's own folder.
 void ConfigurationDialog::loadTemplate() {
-    const QString path = Registry::Get(TemplatesKey, MasterTemplateValue);
+    const QString path = Registry::Get(SettingKeys::MasterTemplate);
     if (path == Registry::NoKeyValue || path == SystemTemplatePath()) {
         optTemplateDefault->setChecked(true);
         return;
@@ -265,7 +262,7 @@ void ConfigurationDialog::fillRaceTracks() {
 // picks a choice; a frequency below one minute shows none.
 bool ConfigurationDialog::loadPagerFrequency() {
     const std::optional<qint32> frequency =
-        PagerSchedule::storedFrequency(Registry::Get(DefaultsKey, PagerFrequencyValue));
+        PagerSchedule::storedFrequency(Registry::Get(SettingKeys::PagerFrequency));
     if (!frequency)
         return false;
     setPagerFrequency(*frequency);
@@ -281,9 +278,9 @@ void ConfigurationDialog::fillPageIdentifiers() {
 // empty. Each field is named for its value: txtPF shows PF.
 void ConfigurationDialog::loadFields() {
     const QString key = TypeKey(cboPageIdentifier->currentText());
-    for (const DefaultValue& value : DefaultValues) {
-        const QString name = value.valueName.toString();
-        if (const auto shown = ShownText(value, Registry::Get(key, name)))
+    for (const SettingKey* value : DefaultValues) {
+        const QString name = value->valueName();
+        if (const auto shown = ShownText(*value, Registry::Get(key, name)))
             findChild<QLineEdit*>(QStringLiteral("txt") + name)->setText(*shown);
     }
 }
@@ -298,15 +295,15 @@ void ConfigurationDialog::save() {
 // A path that names no file is passed over without a word.
 void ConfigurationDialog::saveTemplate() {
     if (const auto path = TemplateToStore(optTemplateDefault->isChecked(), txtTemplateFile->text()))
-        Registry::Set(TemplatesKey, MasterTemplateValue, *path);
+        Registry::Set(SettingKeys::MasterTemplate, *path);
 }
 
 void ConfigurationDialog::saveFields() {
     const QString key = TypeKey(cboPageIdentifier->currentText());
-    for (const DefaultValue& value : DefaultValues) {
-        const QString name = value.valueName.toString();
+    for (const SettingKey* value : DefaultValues) {
+        const QString name = value->valueName();
         const QString text = findChild<QLineEdit*>(QStringLiteral("txt") + name)->text();
-        if (IsStored(value, text))
+        if (IsStored(*value, text))
             Registry::Set(key, name, text);
     }
 }
@@ -324,7 +321,8 @@ void ConfigurationDialog::saveSetting() {
 
 void ConfigurationDialog::removeSetting() {
     cmdRemoveSetting->setEnabled(false);
-    Registry::DeleteKey(Registry::HKEY_CURRENT_USER, DefaultsKey, cboPageIdentifier->currentText());
+    Registry::DeleteKey(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(),
+                        cboPageIdentifier->currentText());
     fillPageIdentifiers();
 }
 
@@ -337,7 +335,7 @@ void ConfigurationDialog::pageIdentifierChosen() {
 void ConfigurationDialog::pagerFrequencyChosen(int choice) {
     const int ticks = cboPagerFrequency->itemData(choice).toInt();
     setPagerFrequency(ticks);
-    Registry::Set(DefaultsKey, PagerFrequencyValue, NumberText::General(float(ticks)));
+    Registry::Set(SettingKeys::PagerFrequency, NumberText::General(float(ticks)));
 }
 
 // Tracks are told apart by their exact names: "Bristol" and "bristol" are two tracks.
@@ -347,12 +345,12 @@ void ConfigurationDialog::addTrack() {
         cboRaceTrack->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
         return;
     cboRaceTrack->addItem(name);
-    Registry::Set(TracksKey, name, TrackData);
+    Registry::Set(SettingKeys::Tracks, name, TrackData);
 }
 
 // Race logs that hold the track keep it: they store its name, not a reference.
 void ConfigurationDialog::removeTrack() {
-    Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, TracksKey,
+    Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(),
                              cboRaceTrack->currentText().trimmed());
     fillRaceTracks();
 }
@@ -363,7 +361,7 @@ void ConfigurationDialog::chooseTemplate() {
     request.title = QStringLiteral("Choose Excel Template");
     request.filter = QStringLiteral("Microsoft Excel Files (*.xls) |*.xls|");
     request.fileName = QStringLiteral("*.xls");
-    if (const QString folder = Registry::Get(FileDialogPathKey, FileDialogPathValue);
+    if (const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;
     if (const auto choice = Dialogs::ChooseFile(request))

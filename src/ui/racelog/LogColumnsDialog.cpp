@@ -15,8 +15,6 @@
 
 namespace {
 
-const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
-
 // The boxes stand in columns of this many, top to bottom, in the order of the menu.
 constexpr int BoxesPerColumn = 11;
 
@@ -61,11 +59,11 @@ LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
 // The value of each box is named by the box's caption.
 void LogColumnsDialog::showChoice() {
     for (QCheckBox* box : checkBoxes)
-        box->setChecked(Registry::Get(LogColumnsKey, box->text()) == u"1");
+        box->setChecked(Registry::Get(SettingKeys::LogColumns, box->text()) == u"1");
 }
 
 void LogColumnsDialog::storeChoice() {
     for (QCheckBox* box : checkBoxes)
-        Registry::Set(LogColumnsKey, box->text(),
+        Registry::Set(SettingKeys::LogColumns, box->text(),
                       box->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
 }

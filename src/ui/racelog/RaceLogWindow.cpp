@@ -35,8 +35,7 @@
 
 namespace {
 
-const QString PlacementKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings");
-const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
+const QString PlacementKey = SettingKeys::placementPath(u"RaceLog");
 
 // The corner cell of the run table tells whether the side panel is open.
 const QString PanelClosedMark = QStringLiteral(">>>");
@@ -160,7 +159,7 @@ void RaceLogWindow::setupGrid() {
         table.setCell(0, column.number, column.caption.toString());
         // Only an exact "0" hides: a column never chosen either way is shown.
         if (column.canBeHidden() &&
-            Registry::Get(LogColumnsKey, column.visibilityValue.toString()) == u"0")
+            Registry::Get(SettingKeys::LogColumns, column.visibilityValue.toString()) == u"0")
             showColumnMenu->toggleColumn(column.number);
     }
 }

@@ -33,9 +33,6 @@
 
 namespace {
 
-const QString ScreenSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
-const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");
-
 // The user manual is installed beside the program: <prefix>/bin and
 // <prefix>/share/tarnwick/manual.
 QString manualIndexPath() {
@@ -155,7 +152,7 @@ void MainWindow::showDisplayCaption() {
 // A stored text that is no colour of the palette keeps the workspace colour and stays in the
 // store as the user wrote it, until the user picks a colour.
 void MainWindow::loadBackground() {
-    const QString text = Registry::Get(ScreenSettingsKey, QStringLiteral("Background"));
+    const QString text = Registry::Get(SettingKeys::Background);
     if (text == Registry::NoKeyValue)
         return;
     const std::optional<double> number = NumberText::ToDouble(text);
@@ -172,7 +169,7 @@ void MainWindow::loadPagerFrequency() {
 }
 
 void MainWindow::loadDeltaVP() {
-    const QString text = Registry::Get(DefaultsKey, QStringLiteral("DeltaVP"));
+    const QString text = Registry::Get(SettingKeys::DeltaVP);
     state.deltaVP = text == u"1";
     deltaVPUnread = !state.deltaVP && text != u"0" && text != Registry::NoKeyValue;
     bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.deltaVP);
@@ -297,15 +294,13 @@ void MainWindow::saveDeltaVP() {
     if (deltaVPUnread)
         return;
     const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
-    Registry::Set(DefaultsKey, QStringLiteral("DeltaVP"),
-                  on ? QStringLiteral("1") : QStringLiteral("0"));
+    Registry::Set(SettingKeys::DeltaVP, on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
 void MainWindow::saveBackground() {
     if (backgroundUnread)
         return;
-    Registry::Set(ScreenSettingsKey, QStringLiteral("Background"),
-                  Palette::ToText(backgroundColor));
+    Registry::Set(SettingKeys::Background, Palette::ToText(backgroundColor));
 }
 
 void MainWindow::openFile(const QString& path) {

@@ -18,6 +18,8 @@
 #include <QTest>
 #include <memory>
 
+const QString PortSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
+
 namespace {
 
 const PortSettings Usual{3, 5, 0, 4, 0, 0, "None", "None"};

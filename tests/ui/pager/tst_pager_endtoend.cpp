@@ -14,6 +14,8 @@
 #include <QTest>
 #include <memory>
 
+const QString PortSettingsKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
+
 namespace {
 
 const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\");

@@ -1,0 +1,9 @@
+#include "core/SettingKeys.h"
+
+namespace SettingKeys {
+
+QString placementPath(QStringView branch) {
+    return WindowPlacement.keyPath().arg(branch);
+}
+
+} // namespace SettingKeys

@@ -1,0 +1,1 @@
+const char16_t* frequencyKey = u"SOFTWARE\\Zorvane\\Main\\Defaults\\";
