@@ -1,8 +1,12 @@
 #include "core/Registry.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <algorithm>
@@ -28,11 +32,14 @@ QString groupOf(const QString& keyPath) {
 }
 
 // The store stays open for the life of the process and keeps the tree in memory. On Windows
-// the registry is its own cache. Elsewhere a read looks, with one stat of the file, whether
-// the file changed since it was last read or written (another instance, or a person with an
-// editor) and reads it again only then; a write goes through to the file before the call
-// returns, so another process reads it at once and a crash right after loses nothing. The
-// file is opened anew when the settings folder moves, as it does between the homes of tests.
+// the registry is its own cache. Elsewhere the file is read once and then watched: when it or
+// its folder changes (another instance, or a person with an editor), the next read looks
+// whether the file is another than the one last read or written, and reads it again only
+// then. Between two changes a read touches no file at all, so a feed line costs no look at
+// the settings. A write goes through to the file before the call returns, so another
+// process reads it at once and a crash right after loses nothing. Where nothing can be
+// watched (no event loop, or no folder yet) every read looks. The file is opened anew when
+// the settings folder moves, as it does between the homes of tests.
 class Store {
 public:
     QSettings* open() {
@@ -47,9 +54,15 @@ public:
             localPath = QFile::encodeName(path);
             read = {};
             ++changes;
+            stale = true;
         }
-        if (fileStamp() != read)
-            writeThrough();
+        if (stale || !watchingFile || !watcher) {
+            stale = false;
+            if (fileStamp() != read)
+                writeThrough();
+            else
+                watch();
+        }
 #endif
         return settings.get();
     }
@@ -64,11 +77,34 @@ public:
         settings->sync();
 #ifndef Q_OS_WIN
         read = fileStamp();
+        watch();
 #endif
     }
 
 private:
 #ifndef Q_OS_WIN
+    // Watches the file as it now stands and its folder. A save puts a new file in place of
+    // the old one, so the file's watch is set anew after each read or write; the folder's
+    // watch sees a file put in place by someone else.
+    void watch() {
+        if (!QCoreApplication::instance())
+            return;
+        // The watcher goes with the application, while the store lives on to the end.
+        if (!watcher) {
+            watcher = new QFileSystemWatcher(QCoreApplication::instance());
+            QObject::connect(watcher, &QFileSystemWatcher::fileChanged, [this] { stale = true; });
+            QObject::connect(watcher, &QFileSystemWatcher::directoryChanged,
+                             [this] { stale = true; });
+        }
+        const QString path = settings->fileName();
+        const QString folder = QFileInfo(path).absolutePath();
+        for (const QStringList& watched : {watcher->files(), watcher->directories()})
+            if (!watched.isEmpty())
+                watcher->removePaths(watched);
+        watchingFile = QFileInfo::exists(folder) && watcher->addPath(folder) &&
+                       QFileInfo::exists(path) && watcher->addPath(path);
+    }
+
     // What tells one version of the file from another: a rewrite in place changes the size or
     // the times, a replacement the inode.
     struct Stamp {
@@ -93,6 +129,9 @@ private:
 
     QByteArray localPath;
     Stamp read;
+    QPointer<QFileSystemWatcher> watcher;
+    bool watchingFile = false;
+    bool stale = true;
 #endif
     std::unique_ptr<QSettings> settings;
     quint64 changes = 0;
@@ -225,8 +264,8 @@ void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, co
         stored = value;
         break;
     }
-    // Writing the value it already holds would rewrite the whole file for nothing; the
-    // feed writes the weather log path with every row.
+    // Writing the value it already holds would rewrite the whole file for nothing, as
+    // the settings saved at exit mostly are.
     if (settings->contains(key) && settings->value(key).toString() == stored.toString())
         return;
     const Change change;

@@ -9,8 +9,9 @@
 // elsewhere one INI file, $XDG_CONFIG_HOME/Zorvane/registry.ini, stands for that hive, with
 // the same key paths ("SOFTWARE\Zorvane\Main\Defaults\"). Reads never fail visibly: a missing
 // key, a missing value, an empty value and any error all answer NoKeyValue. Writes fail in
-// silence. The tree is kept in memory and every write goes through to the file at once; a
-// read takes in what another process wrote, so two processes see each other's writes.
+// silence. The tree is kept in memory and every write goes through to the file at once. The
+// file is watched: what another process wrote is what the first read after the program hears
+// of the change gives, so two processes see each other's writes.
 namespace Registry {
 
 inline const QString NoKeyValue = QStringLiteral("No Key Value");
