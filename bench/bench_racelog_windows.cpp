@@ -112,9 +112,15 @@ void feedLineToLogs(benchmark::State& bench, int logCount) {
                             "1410 120 275 7 11 340\r";
     for (auto _ : bench)
         feed.serialBytes(line);
-    if (!logs.back()->windowTitle().contains(QStringLiteral("ET: ")))
+    if (!logs.empty() && !logs.back()->windowTitle().contains(QStringLiteral("ET: ")))
         bench.SkipWithError("the captions did not follow the feed");
 }
+
+// The same line with no log open, the base the logs add to.
+void BM_FeedLineWithNoLog(benchmark::State& bench) {
+    feedLineToLogs(bench, 0);
+}
+BENCHMARK(BM_FeedLineWithNoLog)->Unit(benchmark::kMicrosecond);
 
 void BM_FeedLineWithOneLogOf500Runs(benchmark::State& bench) {
     feedLineToLogs(bench, 1);
