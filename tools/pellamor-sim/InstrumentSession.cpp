@@ -18,7 +18,7 @@ InstrumentSession::InstrumentSession(InstrumentLink& link, const Settings& setti
     connect(&link, &InstrumentLink::bytesReceived, this, &InstrumentSession::takeBytes);
 }
 
-void InstrumentSession::start() {
+void InstrumentSession::startTimedLines() {
     timer.start();
 }
 

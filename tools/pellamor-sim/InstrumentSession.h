@@ -25,7 +25,7 @@ public:
     InstrumentSession(InstrumentLink& link, const Settings& settings, QObject* parent = nullptr);
 
     // Starts the timed lines; the link must be open.
-    void start();
+    void startTimedLines();
 
 private:
     void sendTimedLine();

@@ -134,7 +134,7 @@ int main(int argc, char* argv[]) {
     InstrumentLink& link = *chosen->link;
     InstrumentSession session(link, *settings);
     QObject::connect(&link, &InstrumentLink::opened, &session, [&] {
-        session.start();
+        session.startTimedLines();
         Console::say("READY " + chosen->name);
     });
     // Without its link the instrument has nobody to talk to.

@@ -1,12 +1,15 @@
 #include "ui/racelog/RunGrid.h"
 
+#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "racelog/CellColor.h"
+#include "racelog/RaceLog.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "racelog/TypedKey.h"
 #include "ui/racelog/CellEditors.h"
-#include "ui/racelog/RunGridPrivate.h"
+#include "ui/racelog/RunCommands.h"
+#include "ui/racelog/RunMenus.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -33,6 +36,29 @@ bool isClipboardCode(int code) {
 }
 
 } // namespace
+
+// What a run grid keeps besides the view: the race log it shows, the cell editors, the menus,
+// and what the last mouse press left behind.
+struct RunGrid::Private {
+    Private(AppState& state, RaceLog& log, QWidget* grid)
+        : state(state), log(log), table(log.runs()), menus(grid) {}
+
+    AppState& state;
+    RaceLog& log;
+    RunTable& table; // the log's runs
+    RunMenus menus;
+    CellEditors* editors = nullptr;
+    // The corner cell, the handle of the side panel.
+    QAbstractButton* corner = nullptr;
+
+    // The cell the open editor writes into.
+    int editRow = 0;
+    int editColumn = 0;
+    // The last press lay outside the run cells: on a header, the corner or the empty area.
+    bool mouseOutside = false;
+    // The last press opened the row menu, so its release opens no column menu over it.
+    bool rowMenuFromPress = false;
+};
 
 RunGrid::RunGrid(AppState& state, RaceLog& log, QWidget* parent)
     : QTableView(parent), d(new Private(state, log, this)) {
@@ -348,4 +374,58 @@ void RunGrid::paintCorner() {
     const QColor color = CellColor::toQColor(look.foreground);
     painter.setPen(color.isValid() ? color : corner->palette().color(QPalette::ButtonText));
     painter.drawText(option.rect, Qt::AlignCenter, d->table.cell(0, 0));
+}
+
+// --- The run commands ---
+
+// The new run can be the reference run at once; it starts where the user will look at it.
+void RunGrid::newRun() {
+    const int row = RunEdits::newRun(d->log, QDateTime::currentDateTime());
+    setCurrentRunCell(row, 0);
+}
+
+void RunGrid::deleteRun() {
+    if (const int row = currentRunRow(); row >= 1)
+        if (const std::optional<int> next = RunCommands::deleteRun(d->log, row))
+            setCurrentRunCell(*next, 1);
+}
+
+// The runs the selection spans when it holds the current cell, else the current run alone.
+std::pair<int, int> RunGrid::selectedRuns() const {
+    const int row = currentRunRow();
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    if (!selectionModel()->isSelected(currentIndex()) || selected.isEmpty())
+        return {row, row};
+    int first = row;
+    int last = row;
+    for (const QModelIndex& cell : selected) {
+        first = qMin(first, cell.row() + 1);
+        last = qMax(last, cell.row() + 1);
+    }
+    return {first, last};
+}
+
+void RunGrid::cutRun() {
+    if (const auto [first, last] = selectedRuns(); first >= 1)
+        RunEdits::cutRuns(d->log, first, last, d->state.runClipboard);
+}
+
+void RunGrid::copyRun() {
+    if (const auto [first, last] = selectedRuns(); first >= 1)
+        d->state.runClipboard = RunClipboard::copy(d->table, first, last);
+}
+
+void RunGrid::pasteRun() {
+    if (const int row = currentRunRow(); row >= 1)
+        RunEdits::pasteRuns(d->log, row, d->state.runClipboard);
+}
+
+void RunGrid::getCurrentWeather() {
+    if (const int row = currentRunRow(); row >= 1)
+        RunCommands::importCurrentWeather(d->log, row, d->state.currentWeather);
+}
+
+void RunGrid::getLoggedWeather() {
+    if (const int row = currentRunRow(); row >= 1)
+        RunCommands::importLoggedWeather(d->log, row, d->state);
 }

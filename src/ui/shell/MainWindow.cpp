@@ -325,8 +325,8 @@ void MainWindow::dispatch(const QString& toolName) {
         command();
         return;
     }
-    if (toolName.startsWith(u"new") && newRaceLog)
-        newRaceLog(toolName.mid(3));
+    if (toolName.startsWith(u"new") && newRaceLogCommand)
+        newRaceLogCommand(toolName.mid(3));
 }
 
 QMdiArea* MainWindow::mdiArea() const {
@@ -339,7 +339,7 @@ void MainWindow::setCommand(const QString& toolName, std::function<void()> comma
 }
 
 void MainWindow::setNewRaceLog(std::function<void(const QString&)> command) {
-    newRaceLog = std::move(command);
+    newRaceLogCommand = std::move(command);
 }
 
 void MainWindow::setRaceLogLoader(std::function<RaceLogLoad(const QString&)> loader) {

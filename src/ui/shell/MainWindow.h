@@ -118,7 +118,7 @@ private:
     CommandBar* bar = nullptr;
     WeatherStation* station = nullptr;
     QHash<QString, std::function<void()>> commands;
-    std::function<void(const QString&)> newRaceLog;
+    std::function<void(const QString&)> newRaceLogCommand;
     std::function<RaceLogLoad(const QString&)> raceLogLoader;
     std::function<void()> raceLogListing;
     QBrush workspace; // the client area as the system paints it
