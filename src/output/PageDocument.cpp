@@ -1,0 +1,110 @@
+#include "output/PageDocument.h"
+
+#include "output/PageFonts.h"
+
+#include <QFontMetricsF>
+
+namespace {
+
+bool isReserved(double value) {
+    return value == PageDocument::Free || value == PageDocument::LastTop ||
+           value == PageDocument::LastRight || value == PageDocument::LastBottom;
+}
+
+// Texts are measured on a device of 254 dots an inch, where a dot is a tenth of a millimetre.
+const QImage& measuringDevice() {
+    static const QImage device = [] {
+        QImage image(1, 1, QImage::Format_RGB32);
+        image.setDotsPerMeterX(10000);
+        image.setDotsPerMeterY(10000);
+        return image;
+    }();
+    return device;
+}
+
+} // namespace
+
+PageDocument::PageDocument(const QSizeF& pageSize, const QRectF& outputRect)
+    : size(pageSize), output(outputRect), pages{Page()}, last(outputRect.topLeft(), QSizeF()) {
+    PageFonts::install();
+}
+
+void PageDocument::restoreStyle(int number) {
+    if (const auto found = stored.constFind(number); found != stored.cend())
+        current = *found;
+}
+
+QRectF PageDocument::writeText(double left, double top, double right, double bottom,
+                               const QString& text) {
+    QSizeF content = textSize(text, current);
+    // A box of fixed width wraps its text to the width, and a free height follows the lines.
+    if (right != Free) {
+        const double width = resolve(left, top, right, top, {}).width() - 2 * TextInset;
+        const QFontMetricsF metrics(PageFonts::font(current), &measuringDevice());
+        content.setHeight(metrics
+                              .boundingRect(QRectF(0, 0, qMax(width, 1.0), 1e9),
+                                            int(Qt::TextWordWrap | current.alignment), text)
+                              .height());
+    }
+    const QSizeF box = content + QSizeF(2 * TextInset, 2 * TextInset);
+    return add(Item::Kind::Text, place(resolve(left, top, right, bottom, box)), text, {});
+}
+
+QRectF PageDocument::drawFrame(double left, double top, double right, double bottom) {
+    return add(Item::Kind::Frame, place(resolve(left, top, right, bottom, {})), {}, {});
+}
+
+QRectF PageDocument::drawPicture(double left, double top, double right, double bottom,
+                                 const QImage& picture) {
+    // A free edge takes the picture's own size at 254 dots an inch.
+    const QSizeF natural(picture.width() * 10000.0 / qMax(picture.dotsPerMeterX(), 1),
+                         picture.height() * 10000.0 / qMax(picture.dotsPerMeterY(), 1));
+    return add(Item::Kind::Picture, place(resolve(left, top, right, bottom, natural)), {}, picture);
+}
+
+QSizeF PageDocument::textSize(const QString& text, const Style& style) {
+    const QFontMetricsF metrics(PageFonts::font(style), &measuringDevice());
+    return metrics.boundingRect(QRectF(0, 0, 1e9, 1e9), int(style.alignment), text).size();
+}
+
+double PageDocument::edge(double value) const {
+    if (value == LastTop)
+        return last.top();
+    if (value == LastRight)
+        return last.right();
+    if (value == LastBottom)
+        return last.bottom();
+    return value;
+}
+
+// The object's rectangle from its four edges; a free edge leaves the object its natural size.
+QRectF PageDocument::resolve(double left, double top, double right, double bottom,
+                             const QSizeF& natural) const {
+    const double x = left == Free ? output.left() : edge(left);
+    const double y = top == Free ? output.top() : edge(top);
+    const auto extent = [this](double far, double near, double size) {
+        if (far == Free)
+            return size;
+        if (far < 0 && !isReserved(far))
+            return -far;
+        return edge(far) - near;
+    };
+    return {x, y, extent(right, x, natural.width()), extent(bottom, y, natural.height())};
+}
+
+// An object that would cross the bottom of the output rectangle goes to the top of a new
+// page. One that starts at the top already stays however tall it is: no page could hold it.
+QRectF PageDocument::place(QRectF rect) {
+    if (rect.bottom() > output.bottom() && rect.top() > output.top()) {
+        pages.append(Page());
+        rect.moveTop(output.top());
+    }
+    return rect;
+}
+
+QRectF PageDocument::add(Item::Kind kind, const QRectF& rect, const QString& text,
+                         const QImage& picture) {
+    pages.last().append(Item{kind, rect, text, picture, current});
+    last = rect;
+    return rect;
+}
