@@ -30,6 +30,10 @@ std::optional<QColor> ChooseColor(const QColor& initial) {
     return installedSeam ? installedSeam->chooseColor(initial) : std::nullopt;
 }
 
+bool ChoosePrinter(QPagedPaintDevice& printer) {
+    return installedSeam && installedSeam->choosePrinter(printer);
+}
+
 QList<QPair<QString, QString>> FilterPairs(const QString& filter) {
     const QStringList parts = filter.split(u'|');
     QList<QPair<QString, QString>> pairs;

@@ -4,7 +4,9 @@
 #include <QString>
 #include <optional>
 
-// Every message box and file or colour dialog of the program goes through this one seam.
+class QPagedPaintDevice;
+
+// Every message box and file, print or colour dialog of the program goes through this one seam.
 // The windows install a seam that shows real dialogs; a test installs one that answers from
 // a script, so no person is needed. With no seam installed, a box answers its default.
 namespace Dialogs {
@@ -44,6 +46,8 @@ public:
     // nullopt when the user cancels
     virtual std::optional<FileChoice> chooseFile(const FileRequest& request) = 0;
     virtual std::optional<QColor> chooseColor(const QColor& initial) = 0;
+    // Sets up the printer as the user chooses; false when the user cancels.
+    virtual bool choosePrinter(QPagedPaintDevice& printer) = 0;
 };
 
 // Install a seam (nullptr removes it). The caller keeps ownership.
@@ -55,6 +59,8 @@ Answer Show(const Message& message);
 void Inform(const QString& text, const QString& title, Icon icon = Icon::Information);
 std::optional<FileChoice> ChooseFile(const FileRequest& request);
 std::optional<QColor> ChooseColor(const QColor& initial);
+// With no seam installed nothing is printed.
+bool ChoosePrinter(QPagedPaintDevice& printer);
 
 // Splits a filter in the program's form into (description, pattern) pairs.
 QList<QPair<QString, QString>> FilterPairs(const QString& filter);

@@ -50,3 +50,8 @@ std::optional<QColor> ScriptedDialogs::chooseColor(const QColor&) {
         return std::nullopt;
     return colors.dequeue();
 }
+
+bool ScriptedDialogs::choosePrinter(QPagedPaintDevice&) {
+    ++printRequests;
+    return !printers.isEmpty() && printers.dequeue();
+}

@@ -20,6 +20,8 @@ public:
     // Files for the next file dialogs; an empty path stands for Cancel.
     void queueFile(const QString& path) { files.enqueue(path); }
     void queueColor(const QColor& color) { colors.enqueue(color); }
+    // Answers for the next print dialogs; when they run out a print dialog is cancelled.
+    void queuePrinter(bool accepted) { printers.enqueue(accepted); }
     void echoTo(QTextStream* stream) { echo = stream; }
 
     // Reads answers from a text such as "Ok,Cancel,Yes".
@@ -28,14 +30,17 @@ public:
     Dialogs::Answer message(const Dialogs::Message& message) override;
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
+    bool choosePrinter(QPagedPaintDevice& printer) override;
 
     QList<Dialogs::Message> messages; // every box shown, in order
     QList<Dialogs::FileRequest> fileRequests;
+    int printRequests = 0;
 
 private:
     QQueue<Dialogs::Answer> answers;
     QQueue<QString> files;
     QQueue<QColor> colors;
+    QQueue<bool> printers;
     QTextStream* echo = nullptr;
     Dialogs::Seam* previous = nullptr;
 };

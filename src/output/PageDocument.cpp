@@ -36,6 +36,16 @@ void PageDocument::restoreStyle(int number) {
 
 QRectF PageDocument::writeText(double left, double top, double right, double bottom,
                                const QString& text) {
+    return this->text(left, top, right, bottom, text, false);
+}
+
+QRectF PageDocument::writeBox(double left, double top, double right, double bottom,
+                              const QString& text) {
+    return this->text(left, top, right, bottom, text, true);
+}
+
+QRectF PageDocument::text(double left, double top, double right, double bottom, const QString& text,
+                          bool framed) {
     QSizeF content = textSize(text, current);
     // A box of fixed width wraps its text to the width, and a free height follows the lines.
     if (right != Free) {
@@ -47,11 +57,11 @@ QRectF PageDocument::writeText(double left, double top, double right, double bot
                               .height());
     }
     const QSizeF box = content + QSizeF(2 * TextInset, 2 * TextInset);
-    return add(Item::Kind::Text, place(resolve(left, top, right, bottom, box)), text, {});
+    return add({Item::Kind::Text, place(resolve(left, top, right, bottom, box)), framed, text});
 }
 
 QRectF PageDocument::drawFrame(double left, double top, double right, double bottom) {
-    return add(Item::Kind::Frame, place(resolve(left, top, right, bottom, {})), {}, {});
+    return add({Item::Kind::Frame, place(resolve(left, top, right, bottom, {}))});
 }
 
 QRectF PageDocument::drawPicture(double left, double top, double right, double bottom,
@@ -59,7 +69,11 @@ QRectF PageDocument::drawPicture(double left, double top, double right, double b
     // A free edge takes the picture's own size at 254 dots an inch.
     const QSizeF natural(picture.width() * 10000.0 / qMax(picture.dotsPerMeterX(), 1),
                          picture.height() * 10000.0 / qMax(picture.dotsPerMeterY(), 1));
-    return add(Item::Kind::Picture, place(resolve(left, top, right, bottom, natural)), {}, picture);
+    return add({Item::Kind::Picture,
+                place(resolve(left, top, right, bottom, natural)),
+                false,
+                {},
+                picture});
 }
 
 QSizeF PageDocument::textSize(const QString& text, const Style& style) {
@@ -102,9 +116,9 @@ QRectF PageDocument::place(QRectF rect) {
     return rect;
 }
 
-QRectF PageDocument::add(Item::Kind kind, const QRectF& rect, const QString& text,
-                         const QImage& picture) {
-    pages.last().append(Item{kind, rect, text, picture, current});
-    last = rect;
-    return rect;
+QRectF PageDocument::add(Item item) {
+    item.style = current;
+    last = item.rect;
+    pages.last().append(std::move(item));
+    return last;
 }

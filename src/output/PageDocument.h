@@ -38,7 +38,8 @@ public:
     struct Item {
         enum class Kind { Text, Frame, Picture };
         Kind kind;
-        QRectF rect; // tenths of a millimetre on its page
+        QRectF rect;         // tenths of a millimetre on its page
+        bool framed = false; // a text drawn in a box
         QString text;
         QImage picture;
         Style style;
@@ -68,8 +69,10 @@ public:
     // A number never stored leaves the style as it is.
     void restoreStyle(int number);
 
-    // Each places one object and returns where it went, on the page that now is the last.
+    // Each places one object and returns where it went, on the page that now is the last. A
+    // box is a text with a frame around it.
     QRectF writeText(double left, double top, double right, double bottom, const QString& text);
+    QRectF writeBox(double left, double top, double right, double bottom, const QString& text);
     QRectF drawFrame(double left, double top, double right, double bottom);
     QRectF drawPicture(double left, double top, double right, double bottom, const QImage& picture);
 
@@ -89,7 +92,9 @@ private:
                    const QSizeF& natural) const;
     QRectF place(QRectF rect);
     double edge(double value) const;
-    QRectF add(Item::Kind kind, const QRectF& rect, const QString& text, const QImage& picture);
+    QRectF text(double left, double top, double right, double bottom, const QString& text,
+                bool framed);
+    QRectF add(Item item);
 
     QSizeF size;
     QRectF output;

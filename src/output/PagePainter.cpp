@@ -27,7 +27,7 @@ void drawItem(QPainter& painter, const PageDocument::Item& item) {
     case PageDocument::Item::Kind::Text:
         if (style.backgroundShown)
             painter.fillRect(item.rect, style.background);
-        if (style.framed) {
+        if (item.framed) {
             painter.setPen(pen(style));
             painter.setBrush(Qt::NoBrush);
             painter.drawRect(item.rect);

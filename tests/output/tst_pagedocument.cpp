@@ -90,28 +90,30 @@ private slots:
 
     void aStoredStyleComesBackAndObjectsKeepTheirs() {
         PageDocument document = shortPages();
-        document.style().framed = true;
+        document.style().backgroundShown = true;
         document.style().background = QColor(255, 255, 192);
         document.storeStyle(1);
-        document.writeText(10, 10, -170, Free, "framed");
-        document.style().framed = false;
+        document.writeBox(10, 10, -170, Free, "head");
+        document.style().backgroundShown = false;
         document.style().fontSize = 14;
-        document.writeText(10, LastBottom, -170, Free, "plain");
+        document.writeText(10, LastBottom, -170, Free, "row");
         document.restoreStyle(1);
-        QVERIFY(document.style().framed);
+        QVERIFY(document.style().backgroundShown);
         QCOMPARE(document.style().fontSize, 10.0);
         document.restoreStyle(7);
-        QVERIFY(document.style().framed);
-        QVERIFY(document.page(0)[0].style.framed);
-        QVERIFY(!document.page(0)[1].style.framed);
-        QCOMPARE(document.page(0)[1].style.fontSize, 14.0);
+        QVERIFY(document.style().backgroundShown);
+        const PageDocument::Page& page = document.page(0);
+        QVERIFY(page[0].framed && page[0].style.backgroundShown);
+        QCOMPARE(page[0].style.background, QColor(255, 255, 192));
+        QVERIFY(!page[1].framed && !page[1].style.backgroundShown);
+        QCOMPARE(page[1].style.fontSize, 14.0);
     }
 
     // The fonts of the layouts are set in installed families of the same widths.
     void theLayoutFontsHaveStandIns() {
         PageFonts::install();
         PageDocument::Style style;
-        QCOMPARE(QFontInfo(PageFonts::font(style)).family(), QStringLiteral("DejaVu Sans"));
+        QCOMPARE(QFontInfo(PageFonts::font(style)).family(), QStringLiteral("Liberation Sans"));
         style.fontFamily = QStringLiteral("Arial Narrow");
         QCOMPARE(QFontInfo(PageFonts::font(style)).family(),
                  QStringLiteral("Liberation Sans Narrow"));

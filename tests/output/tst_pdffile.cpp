@@ -27,13 +27,12 @@ PageDocument threePages() {
     PageDocument document(QSizeF(2794, 2159), QRectF(QPointF(100, 100), QPointF(2694, 2059)));
     document.metadata = {"Tarnwick - Viewer", "Tarnwick", "Tarnwick", "Tarnwick",
                          "Tarnwick, Pellamor, Oskerby"};
-    document.style().framed = true;
-    document.writeText(100, 100, -400, Free, QStringLiteral("RUN"));
+    document.writeBox(100, 100, -400, Free, QStringLiteral("RUN"));
     for (int row = 1; document.pageCount() < 3 || row % 10 != 0; ++row) {
         document.style().backgroundShown = row % 2 == 1;
         document.style().background = QColor(255, 255, 192);
-        document.writeText(100, PageDocument::LastBottom, -400, Free,
-                           QStringLiteral("Row %1").arg(row));
+        document.writeBox(100, PageDocument::LastBottom, -400, Free,
+                          QStringLiteral("Row %1").arg(row));
     }
     return document;
 }

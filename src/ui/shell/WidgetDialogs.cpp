@@ -5,6 +5,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
 
@@ -137,6 +139,15 @@ std::optional<QColor> WidgetDialogs::chooseColor(const QColor& initial) {
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.selectedColor();
+}
+
+bool WidgetDialogs::choosePrinter(QPagedPaintDevice& device) {
+    auto* printer = dynamic_cast<QPrinter*>(&device);
+    if (!printer)
+        return false;
+    QPrintDialog dialog(printer, QApplication::activeWindow());
+    DialogPointer pointer;
+    return dialog.exec() == QDialog::Accepted;
 }
 
 QStringList NameFilters(const QString& filter) {

@@ -16,6 +16,7 @@ public:
     Dialogs::Answer message(const Dialogs::Message& message) override;
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
+    bool choosePrinter(QPagedPaintDevice& printer) override;
 
 private:
     Dialogs::Seam* previous = nullptr;
