@@ -22,14 +22,14 @@ constexpr std::array<FieldName, 4> placementFields{{{PlacementField::Width, "Wid
 
 } // namespace
 
-void SaveScale(float scale) {
-    Registry::Set(SettingKeys::Scale, NumberText::General(scale));
+void SaveScale(double scale) {
+    Registry::Set(SettingKeys::Scale, NumberText::GeneralDouble(scale));
 }
 
-float LoadScale() {
-    const float scale = NumberText::ToSingle(Registry::Get(SettingKeys::Scale))
-                            .value_or(SettingKeys::Scale.fallback.toFloat());
-    return std::clamp(scale, 0.25f, 4.0f);
+double LoadScale() {
+    const double scale = NumberText::ToDouble(Registry::Get(SettingKeys::Scale))
+                             .value_or(SettingKeys::Scale.fallback.toDouble());
+    return std::clamp(scale, 0.25, 4.0);
 }
 
 void SaveWindowPlacement(const QString& keyPath, const PlacedWindow& window) {

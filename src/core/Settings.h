@@ -6,9 +6,11 @@
 // window stood when it was closed.
 namespace Settings {
 
-void SaveScale(float scale);
+// The zoom is a double, so that quarter steps from a stored 3.9 land on 4.15 exactly as
+// written.
+void SaveScale(double scale);
 // 1 unless a numeric value is stored; kept between 0.25 and 4.
-float LoadScale();
+double LoadScale();
 
 enum class PlacementField { Width, Height, Top, Left };
 

@@ -41,17 +41,17 @@ private slots:
 
     void scaleIsKeptBetweenAQuarterAndFour_data() {
         QTest::addColumn<QString>("stored");
-        QTest::addColumn<float>("scale");
-        QTest::newRow("too large") << "9" << 4.0f;
-        QTest::newRow("too small") << "0.1" << 0.25f;
-        QTest::newRow("not a number") << "abc" << 1.0f;
-        QTest::newRow("in range") << "1.5" << 1.5f;
-        QTest::newRow("upper bound") << "4" << 4.0f;
-        QTest::newRow("lower bound") << "0.25" << 0.25f;
+        QTest::addColumn<double>("scale");
+        QTest::newRow("too large") << "9" << 4.0;
+        QTest::newRow("too small") << "0.1" << 0.25;
+        QTest::newRow("not a number") << "abc" << 1.0;
+        QTest::newRow("in range") << "1.5" << 1.5;
+        QTest::newRow("upper bound") << "4" << 4.0;
+        QTest::newRow("lower bound") << "0.25" << 0.25;
     }
     void scaleIsKeptBetweenAQuarterAndFour() {
         QFETCH(QString, stored);
-        QFETCH(float, scale);
+        QFETCH(double, scale);
         TestHome home;
         Set(mainKey, "Scale", stored);
         QCOMPARE(Settings::LoadScale(), scale);
@@ -59,14 +59,14 @@ private slots:
 
     void scaleIsOneWhenNoneIsStored() {
         TestHome home;
-        QCOMPARE(Settings::LoadScale(), 1.0f);
+        QCOMPARE(Settings::LoadScale(), 1.0);
     }
 
     void scaleIsSavedAsGeneralNumberText() {
         TestHome home;
-        Settings::SaveScale(1.25f);
+        Settings::SaveScale(1.25);
         QCOMPARE(Get(mainKey, "Scale"), QString("1.25"));
-        QCOMPARE(Settings::LoadScale(), 1.25f);
+        QCOMPARE(Settings::LoadScale(), 1.25);
     }
 
     void deletingAValueAnswersZeroThenTheSentinel() {

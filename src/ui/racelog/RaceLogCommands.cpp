@@ -6,6 +6,7 @@
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
+#include "ui/output/PrintableWindow.h"
 #include "ui/racelog/ConfigurationDialog.h"
 #include "ui/racelog/LogColumnsDialog.h"
 #include "ui/racelog/RaceLogWindow.h"
@@ -34,8 +35,10 @@ RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
     main.setCommand(QStringLiteral("miSave"), [this] { saveActive(false); });
     main.setCommand(QStringLiteral("miSaveAs"), [this] { saveActive(true); });
     main.setCommand(QStringLiteral("miSaveAll"), [this] { saveAll(); });
-    main.setCommand(QStringLiteral("miPrint"), [this] { runOnActive("PrintDocument"); });
-    main.setCommand(QStringLiteral("miPDFExport"), [this] { runOnActive("SaveAsPDF"); });
+    main.setCommand(QStringLiteral("miPrint"),
+                    [this] { runOnActive(&PrintableWindow::printDocument); });
+    main.setCommand(QStringLiteral("miPDFExport"),
+                    [this] { runOnActive(&PrintableWindow::saveAsPdf); });
     main.setCommand(QStringLiteral("miSelectColumns"), [this] {
         LogColumnsDialog dialog(&this->main);
         dialog.exec();
@@ -162,14 +165,11 @@ void RaceLogCommands::predictAll() {
     }
 }
 
-// Print and PDF export belong to the window in front, if it offers them as invokable
-// members of those names.
-void RaceLogCommands::runOnActive(const char* member) {
+// Print and PDF export belong to the window in front, if it can be printed.
+void RaceLogCommands::runOnActive(void (PrintableWindow::*command)()) {
     QMdiSubWindow* child = activeChild();
-    QWidget* window = child ? child->widget() : nullptr;
-    const QByteArray signature = QByteArray(member) + "()";
-    if (window && window->metaObject()->indexOfMethod(signature.constData()) >= 0) {
-        QMetaObject::invokeMethod(window, member);
+    if (auto* window = dynamic_cast<PrintableWindow*>(child ? child->widget() : nullptr)) {
+        (window->*command)();
         return;
     }
     Dialogs::Inform(QStringLiteral("The Active Form does not support this feature."),

@@ -6,6 +6,7 @@
 #include <QString>
 
 struct AppState;
+class PrintableWindow;
 class RaceLogWindow;
 class QMdiSubWindow;
 
@@ -38,7 +39,7 @@ private:
     void saveActive(bool choosePath);
     void saveAll();
     void predictAll();
-    void runOnActive(const char* member);
+    void runOnActive(void (PrintableWindow::*command)());
 
     MainWindow& main;
     AppState& state;

@@ -5,6 +5,9 @@
 #include "core/Hourglass.h"
 #include "core/NumberText.h"
 #include "core/Registry.h"
+#include "output/PageDocument.h"
+#include "output/RaceLogPages.h"
+#include "output/Viewers.h"
 #include "pager/PagerComposer.h"
 #include "pager/PagerLogs.h"
 #include "prediction/LogPrediction.h"
@@ -14,6 +17,8 @@
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
 #include "racelog/RunEdits.h"
+#include "ui/output/PagePrinting.h"
+#include "ui/output/ViewerWindow.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/ShowColumnMenu.h"
@@ -59,6 +64,10 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
     connect(grid, &RunGrid::referenceRunRequested, this,
             [this](int row) { selectReferenceRun(row - 1); });
     connect(grid, &RunGrid::runCompleteRequested, this, &RaceLogWindow::completeRun);
+    connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miRaceLog")), &QAction::triggered,
+            this, [this] { showPages(RaceLogPages::showTimes); });
+    connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miIncrementalTimes")),
+            &QAction::triggered, this, [this] { showPages(RaceLogPages::showIncrementalTimes); });
     // An emptied list selects nothing; it is about to be filled again.
     connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
@@ -420,6 +429,35 @@ void RaceLogWindow::selectReferenceRun(int index) {
         return;
     }
     grid->setCurrentRunCell(index + 1, 1);
+}
+
+// A table of the runs in the page viewer, which takes the place of the one shown before. It
+// is named for the log's page identifier and date.
+void RaceLogWindow::showPages(void (*layout)(PageDocument&, const RaceLog&)) {
+    grid->commitCellEdit();
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (!frame || !frame->mdiArea())
+        return;
+    PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
+    layout(pages, log);
+    ViewerWindow::open(*frame->mdiArea(), Viewers::Kind::Pages, std::move(pages),
+                       log.field(RaceLog::Field::PageIdentifier) + u' ' +
+                           log.field(RaceLog::Field::Date));
+}
+
+PageDocument RaceLogWindow::timesPages() {
+    grid->commitCellEdit();
+    PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
+    RaceLogPages::showTimes(pages, log);
+    return pages;
+}
+
+void RaceLogWindow::printDocument() {
+    PagePrinting::printPages(timesPages());
+}
+
+void RaceLogWindow::saveAsPdf() {
+    PagePrinting::savePagesAsPdf(timesPages(), Viewers::Kind::Pages);
 }
 
 QWidget* RaceLogWindow::placedWindow() {

@@ -3,6 +3,7 @@
 #include "core/RaceLogDocument.h"
 #include "racelog/Database.h"
 #include "racelog/RaceLog.h"
+#include "ui/output/PrintableWindow.h"
 
 #include <QColor>
 #include <QWidget>
@@ -11,13 +12,14 @@ struct AppState;
 class LogSidePanel;
 class RunGrid;
 class ShowColumnMenu;
+class PageDocument;
 
 // The race log window: the view and editor of one RaceLog, its runs in the run table grid
 // and its settings, notes and prediction inputs in the side panel sidePanel, which the corner
 // cell of the table opens and closes. Undo and Redo take back the log's changes. The window
 // lives in a child window of the main window and holds the slot slot of the open logs while
 // it is open.
-class RaceLogWindow : public QWidget, public RaceLogDocument {
+class RaceLogWindow : public QWidget, public RaceLogDocument, public PrintableWindow {
     Q_OBJECT
 public:
     explicit RaceLogWindow(AppState& state, QWidget* parent = nullptr);
@@ -52,6 +54,10 @@ public:
     bool pagerPredictions() const override;
     QString pagerMessage() const override;
 
+    // The runs as the times table, on paper and in PDF.
+    void printDocument() override;
+    void saveAsPdf() override;
+
     int slot = 0;
     QString raceLogType;
     QString publishedMessage;
@@ -84,6 +90,8 @@ private:
     void settleCaption(const QString& pageIdentifier);
     void warnOfManyPagingLogs();
     void completeRun(int row);
+    void showPages(void (*layout)(PageDocument&, const RaceLog&));
+    PageDocument timesPages();
     void selectReferenceRun(int index);
     void warnOfUnreadValues(const QString& path, int count);
     bool keepOriginal(const QString& target);

@@ -34,7 +34,8 @@ constexpr Item RowItems[] = {
     {"miNotes", "Notes...", &RunMenus::miNotes},
     {"miSettings", "Settings...", &RunMenus::miSettings},
     Separator,
-    // The page and export commands of the log stand between these two.
+    {"miIncrementalTimes", "Incremental Times...", &RunMenus::miIncrementalTimes},
+    {"miRaceLog", "Race Log...", &RunMenus::miRaceLog},
     Separator,
     {"miNewRun", "New Run", &RunMenus::miNewRun},
     {"miDelete", "Delete Run#", &RunMenus::miDelete},

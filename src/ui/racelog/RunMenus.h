@@ -28,6 +28,8 @@ struct RunMenus {
     QAction* miPredict;
     QAction* miNotes;
     QAction* miSettings;
+    QAction* miIncrementalTimes;
+    QAction* miRaceLog;
     QAction* miNewRun;
     QAction* miDelete;
 

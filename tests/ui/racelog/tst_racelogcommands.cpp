@@ -1,4 +1,3 @@
-#include "SqliteShell.h"
 #include "common/TestHome.h"
 #include "core/AppState.h"
 #include "core/Registry.h"
@@ -6,12 +5,15 @@
 #include "racelog/Database.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
+#include "SqliteShell.h"
+#include "ui/output/PrintableWindow.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RaceLogCommands.h"
 #include "ui/racelog/RaceLogWindow.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/shell/MainWindow.h"
 
+#include <memory>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -30,7 +32,6 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
-#include <memory>
 
 namespace {
 
@@ -58,11 +59,12 @@ void writeRaceLog(const QString& path, int runs, const QString& pageIdentifier) 
 }
 
 // A window that can print, as the charts can.
-class Printable : public QWidget {
-    Q_OBJECT
+class Printable : public QWidget, public PrintableWindow {
 public:
-    Q_INVOKABLE void PrintDocument() { ++printed; }
+    void printDocument() override { ++printed; }
+    void saveAsPdf() override { ++saved; }
     int printed = 0;
+    int saved = 0;
 };
 
 // The main window with its race log commands, shown and in front.
@@ -606,9 +608,22 @@ private slots:
             qobject_cast<QMdiSubWindow*>(printable->parentWidget()));
         window.run("miPrint");
         QCOMPARE(printable->printed, 1);
-        QVERIFY(dialogs->messages.isEmpty());
+        QCOMPARE(printable->saved, 0);
         window.run("miPDFExport");
-        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(printable->saved, 1);
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void aWindowThatCannotPrintSaysSo() {
+        MainWindowHarness window;
+        auto* plain = new QWidget;
+        window.main.mdiArea()->addSubWindow(plain)->show();
+        window.main.mdiArea()->setActiveSubWindow(
+            qobject_cast<QMdiSubWindow*>(plain->parentWidget()));
+        window.run("miPrint");
+        window.run("miPDFExport");
+        QCOMPARE(dialogs->messages.size(), 2);
+        QCOMPARE(dialogs->messages.last().text, PrintMessage);
     }
 
     void eachRaceLogTypeGetsANewTool() {
