@@ -48,7 +48,7 @@ QRectF PageDocument::text(double left, double top, double right, double bottom, 
                           bool framed) {
     QSizeF content = textSize(text, current);
     // A box of fixed width wraps its text to the width, and a free height follows the lines.
-    if (right != Free) {
+    if (right != Free && current.wrap) {
         const double width = resolve(left, top, right, top, {}).width() - 2 * TextInset;
         const QFontMetricsF metrics(PageFonts::font(current), &measuringDevice());
         content.setHeight(metrics

@@ -31,8 +31,10 @@ public:
         QColor background = Qt::white;
         bool backgroundShown = false; // boxes are filled with the background colour
         QColor pen = Qt::black;
-        double penSize = 3;  // tenths of a millimetre
-        bool framed = false; // text boxes get a frame
+        double penSize = 3; // tenths of a millimetre
+        // A text too wide for its box goes on over further lines; without wrapping it stays
+        // on its line and may reach past the box's edges.
+        bool wrap = true;
     };
 
     struct Item {

@@ -4,9 +4,8 @@ namespace PageFonts {
 
 void install() {
     static const bool installed = [] {
-        QFont::insertSubstitutions(QStringLiteral("Tahoma"),
-                                   {QStringLiteral("Liberation Sans"),
-                                    QStringLiteral("DejaVu Sans")});
+        QFont::insertSubstitutions(QStringLiteral("Tahoma"), {QStringLiteral("Liberation Sans"),
+                                                              QStringLiteral("DejaVu Sans")});
         QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
         QFont::insertSubstitution(QStringLiteral("Arial Narrow"),
                                   QStringLiteral("Liberation Sans Narrow"));

@@ -36,7 +36,9 @@ void drawItem(QPainter& painter, const PageDocument::Item& item) {
         painter.setFont(scaledFont(style, *painter.device()));
         painter.drawText(item.rect.adjusted(PageDocument::TextInset, PageDocument::TextInset,
                                             -PageDocument::TextInset, -PageDocument::TextInset),
-                         int(style.alignment | Qt::AlignTop | Qt::TextWordWrap), item.text);
+                         int(style.alignment | Qt::AlignTop |
+                             (style.wrap ? Qt::TextWordWrap : Qt::TextDontClip)),
+                         item.text);
         break;
     case PageDocument::Item::Kind::Frame:
         painter.setPen(pen(style));

@@ -52,10 +52,13 @@ enum Column { TimeColumn = 1, DateColumn = 2 };
 // The incremental times come from the 60 ft, 330 ft, 660 ft, 1000 ft and 1320 ft ETs.
 constexpr std::array<int, 5> MarkColumns{6, 7, 8, 10, 12};
 
-// Heading cells have a frame and a clear background; the rows are banded.
+// Heading cells have a frame and a clear background; the rows are banded. A cell keeps its
+// text on one line, so every row is one line high: a run number of two digits and more
+// with its date reaches a little past its cell's edges, into the margins of its neighbours.
 void openTable(PageDocument& page) {
     PageDocument::Style& style = page.style();
     style.alignment = Qt::AlignHCenter;
+    style.wrap = false;
     style.background = Qt::white;
     style.pen = Qt::black;
     style.backgroundShown = false;

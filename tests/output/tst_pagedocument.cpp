@@ -65,6 +65,17 @@ private slots:
         QVERIFY2(wrapped > two, qPrintable(QString::number(wrapped)));
     }
 
+    void aTextThatDoesNotWrapStaysOnOneLine() {
+        PageDocument document = shortPages();
+        const double one = document.writeText(100, 100, -170, Free, "1").height();
+        document.style().wrap = false;
+        const QRectF box =
+            document.writeText(100, 100, -170, Free, "Brainerd International Raceway");
+        QCOMPARE(box.height(), one);
+        QCOMPARE(box.width(), 170.0);
+        QVERIFY(!document.page(0).last().style.wrap);
+    }
+
     // Rows of 100 fill the output rectangle from 100 to 600; the sixth goes to a new page, at
     // the top of its output rectangle, and the rows after it follow there.
     void anObjectThatWouldCrossTheBottomGoesToTheTopOfANewPage() {

@@ -178,6 +178,9 @@ private slots:
         for (int i = 1; i <= 150; ++i)
             expected << QString::number(i);
         QCOMPARE(numbers, expected);
+        // Three-digit runs stay one line high, as every row does.
+        const PageDocument::Page& last = document.page(document.pageCount() - 1);
+        QCOMPARE(last[0].rect.height(), document.page(0)[0].rect.height());
     }
 
     void incrementalTimesAreTheTimesBetweenTheMarks() {

@@ -69,7 +69,9 @@ ViewerWindow::ViewerWindow(Viewers::Kind viewerKind, PageDocument document, QWid
     showPage(0);
 }
 
-// The preview's own tool strip: pages, zoom, paper and PDF.
+// The preview's own tool strip: pages, zoom, paper and PDF. The page and zoom keys work
+// wherever the focus is inside this viewer, so each open viewer pages through its own
+// document.
 void ViewerWindow::addTools() {
     auto* tools = new QToolBar(this);
     tools->setObjectName(QStringLiteral("tbViewer"));
@@ -77,20 +79,26 @@ void ViewerWindow::addTools() {
         const char* name;
         const char* caption;
         void (ViewerWindow::*command)();
+        QKeySequence keys;
     } commands[] = {
-        {"FirstPage", "First Page", &ViewerWindow::firstPage},
-        {"PreviousPage", "Previous Page", &ViewerWindow::previousPage},
-        {"NextPage", "Next Page", &ViewerWindow::nextPage},
-        {"LastPage", "Last Page", &ViewerWindow::lastPage},
-        {"ZoomIn", "Zoom In", &ViewerWindow::zoomIn},
-        {"ZoomOut", "Zoom Out", &ViewerWindow::zoomOut},
-        {"PrintDocument", "Print...", &ViewerWindow::printDocument},
-        {"SaveAsPDF", "Save As PDF...", &ViewerWindow::saveAsPdf},
+        {"FirstPage", "First Page", &ViewerWindow::firstPage,
+         QKeySequence(Qt::CTRL | Qt::Key_Home)},
+        {"PreviousPage", "Previous Page", &ViewerWindow::previousPage,
+         QKeySequence(Qt::Key_PageUp)},
+        {"NextPage", "Next Page", &ViewerWindow::nextPage, QKeySequence(Qt::Key_PageDown)},
+        {"LastPage", "Last Page", &ViewerWindow::lastPage, QKeySequence(Qt::CTRL | Qt::Key_End)},
+        {"ZoomIn", "Zoom In", &ViewerWindow::zoomIn, QKeySequence::ZoomIn},
+        {"ZoomOut", "Zoom Out", &ViewerWindow::zoomOut, QKeySequence::ZoomOut},
+        {"PrintDocument", "Print...", &ViewerWindow::printDocument, {}},
+        {"SaveAsPDF", "Save As PDF...", &ViewerWindow::saveAsPdf, {}},
     };
     for (const auto& command : commands) {
         QAction* action = tools->addAction(QLatin1String(command.caption));
         action->setObjectName(QLatin1String(command.name));
         action->setToolTip(QLatin1String(command.caption));
+        action->setShortcut(command.keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
         connect(action, &QAction::triggered, this, command.command);
     }
     layout()->addWidget(tools);

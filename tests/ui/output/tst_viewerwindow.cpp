@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QPrinter>
 #include <QProcess>
+#include <QScrollArea>
 #include <QTest>
 
 namespace {
@@ -40,6 +41,31 @@ QString pdfText(const QString& path) {
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
+// How far apart two pictures of a page are, seen at a quarter of their size, beside how far
+// the second is from blank paper: near 0 for the same page, near 1 or more for another.
+double difference(const QImage& drawn, const QImage& printed) {
+    const auto quarter = [](const QImage& image, const QSize& size) {
+        return image.convertToFormat(QImage::Format_RGB32)
+            .scaled(size / 4, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const QImage a = quarter(drawn, printed.size());
+    const QImage b = quarter(printed, printed.size());
+    QImage blank(b.size(), QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    const auto distance = [](const QImage& one, const QImage& other) {
+        double sum = 0;
+        for (int y = 0; y < one.height(); ++y)
+            for (int x = 0; x < one.width(); ++x) {
+                const QColor p = one.pixelColor(x, y);
+                const QColor q = other.pixelColor(x, y);
+                sum += qAbs(p.red() - q.red()) + qAbs(p.green() - q.green()) +
+                       qAbs(p.blue() - q.blue());
+            }
+        return sum;
+    };
+    return distance(a, b) / distance(blank, b);
+}
+
 QList<ViewerWindow*> viewers(MainWindow& main) {
     QList<ViewerWindow*> list;
     for (QMdiSubWindow* child : main.mdiArea()->subWindowList())
@@ -55,6 +81,35 @@ void addRuns(RaceLogWindow* log, int count) {
         setCells(log, run,
                  {{1, "02:35pm"}, {2, "11/22/26"}, {12, QString::number(9 + run / 1000.0)}});
     }
+}
+
+// Runs with every figure of a time slip, each written with the decimals its column shows,
+// so that the page gives each back as it was typed. Returns the line each run makes in the
+// times table, cells in their order.
+QStringList addTimeSlips(RaceLogWindow* log, int count) {
+    QStringList lines;
+    for (int run = 1; run <= count; ++run) {
+        if (run > 1)
+            log->grid->newRun();
+        const auto fixed = [run](double base, double step, int decimals) {
+            return QString::number(base + run * step, 'f', decimals);
+        };
+        const QString lane = run % 2 ? QStringLiteral("L") : QStringLiteral("R");
+        const QStringList figures{
+            fixed(0.4, 0.001, 4),  fixed(0.5, 0.001, 3),  fixed(1.2, 0.0001, 4),
+            fixed(3.5, 0.0001, 4), fixed(5.6, 0.0001, 4), fixed(120, 0.01, 2),
+            fixed(7.4, 0.0001, 4), fixed(140, 0.01, 2),   fixed(9.0, 0.0001, 4),
+            fixed(150, 0.01, 2),   fixed(1.5, 0.001, 3),  fixed(9.1, 0.01, 2)};
+        const QList<int> columns{4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 17};
+        setCells(log, run, {{1, "02:35pm"}, {2, "11/22/26"}, {3, lane}});
+        for (int i = 0; i < columns.size(); ++i)
+            log->grid->table().setCell(run, columns[i], figures[i]);
+        // The reaction time is shown without its leading zero.
+        lines << QStringLiteral("%1) 11-22 02:35p %2 %3 %4")
+                     .arg(run)
+                     .arg(lane, figures[0].mid(1), figures.mid(1).join(' '));
+    }
+    return lines;
 }
 
 void rowCommand(RaceLogWindow* log, const char* name) {
@@ -147,6 +202,36 @@ private slots:
         QCOMPARE(viewer->currentPage(), 1);
     }
 
+    // The keys of the page and zoom tools act on the viewer that holds the focus.
+    void theKeysPageAndZoomTheViewerInFocus() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        addRuns(log, 150);
+        rowCommand(log, "miRaceLog");
+        ViewerWindow* viewer = viewers(windows.main).value(0);
+        windows.main.show();
+        QVERIFY(QTest::qWaitForWindowActive(&windows.main));
+        auto* area = viewer->findChild<QScrollArea*>();
+        area->setFocus();
+        QTRY_VERIFY(area->hasFocus());
+        QTest::keyClick(area, Qt::Key_PageDown);
+        QCOMPARE(viewer->currentPage(), 2);
+        QTest::keyClick(area, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(viewer->currentPage(), viewer->pageCount());
+        QTest::keyClick(area, Qt::Key_PageUp);
+        QCOMPARE(viewer->currentPage(), viewer->pageCount() - 1);
+        QTest::keyClick(area, Qt::Key_Home, Qt::ControlModifier);
+        QCOMPARE(viewer->currentPage(), 1);
+        const double scale = viewer->scale();
+        QTest::keyClick(area, Qt::Key_Minus, Qt::ControlModifier);
+        QCOMPARE(viewer->scale(), scale - 0.25);
+        // Outside the viewer the keys are the log's own.
+        log->grid->setFocus();
+        QTRY_VERIFY(log->grid->hasFocus());
+        QTest::keyClick(log->grid, Qt::Key_PageDown);
+        QCOMPARE(viewer->currentPage(), 1);
+    }
+
     void theZoomIsReadKeptWithinItsLimitsAndStored() {
         const QList<QPair<QString, double>> cases{{"abc", 1.0}, {"7", 4.0}, {"0.1", 0.25}};
         for (const auto& [stored, scale] : cases) {
@@ -181,10 +266,40 @@ private slots:
         QVERIFY(Registry::Get(ViewKey, QStringLiteral("WindowState")) != Registry::NoKeyValue);
     }
 
+    // The preview on the screen and the PDF come from the same draw routine: at the same
+    // resolution the two pictures of a page are alike.
+    void thePreviewShowsThePageAsThePdfHasIt() {
+        Registry::Set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("1"));
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        addRuns(log, 40);
+        rowCommand(log, "miRaceLog");
+        ViewerWindow* viewer = viewers(windows.main).value(0);
+        const QString path = home->root() + QStringLiteral("/times.pdf");
+        dialogs->queueFile(path);
+        viewer->saveAsPdf();
+        auto* preview = viewer->findChild<PagePreview*>();
+        const QImage shown = preview->grab().toImage();
+        QProcess render;
+        render.start("pdftoppm", {"-r", QString::number(preview->logicalDpiX()), "-f", "1", "-l",
+                                  "1", "-png", "-singlefile", path, home->root() + "/page"});
+        QVERIFY(render.waitForFinished(30000));
+        const QImage printed(home->root() + "/page.png");
+        QVERIFY(!printed.isNull());
+        QVERIFY2(qAbs(shown.width() - printed.width()) <= 2,
+                 qPrintable(QStringLiteral("%1 %2").arg(shown.width()).arg(printed.width())));
+        const double apart = difference(shown, printed);
+        QVERIFY2(apart < 0.25, qPrintable(QString::number(apart)));
+        // Another page is not alike: the measure can tell them apart.
+        QCOMPARE(viewer->pageCount(), 2);
+        viewer->nextPage();
+        QVERIFY(difference(preview->grab().toImage(), printed) > 0.5);
+    }
+
     void saveAsPdfWritesOnlyANameEndingInPdf() {
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
-        addRuns(log, 3);
+        const QStringList lines = addTimeSlips(log, 30);
         rowCommand(log, "miRaceLog");
         ViewerWindow* viewer = viewers(windows.main).value(0);
         const QString written = home->root() + QStringLiteral("/times.pdf");
@@ -207,8 +322,12 @@ private slots:
         QVERIFY(dialogs->messages.isEmpty());
         if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))
             QFile::copy(written, qEnvironmentVariable("TARNWICK_KEEP_PICTURES") + "/times.pdf");
-        const QString text = pdfText(written);
-        QVERIFY2(text.contains("RUN") && text.simplified().contains("3) 11-22"), qPrintable(text));
+        // Every run on its line, every cell in its column's order.
+        QStringList read;
+        for (const QString& line : pdfText(written).split('\n'))
+            if (line.simplified().contains(QStringLiteral(") 11-22")))
+                read << line.simplified();
+        QCOMPARE(read, lines);
     }
 
     // With a race log in front, Print and PDF Export give its times table.
