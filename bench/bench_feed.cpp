@@ -56,7 +56,9 @@ void writeDayFile() {
 class SummingView : public LiveView {
 public:
     double sum = 0;
-    void showReading(const WeatherRecord& reading) override { sum += reading.ABP; }
+    void showReading(const WeatherRecord& reading, const QString&) override {
+        sum += reading.ABP;
+    }
     void addLoggedPoint(float t, const QList<float>& values) override {
         sum += t;
         for (float value : values)

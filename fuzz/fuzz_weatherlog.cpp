@@ -24,7 +24,7 @@ void require(bool condition) {
 class CheckingView : public LiveView {
 public:
     int points = 0;
-    void showReading(const WeatherRecord&) override {}
+    void showReading(const WeatherRecord&, const QString&) override {}
     void addLoggedPoint(float t, const QList<float>&) override {
         require(t >= 0 && t < 1);
         ++points;

@@ -34,6 +34,10 @@ bool ChoosePrinter(QPagedPaintDevice& printer) {
     return installedSeam && installedSeam->choosePrinter(printer);
 }
 
+bool UsePrinter(QPagedPaintDevice& printer) {
+    return installedSeam && installedSeam->usePrinter(printer);
+}
+
 QList<QPair<QString, QString>> FilterPairs(const QString& filter) {
     const QStringList parts = filter.split(u'|');
     QList<QPair<QString, QString>> pairs;

@@ -31,7 +31,8 @@ struct FileRequest {
     QString filter;
     int filterIndex = 1;
     QString initialFolder;
-    QString fileName; // proposed name
+    QString fileName;              // proposed name
+    bool confirmOverwrite = false; // a save dialog asks before a chosen file is replaced
 };
 
 struct FileChoice {
@@ -48,6 +49,9 @@ public:
     virtual std::optional<QColor> chooseColor(const QColor& initial) = 0;
     // Sets up the printer as the user chooses; false when the user cancels.
     virtual bool choosePrinter(QPagedPaintDevice& printer) = 0;
+    // Readies the printer a command prints to without asking: the system's default printer.
+    // False when there is none.
+    virtual bool usePrinter(QPagedPaintDevice& printer) = 0;
 };
 
 // Install a seam (nullptr removes it). The caller keeps ownership.
@@ -61,6 +65,7 @@ std::optional<FileChoice> ChooseFile(const FileRequest& request);
 std::optional<QColor> ChooseColor(const QColor& initial);
 // With no seam installed nothing is printed.
 bool ChoosePrinter(QPagedPaintDevice& printer);
+bool UsePrinter(QPagedPaintDevice& printer);
 
 // Splits a filter in the program's form into (description, pattern) pairs.
 QList<QPair<QString, QString>> FilterPairs(const QString& filter);

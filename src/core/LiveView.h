@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QString>
 
 struct WeatherRecord;
 
@@ -9,8 +10,9 @@ struct WeatherRecord;
 class LiveView {
 public:
     virtual ~LiveView() = default;
-    // A reading of the feed; the view reads the clock for the time of its points.
-    virtual void showReading(const WeatherRecord& reading) = 0;
+    // A reading of the feed with the status line made of it; the view reads the clock for
+    // the time of its points.
+    virtual void showReading(const WeatherRecord& reading, const QString& statusLine) = 0;
     // A replayed row at the time of day t (a fraction of a day), as the values of the view's
     // series. A view that shows only the present is never given one.
     virtual void addLoggedPoint(float /*t*/, const QList<float>& /*values*/) {}

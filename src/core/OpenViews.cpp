@@ -20,10 +20,10 @@ void OpenViews::close(View view) {
 }
 
 // The table is read afresh for each view: a view may close while another one draws.
-void OpenViews::showReading(const WeatherRecord& reading) const {
+void OpenViews::showReading(const WeatherRecord& reading, const QString& statusLine) const {
     for (const View view : ViewTable::readingOrder()) {
         if (LiveView* window = at(view))
-            window->showReading(reading);
+            window->showReading(reading, statusLine);
     }
 }
 

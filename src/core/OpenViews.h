@@ -24,7 +24,7 @@ public:
     LiveView* at(View view) const { return windows[std::size_t(view)]; }
     bool isOpen(View view) const { return at(view) != nullptr; }
 
-    void showReading(const WeatherRecord& reading) const;
+    void showReading(const WeatherRecord& reading, const QString& statusLine) const;
     void addLoggedRow(const WeatherRecord& row, float t, float correctionFactor) const;
     void clear() const;
 

@@ -55,3 +55,8 @@ bool ScriptedDialogs::choosePrinter(QPagedPaintDevice&) {
     ++printRequests;
     return !printers.isEmpty() && printers.dequeue();
 }
+
+bool ScriptedDialogs::usePrinter(QPagedPaintDevice&) {
+    ++quietPrintRequests;
+    return !printers.isEmpty() && printers.dequeue();
+}

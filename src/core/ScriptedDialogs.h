@@ -31,10 +31,13 @@ public:
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
     bool choosePrinter(QPagedPaintDevice& printer) override;
+    // A print without a dialog takes the same answers as the print dialogs.
+    bool usePrinter(QPagedPaintDevice& printer) override;
 
     QList<Dialogs::Message> messages; // every box shown, in order
     QList<Dialogs::FileRequest> fileRequests;
-    int printRequests = 0;
+    int printRequests = 0;      // print dialogs shown
+    int quietPrintRequests = 0; // prints without a dialog
 
 private:
     QQueue<Dialogs::Answer> answers;

@@ -53,7 +53,7 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
     state.statusLine = BuildStatusLine(state.currentWeather);
     emit statusText(state.statusLine);
 
-    state.views.showReading(state.currentWeather);
+    state.views.showReading(state.currentWeather, state.statusLine);
 
     if (!state.displayMode)
         LogWeather(state);

@@ -18,7 +18,7 @@ using View = ViewTable::View;
 class NotingView : public LiveView {
 public:
     NotingView(QString name, QStringList& calls) : name(std::move(name)), calls(calls) {}
-    void showReading(const WeatherRecord&) override { calls << name + QStringLiteral(" reading"); }
+    void showReading(const WeatherRecord&, const QString&) override { calls << name + QStringLiteral(" reading"); }
     void addLoggedPoint(float, const QList<float>&) override {
         calls << name + QStringLiteral(" point");
     }
@@ -148,7 +148,7 @@ private slots:
         views.open(View::RH, &rh);
         views.open(View::RosePlot, &rose);
 
-        views.showReading(WeatherRecord{});
+        views.showReading(WeatherRecord{}, QString());
         QCOMPARE(calls,
                  (QStringList{"rose reading", "weather reading", "rh reading", "cf reading"}));
         calls.clear();

@@ -59,7 +59,7 @@ public:
         state.views.open(view, this);
     }
     ~SeeingView() override { state.views.close(view, this); }
-    void showReading(const WeatherRecord& reading) override { seen(reading); }
+    void showReading(const WeatherRecord& reading, const QString&) override { seen(reading); }
 
 private:
     AppState& state;

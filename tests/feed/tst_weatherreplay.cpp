@@ -37,7 +37,7 @@ private:
     class Recorder : public LiveView {
     public:
         Recorder(QString name, QStringList& calls) : name(std::move(name)), calls(calls) {}
-        void showReading(const WeatherRecord&) override {}
+        void showReading(const WeatherRecord&, const QString&) override {}
         void addLoggedPoint(float t, const QList<float>& values) override {
             QString text = QStringLiteral("%1 t=%2").arg(name).arg(double(t));
             for (float value : values)

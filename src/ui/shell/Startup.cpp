@@ -4,6 +4,7 @@
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "feed/InstrumentConnection.h"
+#include "ui/charts/ViewCommands.h"
 #include "ui/pager/PagerDispatch.h"
 #include "ui/racelog/RaceLogCommands.h"
 #include "ui/shell/CountMonitors.h"
@@ -98,10 +99,11 @@ void Startup::ShowSplashWhileLoading() {
     wait.exec(QEventLoop::ExcludeUserInputEvents);
 
     window = new MainWindow(state);
-    // The race log and pager commands join the one dispatch before the load lists the race
-    // log types and starts the timers.
+    // The race log, pager and view commands join the one dispatch before the load lists the
+    // race log types and starts the timers.
     new RaceLogCommands(*window, state);
     new PagerDispatch(*window, state);
+    ViewCommands::add(*window, state);
     window->load();
     QCoreApplication::processEvents();
 }

@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QRegularExpression>
 
@@ -118,8 +119,9 @@ std::optional<Dialogs::FileChoice> WidgetDialogs::chooseFile(const Dialogs::File
     if (request.save) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
-        // The program asks its own question before it overwrites a file.
-        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        // Unless the request says otherwise, the program asks its own question before it
+        // overwrites a file, or overwrites it without one.
+        dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirmOverwrite);
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);
@@ -148,6 +150,12 @@ bool WidgetDialogs::choosePrinter(QPagedPaintDevice& device) {
     QPrintDialog dialog(printer, QApplication::activeWindow());
     DialogPointer pointer;
     return dialog.exec() == QDialog::Accepted;
+}
+
+// A new printer is the system's default one already; there must be one.
+bool WidgetDialogs::usePrinter(QPagedPaintDevice& device) {
+    auto* printer = dynamic_cast<QPrinter*>(&device);
+    return printer && !QPrinterInfo::defaultPrinter().isNull();
 }
 
 QStringList NameFilters(const QString& filter) {

@@ -17,6 +17,7 @@ public:
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest& request) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
     bool choosePrinter(QPagedPaintDevice& printer) override;
+    bool usePrinter(QPagedPaintDevice& printer) override;
 
 private:
     Dialogs::Seam* previous = nullptr;

@@ -75,7 +75,7 @@ public:
         state.views.open(ViewTable::View::ABP, this);
     }
     ~RecordingViews() override { state.views.close(ViewTable::View::ABP, this); }
-    void showReading(const WeatherRecord&) override {}
+    void showReading(const WeatherRecord&, const QString&) override {}
     void addLoggedPoint(float, const QList<float>& values) override {
         pressures.append(values.value(0));
     }

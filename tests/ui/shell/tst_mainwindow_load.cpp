@@ -192,7 +192,7 @@ private slots:
             void updatePredictions() override {}
         } first, second;
         struct IdleView : LiveView {
-            void showReading(const WeatherRecord&) override {}
+            void showReading(const WeatherRecord&, const QString&) override {}
         } view;
         state->raceLogs.open(&first);
         state->raceLogs.open(&second);

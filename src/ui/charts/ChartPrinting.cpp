@@ -1,0 +1,75 @@
+#include "ui/charts/ChartPrinting.h"
+
+#include "core/DateText.h"
+#include "core/Dialogs.h"
+#include "core/Registry.h"
+#include "core/SettingKeys.h"
+#include "output/ChartPage.h"
+#include "output/PdfFile.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPrinter>
+#include <QWidget>
+
+namespace ChartPrinting {
+
+namespace {
+
+constexpr double TwipsPerInch = 1440;
+
+// The chart's size on the screen in twips, a tenth of which gives its size on the page.
+QSizeF pageSizeOf(const QWidget& chart) {
+    const double twipsPerPixel = TwipsPerInch / chart.logicalDpiX();
+    return QSizeF(chart.width() * twipsPerPixel / 10, chart.height() * twipsPerPixel / 10);
+}
+
+QString startFolder() {
+    const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+    return folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder;
+}
+
+} // namespace
+
+void printPicture(const QImage& picture) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    if (!Dialogs::UsePrinter(printer))
+        return;
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return;
+    // The picture at its natural size: its pixels at the 96 dots an inch of the screen.
+    const double scale = printer.resolution() / 96.0;
+    painter.drawImage(QRectF(QPointF(0, 0), QSizeF(picture.size()) * scale), picture);
+}
+
+QString proposedName(const QString& label) {
+    return label + u' ' + DateText::FileStamp(QDate::currentDate());
+}
+
+void saveAsPdf(const QString& label, QWidget& chart) {
+    Dialogs::FileRequest request;
+    request.save = true;
+    request.title = QStringLiteral("PDF ") + label + QStringLiteral(" Export");
+    request.fileName = proposedName(label);
+    request.filter = QStringLiteral("Adobe Acrobat Files (*.pdf) |*.pdf|") +
+                     QStringLiteral("All Files (*.*) |*.*|");
+    request.filterIndex = 1;
+    request.initialFolder = startFolder();
+    request.confirmOverwrite = true;
+    const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
+    if (!choice || choice->path.isEmpty())
+        return;
+    // The chart as it stands once the dialog has closed.
+    const QImage picture = chart.grab().toImage();
+    const PageDocument page =
+        ChartPage::layout(label, picture, pageSizeOf(chart), QDateTime::currentDateTime());
+    QString path = choice->path;
+    if (QFileInfo(path).suffix() != QStringLiteral("pdf"))
+        path += QStringLiteral(".pdf");
+    writePdf(page, path);
+}
+
+} // namespace ChartPrinting

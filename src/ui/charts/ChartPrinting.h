@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+class QWidget;
+
+// Print and PDF Export of a chart or the wind rose: the picture of the chart as it stands.
+namespace ChartPrinting {
+
+// Prints the picture at the top left corner of a landscape page at its natural size, on the
+// default printer, without a dialog.
+void printPicture(const QImage& picture);
+
+// Asks for a file ("PDF <label> Export") and writes a landscape page with the day and time of
+// the export and the picture of the chart, its size taken from the chart on the screen. A
+// name that does not end in ".pdf" gets it.
+void saveAsPdf(const QString& label, QWidget& chart);
+
+// The name proposed for the file: the label and today's date, "Wind Speed 2026-11-25".
+QString proposedName(const QString& label);
+
+} // namespace ChartPrinting

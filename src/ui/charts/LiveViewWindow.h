@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/LiveView.h"
+#include "core/ViewTable.h"
+
+#include <QWidget>
+
+class OpenViews;
+
+// The window of one live view of the weather. It takes readings from the time it joins the
+// open views until it closes; closing keeps its place on the screen for the next time and
+// forgets everything it showed.
+class LiveViewWindow : public QWidget, public LiveView {
+    Q_OBJECT
+public:
+    LiveViewWindow(ViewTable::View view, OpenViews& views, QWidget* parent = nullptr);
+    ~LiveViewWindow() override;
+
+    ViewTable::View view() const { return kind; }
+
+    // Joins the open views: from now on the feed, a replay and "Clear Views" reach it.
+    void join();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void leave();
+    QWidget* placedWindow();
+
+    ViewTable::View kind;
+    OpenViews& views;
+};

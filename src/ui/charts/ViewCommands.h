@@ -1,0 +1,12 @@
+#pragma once
+
+class MainWindow;
+struct AppState;
+
+// The main window's commands that show the live views, one for each view of the view table
+// that has a window.
+namespace ViewCommands {
+
+void add(MainWindow& main, AppState& state);
+
+} // namespace ViewCommands

@@ -1,0 +1,57 @@
+#include "ui/charts/ViewWindows.h"
+
+#include "core/OpenViews.h"
+#include "ui/charts/LiveViewWindow.h"
+#include "ui/shell/WindowPlacement.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <array>
+
+namespace ViewWindows {
+
+namespace {
+
+using View = ViewTable::View;
+using Maker = LiveViewWindow* (*)(View view, OpenViews& views);
+
+// The window of each view, in the order of the view table; nullptr where none is built yet.
+const std::array<Maker, ViewTable::Count> Makers{{
+    nullptr, // RosePlot
+    nullptr, // WindDirection
+    nullptr, // WindSpeed
+    nullptr, // Weather
+    nullptr, // VaporPressure
+    nullptr, // AADA
+    nullptr, // ABP
+    nullptr, // RH
+    nullptr, // GR
+    nullptr, // CF
+    nullptr, // ADR
+}};
+
+} // namespace
+
+bool canShow(View view) {
+    return Makers[std::size_t(view)] != nullptr;
+}
+
+LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
+    if (auto* open = dynamic_cast<LiveViewWindow*>(views.at(view))) {
+        if (auto* frame = qobject_cast<QMdiSubWindow*>(open->parentWidget()))
+            area.setActiveSubWindow(frame);
+        return open;
+    }
+    if (!canShow(view))
+        return nullptr;
+    LiveViewWindow* window = Makers[std::size_t(view)](view, views);
+    QMdiSubWindow* frame = area.addSubWindow(window);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    Settings::LoadWindowPlacement(ViewTable::placementKey(view), frame);
+    window->join();
+    frame->show();
+    window->show();
+    return window;
+}
+
+} // namespace ViewWindows
