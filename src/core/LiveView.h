@@ -15,7 +15,11 @@ public:
     virtual void showReading(const WeatherRecord& reading, const QString& statusLine) = 0;
     // A replayed row at the time of day t (a fraction of a day), as the values of the view's
     // series. A view that shows only the present is never given one.
+    // It is charted but not drawn until the end of the replay.
     virtual void addLoggedPoint(float /*t*/, const QList<float>& /*values*/) {}
+    // The replay has handed over its rows: the view draws them now, so a whole day costs it
+    // one repaint.
+    virtual void endOfReplay() {}
     // "Clear Views": the points charted so far go.
     virtual void clear() {}
 };

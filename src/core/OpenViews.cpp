@@ -34,6 +34,13 @@ void OpenViews::addLoggedRow(const WeatherRecord& row, float t, float correction
     }
 }
 
+void OpenViews::endOfReplay() const {
+    for (const View view : ViewTable::replayOrder()) {
+        if (LiveView* window = at(view))
+            window->endOfReplay();
+    }
+}
+
 void OpenViews::clear() const {
     for (const View view : ViewTable::clearOrder()) {
         if (LiveView* window = at(view))

@@ -26,6 +26,7 @@ public:
 
     void showReading(const WeatherRecord& reading, const QString& statusLine) const;
     void addLoggedRow(const WeatherRecord& row, float t, float correctionFactor) const;
+    void endOfReplay() const;
     void clear() const;
 
 signals:

@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QTime>
+#include <functional>
 
 // The daily weather log: one CSV file a day, YYYY-MM-DD.csv, in the program's data folder,
 // one row for each line of the feed. Rows are read back to replay a day into the charts and
@@ -28,12 +29,18 @@ void LogWeather(AppState& state);
 // The same at a given moment of the clock; the day of `now` names the file.
 void LogWeather(AppState& state, const QDateTime& now);
 
+// Told, every few hundred rows of a replay, how much of the file is read (0 to 1); the replay
+// goes on while it returns true.
+using ReplayProgress = std::function<bool(double fractionRead)>;
+
 // Replays a log file into the open views, row by row, each row to the views in the replay
-// order of the view table. Never touches the live weather. A malformed row, or a row whose
-// Correction Factor cannot be worked out (worked out for every row, whether or not its view
-// is open), ends the replay in silence; the rows before it stay sent. Returns the number of
-// rows replayed.
-int LoadLoggedWeather(const QString& path, const OpenViews& views);
+// order of the view table, and then tells them the replay has ended. Never touches the live
+// weather. A malformed row, or a row whose Correction Factor cannot be worked out (worked out
+// for every row, whether or not its view is open), ends the replay in silence; the rows
+// before it stay sent. So does a progress that says stop: every view has then had the same
+// rows. Returns the number of rows replayed.
+int LoadLoggedWeather(const QString& path, const OpenViews& views,
+                      const ReplayProgress& progress = {});
 
 // The first row of the given day's file written in the same minute as `time`. Waits a little
 // for a row being written, and blocks writing while it scans. An empty record when the file

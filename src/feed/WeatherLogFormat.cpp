@@ -105,6 +105,10 @@ WeatherLogLines::WeatherLogLines(const QString& path) {
         bytes = file.readAll();
 }
 
+double WeatherLogLines::fractionRead() const {
+    return bytes.isEmpty() ? 1.0 : qMin(1.0, double(position) / double(bytes.size()));
+}
+
 bool WeatherLogLines::next(std::string_view& line) {
     const std::string_view all(bytes.constData(), size_t(bytes.size()));
     while (position < bytes.size()) {

@@ -24,6 +24,8 @@ public:
     bool isOpen() const { return open; }
     // The next line; false at the end of the file.
     bool next(std::string_view& line);
+    // How much of the file the lines read so far cover, from 0 to 1.
+    double fractionRead() const;
 
 private:
     QByteArray bytes;

@@ -6,15 +6,18 @@
 namespace {
 
 constexpr double SecondsPerDay = 86400.0;
+// Rows between two reports of progress: often enough for a smooth bar and a quick Cancel,
+// seldom enough to cost nothing beside the rows.
+constexpr int RowsPerReport = 512;
 
-} // namespace
-
-int LoadLoggedWeather(const QString& path, const OpenViews& views) {
-    WeatherLogLines lines(path);
+int replayRows(WeatherLogLines& lines, const OpenViews& views, const ReplayProgress& progress) {
     LoggedWeather row;
     int replayed = 0;
     std::string_view line;
     while (lines.next(line)) {
+        if (progress && replayed % RowsPerReport == 0 && replayed > 0 &&
+            !progress(lines.fractionRead()))
+            break;
         int second = 0;
         if (!ReadWeatherLogRow(line, row, second))
             break;
@@ -27,5 +30,14 @@ int LoadLoggedWeather(const QString& path, const OpenViews& views) {
         views.addLoggedRow(row, t, *correctionFactor);
         ++replayed;
     }
+    return replayed;
+}
+
+} // namespace
+
+int LoadLoggedWeather(const QString& path, const OpenViews& views, const ReplayProgress& progress) {
+    WeatherLogLines lines(path);
+    const int replayed = replayRows(lines, views, progress);
+    views.endOfReplay();
     return replayed;
 }

@@ -20,7 +20,7 @@ class RecordingViews {
 public:
     explicit RecordingViews(std::initializer_list<View> open) {
         for (const View view : open) {
-            recorders.push_back(std::make_unique<Recorder>(name(view), calls));
+            recorders.push_back(std::make_unique<Recorder>(name(view), calls, ends));
             views.open(view, recorders.back().get());
         }
     }
@@ -31,12 +31,14 @@ public:
     }
 
     QStringList calls;
+    int ends = 0; // ends of a replay told to a view
     OpenViews views;
 
 private:
     class Recorder : public LiveView {
     public:
-        Recorder(QString name, QStringList& calls) : name(std::move(name)), calls(calls) {}
+        Recorder(QString name, QStringList& calls, int& ends)
+            : name(std::move(name)), calls(calls), ends(ends) {}
         void showReading(const WeatherRecord&, const QString&) override {}
         void addLoggedPoint(float t, const QList<float>& values) override {
             QString text = QStringLiteral("%1 t=%2").arg(name).arg(double(t));
@@ -44,10 +46,12 @@ private:
                 text += QStringLiteral(" %1").arg(double(value));
             calls << text;
         }
+        void endOfReplay() override { ++ends; }
 
     private:
         QString name;
         QStringList& calls;
+        int& ends;
     };
 
     static QString name(View view) {
@@ -127,6 +131,44 @@ private slots:
         QVERIFY(sink.calls[0].startsWith(QStringLiteral("rh ")));
         QVERIFY(sink.calls[1].startsWith(QStringLiteral("rosePlot t=")));
         QVERIFY(sink.calls[1].endsWith(QStringLiteral(" 275 7")));
+    }
+
+    // Each view hears once that the replay has ended, after its last row.
+    void theEndOfTheReplayIsToldOnceToEachReplayedView() {
+        RecordingViews sink({View::WindSpeed, View::ABP, View::Weather});
+        QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
+        QCOMPARE(sink.ends, 2);
+        QCOMPARE(sink.calls.size(), 4);
+    }
+
+    // Progress is told every 512 rows as the share of the file read, rising towards 1; a
+    // progress that says stop ends the replay between two rows, so that every view has had
+    // the same rows, and the views still hear that the replay has ended.
+    void progressIsToldAndCanStopTheReplayBetweenRows() {
+        QByteArray rows;
+        for (int i = 0; i < 2000; ++i)
+            rows += Row(QTime(10, 0).addSecs(i).toString(QStringLiteral("hh:mm:ssap")));
+        const QString path = logFile(rows);
+        QList<double> told;
+        RecordingViews all({View::WindSpeed, View::ABP});
+        QCOMPARE(LoadLoggedWeather(path, all.views,
+                                   [&told](double fraction) {
+                                       told << fraction;
+                                       return true;
+                                   }),
+                 2000);
+        QCOMPARE(told.size(), 3); // after 512, 1024 and 1536 rows
+        QVERIFY(told[0] > 0.25 && told[0] < 0.27);
+        QVERIFY(told[1] > told[0] && told[2] > told[1] && told[2] < 1);
+
+        RecordingViews stopped({View::WindSpeed, View::ABP});
+        int reports = 0;
+        QCOMPARE(
+            LoadLoggedWeather(path, stopped.views, [&reports](double) { return ++reports < 2; }),
+            1024);
+        QCOMPARE(stopped.calls.filter(QStringLiteral("windSpeed ")).size(), 1024);
+        QCOMPARE(stopped.calls.filter(QStringLiteral("abp ")).size(), 1024);
+        QCOMPARE(stopped.ends, 2);
     }
 
     void noViewOpenReadsTheWholeFileAndCallsNothing() {

@@ -27,6 +27,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
@@ -424,7 +425,23 @@ void MainWindow::replayWeatherLog() {
                        Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
     if (clear == Dialogs::Answer::Yes)
         ClearViews();
-    LoadLoggedWeather(file->path, state.views);
+    replayWithProgress(*file);
+}
+
+// A whole day takes a moment: a bar shows how far the replay has come, and Cancel stops it
+// between two rows, so every chart keeps the same rows. The live feed goes on meanwhile.
+void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
+    constexpr int Steps = 1000;
+    QProgressDialog progress(QStringLiteral("Loading ") + file.title + QStringLiteral("..."),
+                             QStringLiteral("Cancel"), 0, Steps, this);
+    progress.setObjectName(QStringLiteral("dlgLoadLoggedWeather"));
+    progress.setWindowTitle(QStringLiteral("Load Logged Weather"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(300);
+    LoadLoggedWeather(file.path, state.views, [&progress](double fractionRead) {
+        progress.setValue(int(fractionRead * Steps));
+        return !progress.wasCanceled();
+    });
 }
 
 // Clears each open chart in the order of the view table; the live weather and wind direction

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "core/Dialogs.h"
 #include "feed/PortSettings.h"
+
 #include <QBrush>
 #include <QHash>
-
 #include <QMainWindow>
 #include <functional>
 
@@ -111,6 +112,7 @@ private:
     void showHelpContents();
     void showAbout();
     void replayWeatherLog();
+    void replayWithProgress(const Dialogs::FileChoice& file);
     void ClearViews();
 
     AppState& state;
