@@ -42,7 +42,7 @@ void printPicture(const QImage& picture) {
         return;
     // The picture at its natural size: its pixels at the 96 dots an inch of the screen.
     const double scale = printer.resolution() / 96.0;
-    painter.drawImage(QRectF(QPointF(0, 0), QSizeF(picture.size()) * scale), picture);
+    painter.drawImage(QRectF(QPointF(0, 0), picture.deviceIndependentSize() * scale), picture);
 }
 
 QString proposedName(const QString& label) {
@@ -50,6 +50,10 @@ QString proposedName(const QString& label) {
 }
 
 void saveAsPdf(const QString& label, QWidget& chart) {
+    saveAsPdf(label, chart, [&chart] { return chart.grab().toImage(); });
+}
+
+void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage()>& picture) {
     Dialogs::FileRequest request;
     request.save = true;
     request.title = QStringLiteral("PDF ") + label + QStringLiteral(" Export");
@@ -62,10 +66,11 @@ void saveAsPdf(const QString& label, QWidget& chart) {
     const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
     if (!choice || choice->path.isEmpty())
         return;
-    // The chart as it stands once the dialog has closed.
-    const QImage picture = chart.grab().toImage();
+    // Readings that came in while the dialog was open reach the chart first: the page shows
+    // the chart as it stands once the dialog has closed.
+    QCoreApplication::processEvents();
     const PageDocument page =
-        ChartPage::layout(label, picture, pageSizeOf(chart), QDateTime::currentDateTime());
+        ChartPage::layout(label, picture(), pageSizeOf(chart), QDateTime::currentDateTime());
     QString path = choice->path;
     if (QFileInfo(path).suffix() != QStringLiteral("pdf"))
         path += QStringLiteral(".pdf");

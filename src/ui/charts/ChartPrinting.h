@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QString>
+#include <functional>
 
 class QWidget;
 
@@ -16,6 +17,9 @@ void printPicture(const QImage& picture);
 // the export and the picture of the chart, its size taken from the chart on the screen. A
 // name that does not end in ".pdf" gets it.
 void saveAsPdf(const QString& label, QWidget& chart);
+// The same with a picture kept by the chart itself, the wind rose's: it is taken once the
+// file has been chosen, so a reading that came in meanwhile is on it.
+void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage()>& picture);
 
 // The name proposed for the file: the label and today's date, "Wind Speed 2026-11-25".
 QString proposedName(const QString& label);

@@ -2,6 +2,10 @@
 
 #include "core/OpenViews.h"
 #include "ui/charts/LiveViewWindow.h"
+#include "ui/charts/StripChartWindow.h"
+#include "ui/charts/WeatherDisplayWindow.h"
+#include "ui/charts/WindGaugeWindow.h"
+#include "ui/charts/WindRoseWindow.h"
 #include "ui/shell/WindowPlacement.h"
 
 #include <QMdiArea>
@@ -17,17 +21,17 @@ using Maker = LiveViewWindow* (*)(View view, OpenViews& views);
 
 // The window of each view, in the order of the view table; nullptr where none is built yet.
 const std::array<Maker, ViewTable::Count> Makers{{
-    nullptr, // RosePlot
-    nullptr, // WindDirection
-    nullptr, // WindSpeed
-    nullptr, // Weather
-    nullptr, // VaporPressure
-    nullptr, // AADA
-    nullptr, // ABP
-    nullptr, // RH
-    nullptr, // GR
-    nullptr, // CF
-    nullptr, // ADR
+    WindRoseWindow::make,       // RosePlot
+    WindGaugeWindow::make,      // WindDirection
+    StripChartWindow::make,     // WindSpeed
+    WeatherDisplayWindow::make, // Weather
+    StripChartWindow::make,     // VaporPressure
+    StripChartWindow::make,     // AADA
+    StripChartWindow::make,     // ABP
+    StripChartWindow::make,     // RH
+    StripChartWindow::make,     // GR
+    StripChartWindow::make,     // CF
+    StripChartWindow::make,     // ADR
 }};
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ui/racelog/RaceLogWindow.h"
 
+#include "charts/RunAnnotations.h"
 #include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
@@ -17,6 +18,7 @@
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
 #include "racelog/RunEdits.h"
+#include "ui/charts/StripChartWindow.h"
 #include "ui/output/PagePrinting.h"
 #include "ui/output/ViewerWindow.h"
 #include "ui/racelog/LogSidePanel.h"
@@ -68,6 +70,8 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
             this, [this] { showPages(RaceLogPages::showTimes); });
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miIncrementalTimes")),
             &QAction::triggered, this, [this] { showPages(RaceLogPages::showIncrementalTimes); });
+    connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miAnnotations")),
+            &QAction::triggered, this, &RaceLogWindow::annotateCharts);
     // An emptied list selects nothing; it is about to be filled again.
     connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
@@ -443,6 +447,22 @@ void RaceLogWindow::showPages(void (*layout)(PageDocument&, const RaceLog&)) {
     ViewerWindow::open(*frame->mdiArea(), Viewers::Kind::Pages, std::move(pages),
                        log.field(RaceLog::Field::PageIdentifier) + u' ' +
                            log.field(RaceLog::Field::Date));
+}
+
+// Every run of the log on each open strip chart, at its time and its weather. A value that
+// cannot be worked out ends the command; the marks made until then stay.
+void RaceLogWindow::annotateCharts() {
+    grid->commitCellEdit();
+    const RunAnnotations::Marks marks =
+        RunAnnotations::marks(log.runs(), log.field(RaceLog::Field::PageIdentifier),
+                              [this](ViewTable::View view) { return state.views.isOpen(view); });
+    for (const RunAnnotations::Mark& mark : marks.marks) {
+        if (auto* chart = dynamic_cast<StripChartWindow*>(state.views.at(mark.view)))
+            chart->annotate(mark.plot, mark.x, mark.y, mark.text);
+    }
+    if (marks.failed)
+        Dialogs::Inform(QStringLiteral("Unable to load all annotations!"),
+                        QStringLiteral("Tarnwick - Annotations"), Dialogs::Icon::Critical);
 }
 
 PageDocument RaceLogWindow::timesPages() {

@@ -91,6 +91,7 @@ private:
     void warnOfManyPagingLogs();
     void completeRun(int row);
     void showPages(void (*layout)(PageDocument&, const RaceLog&));
+    void annotateCharts();
     PageDocument timesPages();
     void selectReferenceRun(int index);
     void warnOfUnreadValues(const QString& path, int count);

@@ -36,6 +36,7 @@ constexpr Item RowItems[] = {
     Separator,
     {"miIncrementalTimes", "Incremental Times...", &RunMenus::miIncrementalTimes},
     {"miRaceLog", "Race Log...", &RunMenus::miRaceLog},
+    {"miAnnotations", "Annotations...", &RunMenus::miAnnotations},
     Separator,
     {"miNewRun", "New Run", &RunMenus::miNewRun},
     {"miDelete", "Delete Run#", &RunMenus::miDelete},

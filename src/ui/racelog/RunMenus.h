@@ -30,6 +30,7 @@ struct RunMenus {
     QAction* miSettings;
     QAction* miIncrementalTimes;
     QAction* miRaceLog;
+    QAction* miAnnotations;
     QAction* miNewRun;
     QAction* miDelete;
 

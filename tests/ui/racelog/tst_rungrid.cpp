@@ -621,7 +621,7 @@ private slots:
         }
         for (const QString& entry : order) {
             if (!entry.startsWith("miiCard") && !entry.startsWith("miIncremental") &&
-                !entry.startsWith("miRace") && !entry.startsWith("miAnnotations"))
+                !entry.startsWith("miRace"))
                 QVERIFY2(entries.contains(entry), qPrintable(entry));
         }
 
