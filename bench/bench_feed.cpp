@@ -1,6 +1,7 @@
 // How long the weather feed takes for one instrument line, and the weather log for a day's
 // replay and a lookup. Runs in a scratch home, so the settings tree and the log folder are
 // fresh and hold what a user's would: the column selection and today's rows.
+#include "WeatherDay.h"
 #include "core/LiveView.h"
 #include "core/Registry.h"
 #include "feed/SerialFramer.h"
@@ -21,44 +22,14 @@ namespace {
 
 const QByteArray Line =
     " 11/22/26 10:42:07 29.92 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r";
-const QDate Day(2001, 7, 4); // never today, so the live benchmarks write elsewhere
-constexpr int SecondsPerDay = 86400;
-
-// A day of rows, one a second, with values that drift as the instrument's do.
-void writeDayFile() {
-    const QString path = WeatherLogPath(Day);
-    if (QFile::exists(path))
-        return;
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    WeatherRecord record;
-    for (int second = 0; second < SecondsPerDay; ++second) {
-        record.ABP = 29.5f + float(second % 97) / 100.0f;
-        record.Temp = 60.0f + float(second % 251) / 10.0f;
-        record.RH = 30.0f + float(second % 401) / 10.0f;
-        record.AA = 1000 + second % 500;
-        record.AH = 5.0f + float(second % 13) / 10.0f;
-        record.GR = 40 + second % 20;
-        record.VP = 0.3f + float(second % 31) / 100.0f;
-        record.DP = 45 + second % 10;
-        record.ADR = 95.0f + float(second % 71) / 10.0f;
-        record.DA = 1400 + second % 300;
-        record.PA = 100 + second % 50;
-        record.WD = second % 360;
-        record.WS = second % 25;
-        record.WG = second % 35;
-        record.AL = second % 1000;
-        file.write(WeatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), record));
-    }
-}
+const QDate Day = WeatherDay::Day;
+constexpr int SecondsPerDay = WeatherDay::Seconds;
 
 // Takes every point, as a chart would, and keeps a sum so nothing is optimised away.
 class SummingView : public LiveView {
 public:
     double sum = 0;
-    void showReading(const WeatherRecord& reading, const QString&) override {
-        sum += reading.ABP;
-    }
+    void showReading(const WeatherRecord& reading, const QString&) override { sum += reading.ABP; }
     void addLoggedPoint(float t, const QList<float>& values) override {
         sum += t;
         for (float value : values)
@@ -137,7 +108,7 @@ void BM_LogRow(benchmark::State& run) {
 BENCHMARK(BM_LogRow)->Unit(benchmark::kMicrosecond);
 
 void BM_ReplayDay(benchmark::State& run) {
-    writeDayFile();
+    WeatherDay::write();
     OpenViews views;
     SummingView charts;
     openEveryChart(views, charts);
@@ -151,7 +122,7 @@ void BM_ReplayDay(benchmark::State& run) {
 BENCHMARK(BM_ReplayDay)->Unit(benchmark::kMillisecond);
 
 void BM_ReplayDayNoViewOpen(benchmark::State& run) {
-    writeDayFile();
+    WeatherDay::write();
     const OpenViews none;
     for (auto _ : run)
         benchmark::DoNotOptimize(LoadLoggedWeather(WeatherLogPath(Day), none));
@@ -159,7 +130,7 @@ void BM_ReplayDayNoViewOpen(benchmark::State& run) {
 BENCHMARK(BM_ReplayDayNoViewOpen)->Unit(benchmark::kMillisecond);
 
 void BM_FindLastMinute(benchmark::State& run) {
-    writeDayFile();
+    WeatherDay::write();
     AppState state;
     for (auto _ : run) {
         const LoggedWeather found = FindLoggedWeather(state, Day, QTime(23, 59));
