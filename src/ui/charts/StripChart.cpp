@@ -1,5 +1,6 @@
 #include "ui/charts/StripChart.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -9,9 +10,12 @@ const QColor Backdrop(0, 0, 0);
 const QColor Frame(200, 200, 200);
 const QColor GridLine(60, 60, 60);
 const QColor MarkText(255, 255, 255);
+// Room for one time label ("12:05:09p") and the space before the next.
+constexpr int TimeLabelSpacing = 100;
 
 // Ticks at the spacing the chart was designed with while that spacing gives a readable number
-// of them; once the chart has scaled itself far from its start, a spacing that suits the range.
+// of them for the room the axis has (its tick count); once the chart has scaled itself far
+// from its start, a spacing that suits the range.
 class DesignTicker : public QCPAxisTicker {
 public:
     DesignTicker(double major, double minor)
@@ -20,7 +24,7 @@ public:
 protected:
     double getTickStep(const QCPRange& range) override {
         const double ticks = range.size() / major;
-        if (ticks >= 2 && ticks <= 12)
+        if (ticks >= 2 && ticks <= std::max(4, 2 * tickCount()))
             return major;
         return fittedStep(range);
     }
@@ -225,6 +229,12 @@ void StripChart::removeAnnotations() {
             removeItem(i);
     }
     replot(rpQueuedReplot);
+}
+
+// A narrow chart shows fewer time labels, so that they never run into each other.
+void StripChart::resizeEvent(QResizeEvent* event) {
+    QCustomPlot::resizeEvent(event);
+    xAxis->ticker()->setTickCount(std::max(2, width() / TimeLabelSpacing));
 }
 
 void StripChart::mousePressEvent(QMouseEvent* event) {

@@ -4,25 +4,45 @@
 #include "charts/WeatherBoxes.h"
 #include "output/PageFonts.h"
 
+#include <QFontMetricsF>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <algorithm>
+#include <array>
 
 namespace {
 
-// Three columns of five, read down each column.
-constexpr int Rows = 5;
-constexpr int Columns = 3;
+// The boxes stand in one, three or five columns, read down each column.
+constexpr std::array<int, 3> Arrangements{1, 3, 5};
+// A box takes three fifths of its column and its label the rest, each less a little room
+// for frames and spacing.
+constexpr double BoxShare = 0.6;
+constexpr double BoxPadding = 14;
+
+// The largest figures that fit a window of this size in this many columns: a pressure of
+// 29.921 fits its box, "TEMP:" its label, and a figure takes at most two thirds of a row.
+double figureSize(const QSize& window, int columns) {
+    constexpr double Sample = 100; // the pixel size at which the texts are measured
+    QFont figures(QStringLiteral("Tahoma"));
+    figures.setPixelSize(int(Sample));
+    const QFontMetricsF metrics(figures);
+    const double rows = double(WeatherBoxes::Count / columns);
+    const double column = window.width() / double(columns);
+    const double boxRoom = column * BoxShare - BoxPadding;
+    const double labelRoom = column * (1 - BoxShare) - BoxPadding;
+    return std::min({window.height() / rows * 2 / 3,
+                     Sample * boxRoom / metrics.horizontalAdvance(QStringLiteral("29.921")),
+                     Sample * labelRoom / metrics.horizontalAdvance(QStringLiteral("TEMP:"))});
+}
 
 } // namespace
 
 WeatherDisplayWindow::WeatherDisplayWindow(OpenViews& views, QWidget* parent)
-    : LiveViewWindow(ViewTable::View::Weather, views, parent) {
+    : LiveViewWindow(ViewTable::View::Weather, views, parent), grid(new QGridLayout(this)) {
     PageFonts::install();
-    auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
-    for (int i = 0; i < WeatherBoxes::Count; ++i) {
-        const WeatherBoxes::Box& box = WeatherBoxes::Boxes[std::size_t(i)];
+    for (const WeatherBoxes::Box& box : WeatherBoxes::Boxes) {
         auto* label = new QLabel(WeatherBoxes::labelText(box), this);
         label->setObjectName(WeatherBoxes::labelName(box));
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -32,20 +52,34 @@ WeatherDisplayWindow::WeatherDisplayWindow(OpenViews& views, QWidget* parent)
         text->setToolTip(box.toolTip.toString());
         label->setToolTip(box.toolTip.toString());
         label->setBuddy(text);
-        // The figures set the size, not the other way round: the window may be made small.
+        // The window sets the width, and the figures follow it; a box is as high as its
+        // figures, in the middle of its row.
         for (QWidget* widget : {static_cast<QWidget*>(label), static_cast<QWidget*>(text)})
-            widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-        const int row = i % Rows;
-        const int column = i / Rows;
-        grid->addWidget(label, row, column * 2);
-        grid->addWidget(text, row, column * 2 + 1);
-        grid->setColumnStretch(column * 2, 2);
-        grid->setColumnStretch(column * 2 + 1, 3);
+            widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         labels << label;
         boxList << text;
     }
     resize(sizeHint());
     fitFigures();
+}
+
+// Puts the boxes in the columns, in their order down each column.
+void WeatherDisplayWindow::arrange(int count) {
+    columns = count;
+    for (int column = 0; column < 2 * Arrangements.back(); ++column)
+        grid->setColumnStretch(column, 0);
+    for (int row = 0; row < WeatherBoxes::Count; ++row)
+        grid->setRowStretch(row, 0);
+    const int rows = WeatherBoxes::Count / columns;
+    for (int i = 0; i < WeatherBoxes::Count; ++i) {
+        const int row = i % rows;
+        const int column = i / rows;
+        grid->addWidget(labels[i], row, column * 2, Qt::AlignVCenter);
+        grid->addWidget(boxList[i], row, column * 2 + 1, Qt::AlignVCenter);
+        grid->setRowStretch(row, 1);
+        grid->setColumnStretch(column * 2, 2);
+        grid->setColumnStretch(column * 2 + 1, 3);
+    }
 }
 
 LiveViewWindow* WeatherDisplayWindow::make(ViewTable::View, OpenViews& views) {
@@ -64,14 +98,15 @@ void WeatherDisplayWindow::resizeEvent(QResizeEvent*) {
     fitFigures();
 }
 
-// The figures take about half the height of a row, and no more than lets a box show a
-// pressure of 29.921 with room to spare.
 void WeatherDisplayWindow::fitFigures() {
-    const double rowHeight = height() / double(Rows);
-    const double boxWidth = width() / double(Columns) * 3 / 5;
-    const int pixels = std::max(8, int(std::min(rowHeight * 0.5, boxWidth / 4.5)));
+    const auto larger = [this](int a, int b) {
+        return figureSize(size(), a) < figureSize(size(), b);
+    };
+    const int best = *std::max_element(Arrangements.begin(), Arrangements.end(), larger);
+    if (best != columns)
+        arrange(best);
     QFont figures(QStringLiteral("Tahoma"));
-    figures.setPixelSize(pixels);
+    figures.setPixelSize(std::max(8, int(figureSize(size(), columns))));
     for (QLabel* label : labels)
         label->setFont(figures);
     for (QLineEdit* box : boxList)

@@ -4,11 +4,13 @@
 
 #include <QList>
 
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 
 // "Weather Information": the fifteen quantities of the latest reading in figures large enough
-// to read across the pits. The figures grow and shrink with the window. It keeps no history.
+// to read across the pits. The figures grow and shrink with the window, and the boxes stand in
+// one, three or five columns, whichever lets them be largest. It keeps no history.
 class WeatherDisplayWindow : public LiveViewWindow {
     Q_OBJECT
 public:
@@ -28,8 +30,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void arrange(int columns);
     void fitFigures();
 
     QList<QLabel*> labels;
     QList<QLineEdit*> boxList;
+    QGridLayout* grid;
+    int columns = 0;
 };

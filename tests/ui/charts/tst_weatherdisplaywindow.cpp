@@ -143,6 +143,42 @@ private slots:
         QVERIFY(metrics.height() <= abp->height());
     }
 
+    // However the window is shaped, a pressure fits its box and "TEMP:" its label, and a box
+    // is as high as its figures, not as its row. A tall narrow window takes the boxes in one
+    // column, a wider one in three; either way they read down each column in their order.
+    void theFiguresFitTheirBoxesInATallNarrowWindowAndAWideFlatOne() {
+        DisplayWindows windows;
+        WeatherDisplayWindow* display = windows.open();
+        const QList<std::pair<QSize, int>> shapes{
+            {QSize(340, 700), 1}, {QSize(1100, 300), 3}, {QSize(700, 500), 3}};
+        for (const auto& [size, columns] : shapes) {
+            windows.frame()->resize(size);
+            QCoreApplication::processEvents();
+            const QString shape = QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
+            QLineEdit* abp = box(display, "ABP");
+            QLabel* temp = display->findChild<QLabel*>("lblTEMP");
+            const QFontMetrics metrics(abp->font());
+            QVERIFY2(metrics.horizontalAdvance(QStringLiteral("29.921")) < abp->width(),
+                     qPrintable(shape));
+            QVERIFY2(metrics.horizontalAdvance(QStringLiteral("TEMP:")) <= temp->width(),
+                     qPrintable(shape));
+            QVERIFY2(abp->height() < metrics.height() * 2, qPrintable(shape));
+            QSet<int> lefts;
+            const QList<QLineEdit*>& boxes = display->boxes();
+            for (int i = 0; i < boxes.size(); ++i) {
+                lefts << boxes[i]->x();
+                if (i == 0)
+                    continue;
+                const QRect before = boxes[i - 1]->geometry();
+                const QRect now = boxes[i]->geometry();
+                const bool below = now.x() == before.x() && now.y() > before.y();
+                const bool nextColumn = now.x() > before.x() && now.y() == boxes[0]->y();
+                QVERIFY2(below || nextColumn, qPrintable(shape + u' ' + boxes[i]->objectName()));
+            }
+            QCOMPARE(lefts.size(), columns);
+        }
+    }
+
     void aReadingFillsEveryBoxAsPlainNumberText() {
         DisplayWindows windows;
         WeatherDisplayWindow* display = windows.open();
