@@ -10,8 +10,10 @@ const QColor Backdrop(0, 0, 0);
 const QColor Frame(200, 200, 200);
 const QColor GridLine(60, 60, 60);
 const QColor MarkText(255, 255, 255);
-// Room for one time label ("12:05:09p") and the space before the next.
+// Room for one time label ("12:05:09p") and the space before the next, and the room the value
+// axes take beside the time axis.
 constexpr int TimeLabelSpacing = 100;
+constexpr int ValueAxesWidth = 120;
 
 // Ticks at the spacing the chart was designed with while that spacing gives a readable number
 // of them for the room the axis has (its tick count); once the chart has scaled itself far
@@ -44,17 +46,15 @@ public:
     using DesignTicker::DesignTicker;
 
 protected:
-    // Steps a clock reads well, from a second to six hours.
+    // The shortest step a clock reads well, from a second to twelve hours, that gives no more
+    // ticks than the axis has room for.
     double fittedStep(const QCPRange& range) override {
         static constexpr std::array<int, 17> Seconds{
             1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200, 10800, 21600, 43200};
         const double wanted = range.size() * 86400.0 / tickCount();
-        int best = Seconds.front();
-        for (int seconds : Seconds) {
-            if (std::abs(seconds - wanted) < std::abs(best - wanted))
-                best = seconds;
-        }
-        return best / 86400.0;
+        const auto step = std::find_if(Seconds.begin(), Seconds.end(),
+                                       [wanted](int seconds) { return seconds >= wanted; });
+        return (step == Seconds.end() ? Seconds.back() : *step) / 86400.0;
     }
     QString getTickLabel(double tick, const QLocale&, QChar, int) override {
         return StripCharts::timeOfDayText(tick);
@@ -234,7 +234,7 @@ void StripChart::removeAnnotations() {
 // A narrow chart shows fewer time labels, so that they never run into each other.
 void StripChart::resizeEvent(QResizeEvent* event) {
     QCustomPlot::resizeEvent(event);
-    xAxis->ticker()->setTickCount(std::max(2, width() / TimeLabelSpacing));
+    xAxis->ticker()->setTickCount(std::max(2, (width() - ValueAxesWidth) / TimeLabelSpacing));
 }
 
 void StripChart::mousePressEvent(QMouseEvent* event) {
