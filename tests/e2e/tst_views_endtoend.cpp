@@ -76,6 +76,9 @@ private slots:
         window.mdiArea()->tileSubWindows();
 
         QTest::qWait(20000);
+        if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))
+            window.grab().save(qEnvironmentVariable("TARNWICK_KEEP_PICTURES") +
+                               QStringLiteral("/all-views.png"));
         const WeatherRecord& w = state.currentWeather;
         QVERIFY(w.ABP > 25);
 

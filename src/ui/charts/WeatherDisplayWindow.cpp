@@ -19,9 +19,11 @@ constexpr std::array<int, 3> Arrangements{1, 3, 5};
 // for frames and spacing.
 constexpr double BoxShare = 0.6;
 constexpr double BoxPadding = 14;
+// A box is its figures and its frame: the room a row needs beyond the figures.
+constexpr double BoxFrame = 12;
 
 // The largest figures that fit a window of this size in this many columns: a pressure of
-// 29.921 fits its box, "TEMP:" its label, and a figure takes at most two thirds of a row.
+// 29.921 fits its box, "TEMP:" its label, and a box with its frame fits its row.
 double figureSize(const QSize& window, int columns) {
     constexpr double Sample = 100; // the pixel size at which the texts are measured
     QFont figures(QStringLiteral("Tahoma"));
@@ -31,7 +33,7 @@ double figureSize(const QSize& window, int columns) {
     const double column = window.width() / double(columns);
     const double boxRoom = column * BoxShare - BoxPadding;
     const double labelRoom = column * (1 - BoxShare) - BoxPadding;
-    return std::min({window.height() / rows * 2 / 3,
+    return std::min({(window.height() / rows - BoxFrame) * 0.8,
                      Sample * boxRoom / metrics.horizontalAdvance(QStringLiteral("29.921")),
                      Sample * labelRoom / metrics.horizontalAdvance(QStringLiteral("TEMP:"))});
 }
