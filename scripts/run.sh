@@ -3,7 +3,7 @@
 # With no instrument port configured, Tarnwick runs on the built-in instrument simulator in a
 # private demo profile, so a newcomer sees live weather at once. Without a display the same
 # program runs under Xvfb for a while, the live status line and the pages the simulator
-# received are printed, and a screenshot of the main window with a new race log is saved.
+# received are printed, and a screenshot of the main window with its live views is saved.
 set -euo pipefail
 repo=$(cd "$(dirname "$0")/.." && pwd)
 cd "$repo"
@@ -46,13 +46,17 @@ for _ in $(seq 50); do
     sleep 0.1
 done
 
+# The demo opens the large display, the wind rose and the altitude chart side by side, so the
+# live weather is on screen within seconds.
+views=miWeather,miWindPlot,miAADA,miTileVertically
+
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    "$bin/tarnwick" "$@"
+    TARNWICK_DEMO_COMMANDS=$views "$bin/tarnwick" "$@"
     exit 0
 fi
 
 echo "No display: running Tarnwick under Xvfb for 30 seconds."
-TARNWICK_ECHO_STATUS=1 TARNWICK_DEMO_COMMANDS=miNewRaceLog TARNWICK_SCREENSHOT="$demo/screenshot.png" \
+TARNWICK_ECHO_STATUS=1 TARNWICK_DEMO_COMMANDS=$views TARNWICK_SCREENSHOT="$demo/screenshot.png" \
     TARNWICK_QUIT_AFTER_MS=30000 \
     xvfb-run -a -s "-screen 0 1280x800x24" "$bin/tarnwick" | sed -n 's/^STATUS: /Live status line: /p' | tail -n 5 || true
 echo "Pages the simulator received:"
