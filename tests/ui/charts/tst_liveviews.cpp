@@ -2,6 +2,7 @@
 // day of the weather log replayed into every chart and the rose, whole or cancelled midway.
 #include "../PredictionWindows.h"
 #include "common/TestHome.h"
+#include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/WeatherLogFormat.h"
 #include "ui/charts/StripChart.h"
@@ -65,6 +66,17 @@ QString writeDay(const QString& folder) {
     return path;
 }
 
+WeatherRecord reading() {
+    WeatherRecord w;
+    w.ABP = 29.5f;
+    w.Temp = 70;
+    w.VP = 0.4f;
+    w.AA = 1850;
+    w.WD = 20;
+    w.WS = 8;
+    return w;
+}
+
 // The wind speeds of the first `rows` rows of that day, added up.
 qint64 windOfFirstRows(int rows) {
     qint64 sum = 0;
@@ -119,6 +131,44 @@ private slots:
         windows.run(QStringLiteral("miWindSpeed"));
         QCOMPARE(windows.main.mdiArea()->activeSubWindow()->widget()->objectName(),
                  QStringLiteral("frmWindSpeed"));
+    }
+
+    // Each view keeps its place under its own branch of the settings, and a window opened
+    // again takes that place and starts empty.
+    void everyViewKeepsItsPlaceAndReopensEmpty() {
+        ViewWindows windows;
+        int shift = 0;
+        for (const ViewTable::Entry& entry : ViewTable::Views) {
+            windows.run(entry.command.toString());
+            auto* view = dynamic_cast<QWidget*>(windows.state.views.at(entry.view));
+            auto* frame = qobject_cast<QMdiSubWindow*>(view->parentWidget());
+            const QRect place(40 + shift, 30 + shift, 380 + shift, 260 + shift);
+            shift += 7;
+            frame->setGeometry(place);
+            windows.state.views.showReading(reading(), QStringLiteral("ABP=29.5"));
+            frame->close();
+            QTRY_VERIFY(!windows.state.views.isOpen(entry.view));
+
+            const QString branch = QStringLiteral("SOFTWARE\\Zorvane\\") + entry.branch.toString() +
+                                   QStringLiteral("\\ScreenSettings");
+            QCOMPARE(Registry::Get(branch, QStringLiteral("Left")), QString::number(place.x()));
+            QCOMPARE(Registry::Get(branch, QStringLiteral("Top")), QString::number(place.y()));
+            QCOMPARE(Registry::Get(branch, QStringLiteral("Width")),
+                     QString::number(place.width()));
+            QCOMPARE(Registry::Get(branch, QStringLiteral("Height")),
+                     QString::number(place.height()));
+
+            windows.run(entry.command.toString());
+            view = dynamic_cast<QWidget*>(windows.state.views.at(entry.view));
+            QCOMPARE(view->parentWidget()->geometry(), place);
+            // Nothing of the first window: the caption is the view's own again, and a chart
+            // or the rose holds nothing.
+            QCOMPARE(view->windowTitle(), entry.caption.toString());
+            if (auto* chart = dynamic_cast<StripChartWindow*>(view))
+                QCOMPARE(chart->chart()->line(0)->dataCount(), 0);
+            if (auto* rose = dynamic_cast<WindRoseWindow*>(view))
+                QCOMPARE(roseTotal(rose), 0);
+        }
     }
 
     // Clear Views empties the charts and the rose; the gauge and the large display keep the
