@@ -23,7 +23,7 @@ int WindRose::sectorOf(int angle) {
     return angle / 12;
 }
 
-bool WindRose::setValue(float value, qint16 direction) {
+bool WindRose::addWind(float value, qint16 direction) {
     // The angle is a 16-bit number from its first step: the far end of the range overflows.
     if (90 - int(direction) > std::numeric_limits<qint16>::max())
         return false;
@@ -40,14 +40,14 @@ bool WindRose::setValue(float value, qint16 direction) {
     return true;
 }
 
-float WindRose::getValue(qint16 angle) const {
+float WindRose::sumAt(qint16 angle) const {
     const int sector = sectorOf(angle);
     if (sector < 0 || sector >= int(sums.size()))
         return 0;
     return float(sums[std::size_t(sector)]);
 }
 
-void WindRose::clearValues() {
+void WindRose::clearSums() {
     std::fill(sums.begin(), sums.begin() + SectorCount, 0);
 }
 

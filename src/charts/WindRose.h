@@ -19,14 +19,14 @@ public:
     // latest. The sums stay whole numbers: each new sum is rounded, ties to even. False when
     // the arithmetic overflows or the direction lands outside the sectors; the rose then
     // needs no redraw.
-    bool setValue(float value, qint16 direction);
+    bool addWind(float value, qint16 direction);
     // The sum of the sector that holds a plot angle, taken as it is: no compass conversion.
     // 0 for an angle beyond the sectors.
-    float getValue(qint16 angle) const;
+    float sumAt(qint16 angle) const;
     // The sectors start again from nothing; the needle stays where it is.
-    void clearValues();
+    void clearSums();
 
-    // The plot angle of a compass direction, as setValue works it out: one turn is added or
+    // The plot angle of a compass direction, as addWind works it out: one turn is added or
     // taken away at most, so 360 gives 90 and 91 gives 359.
     static int plotAngle(int direction);
     // The sector that holds a plot angle; the remainder is dropped.

@@ -34,14 +34,14 @@ private slots:
 
     void anEastWindLandsInTheFirstSector() {
         WindRose rose;
-        QVERIFY(rose.setValue(10, 90));
+        QVERIFY(rose.addWind(10, 90));
         QCOMPARE(rose.sum(0), 10);
         QCOMPARE(rose.lastAngle(), qint16(0));
     }
 
     void oneDegreeFurtherLandsInTheLastSector() {
         WindRose rose;
-        QVERIFY(rose.setValue(5, 91));
+        QVERIFY(rose.addWind(5, 91));
         QCOMPARE(rose.sum(29), 5);
         QCOMPARE(rose.lastAngle(), qint16(359));
         QCOMPARE(rose.sum(0), 0);
@@ -49,8 +49,8 @@ private slots:
 
     void northAndAFullTurnShareTheirSector() {
         WindRose rose;
-        QVERIFY(rose.setValue(3, 0));
-        QVERIFY(rose.setValue(4, 360));
+        QVERIFY(rose.addWind(3, 0));
+        QVERIFY(rose.addWind(4, 360));
         // 90 / 12 = 7
         QCOMPARE(rose.sum(7), 7);
         QCOMPARE(rose.lastAngle(), qint16(90));
@@ -58,38 +58,38 @@ private slots:
 
     void anAngleOfTwelveStartsTheSecondSector() {
         WindRose rose;
-        QVERIFY(rose.setValue(6, 78)); // 90 - 78 = 12
+        QVERIFY(rose.addWind(6, 78)); // 90 - 78 = 12
         QCOMPARE(rose.sum(1), 6);
-        QVERIFY(rose.setValue(2, 79)); // 11
+        QVERIFY(rose.addWind(2, 79)); // 11
         QCOMPARE(rose.sum(0), 2);
     }
 
-    void getValueTakesAPlotAngleWithoutConversion() {
+    void aSumIsReadByPlotAngleWithoutConversion() {
         WindRose rose;
-        rose.setValue(8, 0);  // plot angle 90, sector 7
-        rose.setValue(3, 90); // plot angle 0, sector 0
-        QCOMPARE(rose.getValue(90), 8.0f);
-        QCOMPARE(rose.getValue(0), 3.0f);
-        QCOMPARE(rose.getValue(95), 8.0f);
-        QCOMPARE(rose.getValue(96), 0.0f);
+        rose.addWind(8, 0);  // plot angle 90, sector 7
+        rose.addWind(3, 90); // plot angle 0, sector 0
+        QCOMPARE(rose.sumAt(90), 8.0f);
+        QCOMPARE(rose.sumAt(0), 3.0f);
+        QCOMPARE(rose.sumAt(95), 8.0f);
+        QCOMPARE(rose.sumAt(96), 0.0f);
     }
 
     void sumsAreWindSpeedsRoundedToWholeNumbers() {
         WindRose rose;
-        rose.setValue(2.5f, 90); // 2.5 -> 2, the tie going to the even number
+        rose.addWind(2.5f, 90); // 2.5 -> 2, the tie going to the even number
         QCOMPARE(rose.sum(0), 2);
-        rose.setValue(0.5f, 90); // 2.5 -> 2
+        rose.addWind(0.5f, 90); // 2.5 -> 2
         QCOMPARE(rose.sum(0), 2);
-        rose.setValue(1.5f, 90); // 3.5 -> 4
+        rose.addWind(1.5f, 90); // 3.5 -> 4
         QCOMPARE(rose.sum(0), 4);
-        rose.setValue(0.6f, 90); // 4.6 -> 5
+        rose.addWind(0.6f, 90); // 4.6 -> 5
         QCOMPARE(rose.sum(0), 5);
     }
 
     void aCalmReadingMovesTheNeedleOnly() {
         WindRose rose;
-        rose.setValue(4, 90);
-        QVERIFY(rose.setValue(0, 180));
+        rose.addWind(4, 90);
+        QVERIFY(rose.addWind(0, 180));
         QCOMPARE(rose.lastAngle(), qint16(270));
         QCOMPARE(rose.sum(22), 0);
         QCOMPARE(rose.sum(0), 4);
@@ -97,35 +97,35 @@ private slots:
 
     void aSumBeyondThirtyTwoBitsIsRefused() {
         WindRose rose;
-        QVERIFY(rose.setValue(2e9f, 90));
+        QVERIFY(rose.addWind(2e9f, 90));
         QCOMPARE(rose.sum(0), 2000000000);
-        QVERIFY(!rose.setValue(2e9f, 90));
+        QVERIFY(!rose.addWind(2e9f, 90));
         QCOMPARE(rose.sum(0), 2000000000);
-        QVERIFY(!rose.setValue(-5e9f, 90));
+        QVERIFY(!rose.addWind(-5e9f, 90));
         QCOMPARE(rose.sum(0), 2000000000);
     }
 
     void aDirectionWhoseAngleOverflowsIsRefusedBeforeTheNeedleMoves() {
         WindRose rose;
-        rose.setValue(1, 0);
+        rose.addWind(1, 0);
         // 90 - (-32768) is beyond a 16-bit number.
-        QVERIFY(!rose.setValue(1, -32768));
+        QVERIFY(!rose.addWind(1, -32768));
         QCOMPARE(rose.lastAngle(), qint16(90));
         QCOMPARE(rose.sum(7), 1);
     }
 
     void aDirectionOutsideTheSectorsAddsNothing() {
         WindRose rose;
-        QVERIFY(!rose.setValue(9, 500)); // plot angle -50
+        QVERIFY(!rose.addWind(9, 500)); // plot angle -50
         for (int sector = 0; sector <= 30; ++sector)
             QCOMPARE(rose.sum(sector), 0);
     }
 
     void clearEmptiesTheSectorsAndKeepsTheNeedle() {
         WindRose rose;
-        rose.setValue(5, 0);
-        rose.setValue(7, 135);
-        rose.clearValues();
+        rose.addWind(5, 0);
+        rose.addWind(7, 135);
+        rose.clearSums();
         for (int sector = 0; sector < 30; ++sector)
             QCOMPARE(rose.sum(sector), 0);
         QCOMPARE(rose.lastAngle(), qint16(315));
@@ -135,23 +135,23 @@ private slots:
     void theSlotPastTheSectorsIsNeitherClearedNorCounted() {
         WindRose rose;
         // Compass -270 gives plot angle 360 and so the slot 360 / 12 = 30.
-        QVERIFY(rose.setValue(7, -270));
+        QVERIFY(rose.addWind(7, -270));
         QCOMPARE(rose.sum(30), 7);
-        QCOMPARE(rose.getValue(360), 7.0f);
+        QCOMPARE(rose.sumAt(360), 7.0f);
         QCOMPARE(rose.lastAngle(), qint16(360));
         QCOMPARE(rose.maximum(), 0);
-        rose.clearValues();
+        rose.clearSums();
         QCOMPARE(rose.sum(30), 7);
     }
 
     void theMaximumIsTheLargestDrawnSum() {
         WindRose rose;
-        rose.setValue(3, 0);
-        rose.setValue(11, 200);
-        rose.setValue(-20, 90);
+        rose.addWind(3, 0);
+        rose.addWind(11, 200);
+        rose.addWind(-20, 90);
         QCOMPARE(rose.maximum(), 11);
         WindRose against;
-        against.setValue(-4, 10);
+        against.addWind(-4, 10);
         QCOMPARE(against.maximum(), 0);
     }
 };

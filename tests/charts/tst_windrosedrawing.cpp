@@ -99,9 +99,9 @@ private slots:
 
     void aHeadWindDrawsUpInGreenATailWindDownInGreen() {
         WindRose rose;
-        rose.setValue(10, 0);  // plot angle 90, sector 7: degrees 85 to 96
-        rose.setValue(5, 180); // plot angle 270, sector 22: degrees 265 to 276
-        rose.setValue(0, 45);  // the needle at plot angle 45, nothing added
+        rose.addWind(10, 0);  // plot angle 90, sector 7: degrees 85 to 96
+        rose.addWind(5, 180); // plot angle 270, sector 22: degrees 265 to 276
+        rose.addWind(0, 45);  // the needle at plot angle 45, nothing added
         const QImage image = picture(rose);
         // The largest sum reaches the outer ring.
         QVERIFY(around(image, QPoint(centre.x(), centre.y() - 100)).contains(Green));
@@ -116,8 +116,8 @@ private slots:
 
     void aCrosswindDrawsInBlue() {
         WindRose rose;
-        rose.setValue(8, 270); // plot angle 180, sector 15: degrees 181 to 192
-        rose.setValue(0, 0);
+        rose.addWind(8, 270); // plot angle 180, sector 15: degrees 181 to 192
+        rose.addWind(0, 0);
         const QImage image = picture(rose);
         const QList<QColor> fan = around(image, along(centre, 60, 186));
         QVERIFY(fan.contains(Blue));
@@ -130,20 +130,20 @@ private slots:
         // Plot angle 359 is in the last sector, which draws 349 to 360: its last spoke lies
         // along the positive x axis.
         WindRose last;
-        last.setValue(10, 91);
-        last.setValue(0, 0);
+        last.addWind(10, 91);
+        last.addWind(0, 0);
         QVERIFY(around(picture(last), QPoint(centre.x() + 140, centre.y())).contains(Blue));
         // Plot angle 0 is in the first sector, which draws 1 to 12: none of it on the axis.
         WindRose first;
-        first.setValue(10, 90);
-        first.setValue(0, 0);
+        first.addWind(10, 90);
+        first.addWind(0, 0);
         const QImage image = picture(first);
         QVERIFY(!around(image, QPoint(centre.x() + 140, centre.y())).contains(Blue));
         QVERIFY(around(image, along(centre, 140, 6.5)).contains(Blue));
         // Plot angle 72 starts sector 6, drawn from 73 to 84: three blue degrees, then green.
         WindRose edge;
-        edge.setValue(10, 18);
-        edge.setValue(0, 270);
+        edge.addWind(10, 18);
+        edge.addWind(0, 270);
         const QImage fans = picture(edge);
         QVERIFY(around(fans, along(centre, 120, 74)).contains(Blue));
         QVERIFY(around(fans, along(centre, 120, 81)).contains(Green));
@@ -153,7 +153,7 @@ private slots:
 
     void theNeedleIsRedTwoPixelsWideAndFullLength() {
         WindRose rose;
-        rose.setValue(0, 0); // plot angle 90: straight up
+        rose.addWind(0, 0); // plot angle 90: straight up
         const QImage image = picture(rose);
         int red = 0;
         for (int x = centre.x() - 5; x <= centre.x() + 5; ++x)
@@ -165,7 +165,7 @@ private slots:
 
     void theNeedleLiesOverTheSpokes() {
         WindRose rose;
-        rose.setValue(6, 0);
+        rose.addWind(6, 0);
         const QImage image = picture(rose);
         QCOMPARE(image.pixelColor(centre.x(), centre.y() - 80), Red);
         QVERIFY(around(image, along(centre, 80, 86)).contains(Green));
@@ -173,8 +173,8 @@ private slots:
 
     void thePlotStaysRoundOnAFlatSurface() {
         WindRose rose;
-        rose.setValue(10, 45);
-        rose.setValue(3, 200);
+        rose.addWind(10, 45);
+        rose.addWind(3, 200);
         // 600 by 200: centre (300, 100), radius 100, from the shorter side.
         const QRect area = drawnArea(picture(rose, QSize(600, 200)));
         QVERIFY2(qAbs(area.width() - area.height()) <= 1,

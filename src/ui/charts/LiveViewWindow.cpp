@@ -15,21 +15,21 @@ LiveViewWindow::LiveViewWindow(ViewTable::View view, OpenViews& openViews, QWidg
 }
 
 LiveViewWindow::~LiveViewWindow() {
-    leave();
+    leaveViews();
 }
 
-void LiveViewWindow::join() {
+void LiveViewWindow::joinViews() {
     views.open(kind, this);
 }
 
 // The view stops taking readings before its window goes, and keeps its place for next time.
 void LiveViewWindow::closeEvent(QCloseEvent* event) {
-    leave();
+    leaveViews();
     Settings::SaveWindowPlacement(ViewTable::placementKey(kind), placedWindow());
     event->accept();
 }
 
-void LiveViewWindow::leave() {
+void LiveViewWindow::leaveViews() {
     views.close(kind, this);
 }
 

@@ -19,13 +19,13 @@ public:
     ViewTable::View view() const { return kind; }
 
     // Joins the open views: from now on the feed, a replay and "Clear Views" reach it.
-    void join();
+    void joinViews();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void leave();
+    void leaveViews();
     QWidget* placedWindow();
 
     ViewTable::View kind;

@@ -135,7 +135,7 @@ int StripChart::lineNamed(const QString& name) const {
     return -1;
 }
 
-void StripChart::append(int index, double t, double value, bool draw) {
+void StripChart::addPoint(int index, double t, double value, bool draw) {
     if (index < 0 || index >= lineCount() || !std::isfinite(t) || !std::isfinite(value))
         return;
     Line& line = lines[std::size_t(index)];

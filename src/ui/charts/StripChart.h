@@ -35,7 +35,7 @@ public:
     // Adds the point (t, value) to the line; the oldest point of a full line goes. A value
     // that is not a number leaves the line as it was. Unless draw is false, the chart is
     // drawn again once the events of the moment are done.
-    void append(int index, double t, double value, bool draw = true);
+    void addPoint(int index, double t, double value, bool draw = true);
     // The points of every line go; cursors and marks stay.
     void clearPoints();
 

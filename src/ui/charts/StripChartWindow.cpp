@@ -81,14 +81,14 @@ void StripChartWindow::showReading(const WeatherRecord& reading, const QString& 
     }
     const QList<float> values = ViewTable::entry(view()).samples(reading, factor);
     for (int line = 0; line < values.size(); ++line)
-        graph->append(line, now(), values[line]);
+        graph->addPoint(line, now(), values[line]);
     setWindowTitle(ViewCaptions::caption(view(), reading, factor, statusLine));
 }
 
 // A replayed day is drawn once, at its end.
 void StripChartWindow::addLoggedPoint(float t, const QList<float>& values) {
     for (int line = 0; line < values.size(); ++line)
-        graph->append(line, t, values[line], false);
+        graph->addPoint(line, t, values[line], false);
 }
 
 void StripChartWindow::endOfReplay() {

@@ -52,7 +52,7 @@ LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
     Settings::LoadWindowPlacement(ViewTable::placementKey(view), frame);
-    window->join();
+    window->joinViews();
     frame->show();
     window->show();
     return window;

@@ -71,7 +71,7 @@ WindRoseWindow::WindRoseWindow(OpenViews& views, QWidget* parent)
     add("miPrint", QStringLiteral("Print"), [this] { printDocument(); });
     add("mnuPDFExport", QStringLiteral("PDF Export..."), [this] { saveAsPdf(); });
     options->addSeparator();
-    add("miClear", QStringLiteral("Clear"), [this] { clearValues(); });
+    add("miClear", QStringLiteral("Clear"), [this] { clearSums(); });
     connect(surface, &WindRosePlot::rightButtonPressed, options,
             [this](const QPoint& at) { options->popup(at); });
 
@@ -89,7 +89,7 @@ void WindRoseWindow::showReading(const WeatherRecord& reading, const QString& st
     if (reading.WD < std::numeric_limits<qint16>::min() ||
         reading.WD > std::numeric_limits<qint16>::max())
         return;
-    setValue(float(reading.WS), qint16(reading.WD));
+    addWind(float(reading.WS), qint16(reading.WD));
 }
 
 void WindRoseWindow::addLoggedPoint(float, const QList<float>& values) {
@@ -99,7 +99,7 @@ void WindRoseWindow::addLoggedPoint(float, const QList<float>& values) {
     if (!direction || *direction < std::numeric_limits<qint16>::min() ||
         *direction > std::numeric_limits<qint16>::max())
         return;
-    model.setValue(values[1], qint16(*direction));
+    model.addWind(values[1], qint16(*direction));
 }
 
 // A replayed day is drawn once, at its end.
@@ -108,16 +108,16 @@ void WindRoseWindow::endOfReplay() {
 }
 
 void WindRoseWindow::clear() {
-    clearValues();
+    clearSums();
 }
 
-void WindRoseWindow::setValue(float value, qint16 direction) {
-    if (model.setValue(value, direction))
+void WindRoseWindow::addWind(float value, qint16 direction) {
+    if (model.addWind(value, direction))
         surface->redraw();
 }
 
-void WindRoseWindow::clearValues() {
-    model.clearValues();
+void WindRoseWindow::clearSums() {
+    model.clearSums();
     surface->redraw();
 }
 

@@ -56,10 +56,10 @@ public:
     void clear() override;
 
     // Adds a wind speed from a compass direction and redraws.
-    void setValue(float value, qint16 direction);
+    void addWind(float value, qint16 direction);
     // The sum of the sector of a plot angle.
-    float getValue(qint16 angle) const { return model.getValue(angle); }
-    void clearValues();
+    float sumAt(qint16 angle) const { return model.sumAt(angle); }
+    void clearSums();
 
     void printDocument() override;
     void saveAsPdf() override;

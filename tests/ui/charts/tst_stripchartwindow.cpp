@@ -350,7 +350,7 @@ private slots:
             ChartWindows windows;
             StripChartWindow* chart = windows.open(View::WindSpeed);
             for (int second = 0; second < seconds; ++second)
-                chartOf(chart)->append(0, (13 * 3600 + second) / 86400.0, second % 9);
+                chartOf(chart)->addPoint(0, (13 * 3600 + second) / 86400.0, second % 9);
             for (const int width : {260, 330, 420, 900}) {
                 qobject_cast<QMdiSubWindow*>(chart->parentWidget())->resize(width, 300);
                 QCoreApplication::processEvents();

@@ -173,22 +173,22 @@ private slots:
         QCOMPARE(rose->rose().lastAngle(), qint16(265));
         windows.state.views.showReading(wind(185, 4), QString());
         QCOMPARE(rose->rose().sum(22), 11);
-        QCOMPARE(rose->getValue(265), 11.0f);
+        QCOMPARE(rose->sumAt(265), 11.0f);
     }
 
     void theSectorsOfTheCompass() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        rose->setValue(10, 90);
-        QCOMPARE(rose->getValue(0), 10.0f);
-        rose->setValue(5, 91);
-        QCOMPARE(rose->getValue(359), 5.0f);
+        rose->addWind(10, 90);
+        QCOMPARE(rose->sumAt(0), 10.0f);
+        rose->addWind(5, 91);
+        QCOMPARE(rose->sumAt(359), 5.0f);
         QCOMPARE(rose->rose().sum(29), 5);
-        rose->setValue(3, 0);
-        rose->setValue(4, 360);
+        rose->addWind(3, 0);
+        rose->addWind(4, 360);
         QCOMPARE(rose->rose().sum(7), 7);
-        // getValue takes a plot angle: 90 is where compass 0 went.
-        QCOMPARE(rose->getValue(90), 7.0f);
+        // sumAt takes a plot angle: 90 is where compass 0 went.
+        QCOMPARE(rose->sumAt(90), 7.0f);
     }
 
     void eachNewSumRedrawsAndARepaintDoesNot() {
@@ -202,7 +202,7 @@ private slots:
         windows.frame()->update();
         QCoreApplication::processEvents();
         QCOMPARE(rose->plot()->drawCount(), before + 1);
-        rose->clearValues();
+        rose->clearSums();
         QCOMPARE(rose->plot()->drawCount(), before + 2);
         windows.frame()->resize(windows.frame()->size() + QSize(30, 10));
         QCoreApplication::processEvents();
@@ -291,8 +291,8 @@ private slots:
         windows.state.views.showReading(wind(0, 10), QString());
         windows.state.views.showReading(wind(90, 6), QString());
         rose->optionsMenu()->findChild<QAction*>(QStringLiteral("miClear"))->trigger();
-        QCOMPARE(rose->getValue(90), 0.0f);
-        QCOMPARE(rose->getValue(0), 0.0f);
+        QCOMPARE(rose->sumAt(90), 0.0f);
+        QCOMPARE(rose->sumAt(0), 0.0f);
         QCOMPARE(rose->rose().lastAngle(), qint16(0));
         const QImage image = rose->plot()->picture();
         const QPoint centre(qRound(image.width() / 2.0), qRound(image.height() / 2.0));
@@ -305,7 +305,7 @@ private slots:
         WindRoseWindow* rose = windows.open();
         windows.state.views.showReading(wind(10, 10), QString());
         windows.run(QStringLiteral("miClearViews"));
-        QCOMPARE(rose->getValue(80), 0.0f);
+        QCOMPARE(rose->sumAt(80), 0.0f);
         QCOMPARE(rose->rose().lastAngle(), qint16(80));
     }
 
@@ -315,7 +315,7 @@ private slots:
         windows.state.views.showReading(wind(0, 2), QString());
         const QString caption = windows.frame()->windowTitle();
         windows.state.views.addLoggedRow(wind(180, 9), 0.5f, 1.0f);
-        QCOMPARE(rose->getValue(270), 9.0f);
+        QCOMPARE(rose->sumAt(270), 9.0f);
         QCOMPARE(rose->rose().lastAngle(), qint16(270));
         QCOMPARE(windows.frame()->windowTitle(), caption);
     }
@@ -330,7 +330,7 @@ private slots:
         QCOMPARE(rose->plot()->drawCount(), draws);
         windows.state.views.endOfReplay();
         QCOMPARE(rose->plot()->drawCount(), draws + 1);
-        QCOMPARE(rose->getValue(270), 100.0f);
+        QCOMPARE(rose->sumAt(270), 100.0f);
     }
 
     void aDirectionBeyondSixteenBitsLeavesTheRoseAlone() {
@@ -348,10 +348,10 @@ private slots:
     void anOverflowingSumIsNotRedrawn() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        rose->setValue(2e9f, 0);
+        rose->addWind(2e9f, 0);
         const int draws = rose->plot()->drawCount();
-        rose->setValue(2e9f, 0);
-        QCOMPARE(rose->getValue(90), 2e9f);
+        rose->addWind(2e9f, 0);
+        QCOMPARE(rose->sumAt(90), 2e9f);
         QCOMPARE(rose->plot()->drawCount(), draws);
     }
 
@@ -364,7 +364,7 @@ private slots:
         QVERIFY(!windows.state.views.isOpen(View::RosePlot));
         windows.state.views.showReading(wind(0, 10), QString());
         WindRoseWindow* again = windows.open();
-        QCOMPARE(again->getValue(90), 0.0f);
+        QCOMPARE(again->sumAt(90), 0.0f);
         QCOMPARE(windows.frame()->windowTitle(), QStringLiteral("Rose Plot"));
     }
 
