@@ -1,0 +1,54 @@
+#include "ui/graphs/GraphCommands.h"
+
+#include "core/AppState.h"
+#include "ui/shell/MainWindow.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <array>
+
+namespace GraphCommands {
+
+namespace {
+
+// Makes a graph window; the window restores its own place when it loads.
+using Maker = QWidget* (*)(AppState& state);
+
+struct Graph {
+    const char* command;
+    const char* objectName;
+    Maker make; // nullptr until the window is built
+};
+
+const std::array<Graph, 3> Graphs{{
+    {"miGraphTS", "frmGraphTS", nullptr},
+    {"miGraphET", "frmGraphET", nullptr},
+    {"miGraph", "frmGraph", nullptr},
+}};
+
+void show(MainWindow& main, AppState& state, const Graph& graph) {
+    QMdiArea& area = *main.mdiArea();
+    for (QMdiSubWindow* child : area.subWindowList()) {
+        if (child->widget() && child->widget()->objectName() == QLatin1String(graph.objectName)) {
+            area.setActiveSubWindow(child);
+            return;
+        }
+    }
+    QWidget* window = graph.make(state);
+    QMdiSubWindow* frame = area.addSubWindow(window);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    frame->show();
+    window->show();
+}
+
+} // namespace
+
+void add(MainWindow& main, AppState& state) {
+    for (const Graph& graph : Graphs) {
+        if (graph.make)
+            main.setCommand(QLatin1String(graph.command),
+                            [&main, &state, &graph] { show(main, state, graph); });
+    }
+}
+
+} // namespace GraphCommands
