@@ -8,7 +8,6 @@
 #include "ui/output/PagePreview.h"
 #include "ui/output/ViewerWindow.h"
 
-#include <QApplication>
 #include <QMdiArea>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -72,15 +71,3 @@ void BM_ViewerOn200RunLogToFirstPaint(benchmark::State& bench) {
 BENCHMARK(BM_ViewerOn200RunLogToFirstPaint)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

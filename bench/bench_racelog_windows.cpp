@@ -8,9 +8,7 @@
 #include "ui/racelog/RaceLogWindow.h"
 #include "ui/racelog/RunGrid.h"
 
-#include <QApplication>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
 #include <memory>
@@ -133,16 +131,3 @@ void BM_FeedLineWith20LogsOf500Runs(benchmark::State& bench) {
 BENCHMARK(BM_FeedLineWith20LogsOf500Runs)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Settings and weather log rows go to a folder of their own, not the user's.
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -8,10 +8,9 @@
 #include "ui/charts/LiveViewWindow.h"
 #include "ui/charts/ViewWindows.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QFile>
 #include <QMdiArea>
-#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -112,16 +111,3 @@ void BM_ElevenViewsAtFullHistory(benchmark::State& bench) {
 BENCHMARK(BM_ElevenViewsAtFullHistory)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Settings and weather log rows go to a folder of their own, not the user's.
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -4,7 +4,6 @@
 #include "ui/shell/WindowPlacement.h"
 
 #include <QCloseEvent>
-#include <QMdiSubWindow>
 
 LiveViewWindow::LiveViewWindow(ViewTable::View view, OpenViews& openViews, QWidget* parent)
     : QWidget(parent), kind(view), views(openViews) {
@@ -12,6 +11,7 @@ LiveViewWindow::LiveViewWindow(ViewTable::View view, OpenViews& openViews, QWidg
     setObjectName(entry.objectName.toString());
     setWindowTitle(entry.caption.toString());
     setAttribute(Qt::WA_DeleteOnClose);
+    new KeptPlacement(*this, ViewTable::placementKey(view));
 }
 
 LiveViewWindow::~LiveViewWindow() {
@@ -22,19 +22,12 @@ void LiveViewWindow::joinViews() {
     views.open(kind, this);
 }
 
-// The view stops taking readings before its window goes, and keeps its place for next time.
+// The view stops taking readings before its window goes.
 void LiveViewWindow::closeEvent(QCloseEvent* event) {
     leaveViews();
-    Settings::SaveWindowPlacement(ViewTable::placementKey(kind), placedWindow());
     event->accept();
 }
 
 void LiveViewWindow::leaveViews() {
     views.close(kind, this);
-}
-
-QWidget* LiveViewWindow::placedWindow() {
-    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        return frame;
-    return this;
 }

@@ -8,7 +8,7 @@
 class OpenViews;
 
 // The window of one live view of the weather. It takes readings from the time it joins the
-// open views until it closes; closing keeps its place on the screen for the next time and
+// open views until it closes; it opens where it stood when it last closed, and closing
 // forgets everything it showed.
 class LiveViewWindow : public QWidget, public LiveView {
     Q_OBJECT
@@ -26,7 +26,6 @@ protected:
 
 private:
     void leaveViews();
-    QWidget* placedWindow();
 
     ViewTable::View kind;
     OpenViews& views;

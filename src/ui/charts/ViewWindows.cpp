@@ -6,7 +6,6 @@
 #include "ui/charts/WeatherDisplayWindow.h"
 #include "ui/charts/WindGaugeWindow.h"
 #include "ui/charts/WindRoseWindow.h"
-#include "ui/shell/WindowPlacement.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -51,7 +50,6 @@ LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
     LiveViewWindow* window = Makers[std::size_t(view)](view, views);
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    Settings::LoadWindowPlacement(ViewTable::placementKey(view), frame);
     window->joinViews();
     frame->show();
     window->show();

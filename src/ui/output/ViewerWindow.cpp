@@ -42,7 +42,6 @@ ViewerWindow* ViewerWindow::open(QMdiArea& mdi, Viewers::Kind kind, PageDocument
     frame->setAttribute(Qt::WA_DeleteOnClose);
     if (!caption.isEmpty())
         viewer->setWindowTitle(caption);
-    Settings::LoadWindowPlacement(placementKey(kind), frame);
     frame->show();
     viewer->show();
     return viewer;
@@ -55,6 +54,8 @@ ViewerWindow::ViewerWindow(Viewers::Kind viewerKind, PageDocument document, QWid
     setObjectName(row.objectName.toString());
     setWindowTitle(row.caption.toString());
     setAttribute(Qt::WA_DeleteOnClose);
+    // The place of the window is kept for the next viewer.
+    new KeptPlacement(*this, placementKey(kind));
 
     area->setWidget(preview);
     area->setAlignment(Qt::AlignCenter);
@@ -146,10 +147,9 @@ void ViewerWindow::saveAsPdf() {
     PagePrinting::savePagesAsPdf(pages, kind);
 }
 
-// The zoom is kept for the next document, and the place of the window for the next viewer.
+// The zoom is kept for the next document.
 void ViewerWindow::closeEvent(QCloseEvent* event) {
     Settings::SaveScale(zoom);
-    Settings::SaveWindowPlacement(placementKey(kind), placedWindow());
     event->accept();
 }
 
@@ -157,10 +157,4 @@ void ViewerWindow::showPage(int index) {
     current = qBound(0, index, pageCount() - 1);
     preview->showPage(pages, current, zoom);
     lblPage->setText(QStringLiteral("Page %1 of %2").arg(currentPage()).arg(pageCount()));
-}
-
-QWidget* ViewerWindow::placedWindow() {
-    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        return frame;
-    return this;
 }

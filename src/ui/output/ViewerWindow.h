@@ -49,7 +49,6 @@ private:
     void addTools();
     void setZoom(double scale);
     void showPage(int index);
-    QWidget* placedWindow();
 
     Viewers::Kind kind;
     PageDocument pages;

@@ -1,5 +1,7 @@
 #include "ui/shell/WindowPlacement.h"
 
+#include <QEvent>
+#include <QMdiSubWindow>
 #include <QWidget>
 #include <QWindow>
 
@@ -84,3 +86,27 @@ void LoadWindowPlacement(const QString& keyPath, QWidget* window) {
 }
 
 } // namespace Settings
+
+KeptPlacement::KeptPlacement(QWidget& placed, QString key)
+    : QObject(&placed), window(placed), keyPath(std::move(key)) {
+    window.installEventFilter(this);
+}
+
+bool KeptPlacement::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &window) {
+        if (event->type() == QEvent::Show && !restored) {
+            restored = true;
+            Settings::LoadWindowPlacement(keyPath, placedWindow());
+        } else if (event->type() == QEvent::Close) {
+            Settings::SaveWindowPlacement(keyPath, placedWindow());
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// The frame holds the place of a window in the MDI area.
+QWidget* KeptPlacement::placedWindow() const {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(window.parentWidget()))
+        return frame;
+    return &window;
+}

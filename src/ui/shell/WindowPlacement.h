@@ -2,6 +2,9 @@
 
 #include "core/Settings.h"
 
+#include <QObject>
+#include <QString>
+
 class QWidget;
 
 // A window as the placement store sees it: a top-level window or a child window of the MDI
@@ -26,3 +29,21 @@ void SaveWindowPlacement(const QString& keyPath, QWidget* window);
 void LoadWindowPlacement(const QString& keyPath, QWidget* window);
 
 } // namespace Settings
+
+// Keeps the place of a window of the MDI area under its settings key: the place stored is
+// taken when the window is first shown in its frame, and the place it has is stored when it
+// closes. The keeper lives as long as the window.
+class KeptPlacement : public QObject {
+public:
+    KeptPlacement(QWidget& window, QString keyPath);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* placedWindow() const;
+
+    QWidget& window;
+    QString keyPath;
+    bool restored = false;
+};

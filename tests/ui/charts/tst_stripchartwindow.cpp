@@ -1,6 +1,7 @@
 // The eight strip chart windows as the main window shows them: their charts, cursors, menu,
 // readings, print and PDF, and the marks a race log puts on them.
 #include "../PredictionWindows.h"
+#include "../PrintingDialogs.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "racelog/RaceLog.h"
@@ -17,20 +18,6 @@
 namespace {
 
 using View = ViewTable::View;
-
-// A print without a dialog goes to a PDF file instead of paper.
-class PrintingDialogs : public ScriptedDialogs {
-public:
-    bool usePrinter(QPagedPaintDevice& device) override {
-        if (!ScriptedDialogs::usePrinter(device))
-            return false;
-        auto* printer = dynamic_cast<QPrinter*>(&device);
-        printer->setOutputFormat(QPrinter::PdfFormat);
-        printer->setOutputFileName(printTo);
-        return true;
-    }
-    QString printTo;
-};
 
 // The main window with the race log commands and the commands that show the live views.
 struct ChartWindows : PredictionWindows {

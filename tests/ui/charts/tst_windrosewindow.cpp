@@ -1,6 +1,7 @@
 // The wind rose window as the main window shows it: its plot and labels, the readings and
 // replayed rows it sums, its menu, Clear and Clear Views, print and PDF.
 #include "../PredictionWindows.h"
+#include "../PrintingDialogs.h"
 #include "charts/WindRoseDrawing.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
@@ -22,20 +23,6 @@ const QColor White(255, 255, 255);
 const QColor Green(10, 200, 10);
 const QColor Blue(10, 10, 200);
 const QColor Red(255, 0, 0);
-
-// A print without a dialog goes to a PDF file instead of paper.
-class PrintingDialogs : public ScriptedDialogs {
-public:
-    bool usePrinter(QPagedPaintDevice& device) override {
-        if (!ScriptedDialogs::usePrinter(device))
-            return false;
-        auto* printer = dynamic_cast<QPrinter*>(&device);
-        printer->setOutputFormat(QPrinter::PdfFormat);
-        printer->setOutputFileName(printTo);
-        return true;
-    }
-    QString printTo;
-};
 
 struct RoseWindows : PredictionWindows {
     RoseWindows() {

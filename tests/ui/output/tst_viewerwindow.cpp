@@ -1,4 +1,5 @@
 #include "../PredictionWindows.h"
+#include "../PrintingDialogs.h"
 #include "common/TestHome.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
@@ -17,22 +18,6 @@ namespace {
 
 const QString ViewKey = QStringLiteral("SOFTWARE\\Zorvane\\View\\ScreenSettings");
 const QString ScreenKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\ScreenSettings");
-
-// The print dialog answered by a test: accepted, the printer writes a PDF file instead of
-// paper.
-class PrintingDialogs : public ScriptedDialogs {
-public:
-    bool choosePrinter(QPagedPaintDevice& device) override {
-        ScriptedDialogs::choosePrinter(device);
-        if (printTo.isEmpty())
-            return false;
-        auto* printer = dynamic_cast<QPrinter*>(&device);
-        printer->setOutputFormat(QPrinter::PdfFormat);
-        printer->setOutputFileName(printTo);
-        return true;
-    }
-    QString printTo;
-};
 
 QString pdfText(const QString& path) {
     QProcess process;
