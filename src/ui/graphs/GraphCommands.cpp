@@ -1,6 +1,9 @@
 #include "ui/graphs/GraphCommands.h"
 
 #include "core/AppState.h"
+#include "ui/graphs/PerformanceFactorWindow.h"
+#include "ui/graphs/ThrottleStopGraphWindow.h"
+#include "ui/graphs/TrendFinderWindow.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QMdiArea>
@@ -21,9 +24,9 @@ struct Graph {
 };
 
 const std::array<Graph, 3> Graphs{{
-    {"miGraphTS", "frmGraphTS", nullptr},
-    {"miGraphET", "frmGraphET", nullptr},
-    {"miGraph", "frmGraph", nullptr},
+    {"miGraphTS", "frmGraphTS", &ThrottleStopGraphWindow::make},
+    {"miGraphET", "frmGraphET", &PerformanceFactorWindow::make},
+    {"miGraph", "frmGraph", &TrendFinderWindow::make},
 }};
 
 void show(MainWindow& main, AppState& state, const Graph& graph) {
