@@ -146,6 +146,9 @@ private slots:
         window->txtPF->clear();
         QTest::keyClicks(window->txtPF, QStringLiteral("a5.x-2 "));
         QCOMPARE(window->txtPF->text(), QStringLiteral("5.-2"));
+        // Focus moves only within the active window.
+        windows.main.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&windows.main));
         window->cmdSet->setFocus();
         QTRY_VERIFY(window->cmdSet->hasFocus());
         window->txtPF->setFocus();
