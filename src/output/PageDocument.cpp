@@ -57,11 +57,18 @@ QRectF PageDocument::text(double left, double top, double right, double bottom, 
                               .height());
     }
     const QSizeF box = content + QSizeF(2 * TextInset, 2 * TextInset);
-    return add({Item::Kind::Text, place(resolve(left, top, right, bottom, box)), framed, text});
+    Item item;
+    item.rect = place(resolve(left, top, right, bottom, box));
+    item.framed = framed;
+    item.text = text;
+    return add(std::move(item));
 }
 
 QRectF PageDocument::drawFrame(double left, double top, double right, double bottom) {
-    return add({Item::Kind::Frame, place(resolve(left, top, right, bottom, {}))});
+    Item item;
+    item.kind = Item::Kind::Frame;
+    item.rect = place(resolve(left, top, right, bottom, {}));
+    return add(std::move(item));
 }
 
 QRectF PageDocument::drawPicture(double left, double top, double right, double bottom,
@@ -69,11 +76,11 @@ QRectF PageDocument::drawPicture(double left, double top, double right, double b
     // A free edge takes the picture's own size at 254 dots an inch.
     const QSizeF natural(picture.width() * 10000.0 / qMax(picture.dotsPerMeterX(), 1),
                          picture.height() * 10000.0 / qMax(picture.dotsPerMeterY(), 1));
-    return add({Item::Kind::Picture,
-                place(resolve(left, top, right, bottom, natural)),
-                false,
-                {},
-                picture});
+    Item item;
+    item.kind = Item::Kind::Picture;
+    item.rect = place(resolve(left, top, right, bottom, natural));
+    item.picture = picture;
+    return add(std::move(item));
 }
 
 QSizeF PageDocument::textSize(const QString& text, const Style& style) {

@@ -39,7 +39,7 @@ public:
 
     struct Item {
         enum class Kind { Text, Frame, Picture };
-        Kind kind;
+        Kind kind = Kind::Text;
         QRectF rect;         // tenths of a millimetre on its page
         bool framed = false; // a text drawn in a box
         QString text;
