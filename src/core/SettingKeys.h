@@ -67,18 +67,23 @@ inline constexpr SettingKey LogColumns{u"SOFTWARE\\Zorvane\\LogColumns\\", u"", 
     u"one value for each column caption: \"1\" shown, \"0\" not"};
 inline constexpr SettingKey MasterTemplate{u"SOFTWARE\\Zorvane\\Templates\\", u"MasterTemplate",
     Kind::Path, u"Bramholdtrack.xls", u"the spreadsheet template, by default in the program's folder"};
+inline constexpr SettingKey RacepakFolder{u"SOFTWARE\\Zorvane\\Racepak\\", u"Folder", Kind::Path, u"",
+    u"the folder of the Racepak hand-over file; none puts it in the standard place"};
 inline constexpr SettingKey ReceiverLogFile{u"SOFTWARE\\iCardRX\\LogFile\\", u"LogFile", Kind::Path,
     u"", u"the time-slip receiver's log file; read, never written"};
+// Where the receiver's software isn't installed on this PC, the user names its log file here.
+inline constexpr SettingKey TimeSlipLogFile{u"SOFTWARE\\Zorvane\\iCard\\LogFile", u"LogFile",
+    Kind::Path, u"", u"the time-slip receiver's log file when the receiver's own setting is absent"};
 // %1 is the window's branch: "RaceLog", "WindDirection", ...
 inline constexpr SettingKey WindowPlacement{u"SOFTWARE\\Zorvane\\%1\\ScreenSettings", u"",
     Kind::Placement, u"", u"where a window stood when it was closed"};
 // clang-format on
 
-inline constexpr std::array<const SettingKey*, 18> All{
-    &WeatherLog,     &Background,       &Scale,          &PagerFrequency,   &DeltaVP,
-    &RaceLogTypes,   &DefaultPF,        &DefaultTSR,     &DefaultCarNumber, &DefaultTargetET,
-    &Tracks,         &FileDialogFolder, &PortSettings,   &PortDevices,      &LogColumns,
-    &MasterTemplate, &ReceiverLogFile,  &WindowPlacement};
+inline constexpr std::array<const SettingKey*, 20> All{
+    &WeatherLog,     &Background,       &Scale,           &PagerFrequency,   &DeltaVP,
+    &RaceLogTypes,   &DefaultPF,        &DefaultTSR,      &DefaultCarNumber, &DefaultTargetET,
+    &Tracks,         &FileDialogFolder, &PortSettings,    &PortDevices,      &LogColumns,
+    &MasterTemplate, &RacepakFolder,    &ReceiverLogFile, &TimeSlipLogFile,  &WindowPlacement};
 
 // The key that holds a window's placement, for its branch.
 QString placementPath(QStringView branch);

@@ -31,7 +31,9 @@ private slots:
             {"SOFTWARE\\Zorvane\\SerialPort\\Devices", ""},
             {"SOFTWARE\\Zorvane\\LogColumns\\", ""},
             {"SOFTWARE\\Zorvane\\Templates\\", "MasterTemplate"},
+            {"SOFTWARE\\Zorvane\\Racepak\\", "Folder"},
             {"SOFTWARE\\iCardRX\\LogFile\\", "LogFile"},
+            {"SOFTWARE\\Zorvane\\iCard\\LogFile", "LogFile"},
             {"SOFTWARE\\Zorvane\\%1\\ScreenSettings", ""},
         };
         QList<QPair<QString, QString>> rows;

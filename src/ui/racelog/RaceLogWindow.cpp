@@ -8,6 +8,7 @@
 #include "core/Registry.h"
 #include "output/PageDocument.h"
 #include "output/RaceLogPages.h"
+#include "output/RacepakFile.h"
 #include "output/Viewers.h"
 #include "pager/PagerComposer.h"
 #include "pager/PagerLogs.h"
@@ -72,6 +73,8 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
             &QAction::triggered, this, [this] { showPages(RaceLogPages::showIncrementalTimes); });
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miAnnotations")),
             &QAction::triggered, this, &RaceLogWindow::annotateCharts);
+    connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miRacepak")), &QAction::triggered,
+            this, &RaceLogWindow::handOverToRacepak);
     // An emptied list selects nothing; it is about to be filled again.
     connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
@@ -463,6 +466,13 @@ void RaceLogWindow::annotateCharts() {
     if (marks.failed)
         Dialogs::Inform(QStringLiteral("Unable to load all annotations!"),
                         QStringLiteral("Tarnwick - Annotations"), Dialogs::Icon::Critical);
+}
+
+// The weather of the selected run to the Racepak software, which reads it from its file. A
+// run that gives no correction factor leaves the file as it was; neither outcome is told.
+void RaceLogWindow::handOverToRacepak() {
+    grid->commitCellEdit();
+    RacepakFile::write(log.runs(), grid->currentRunRow(), QDateTime::currentDateTime());
 }
 
 PageDocument RaceLogWindow::timesPages() {

@@ -92,6 +92,7 @@ private:
     void completeRun(int row);
     void showPages(void (*layout)(PageDocument&, const RaceLog&));
     void annotateCharts();
+    void handOverToRacepak();
     PageDocument timesPages();
     void selectReferenceRun(int index);
     void warnOfUnreadValues(const QString& path, int count);

@@ -37,6 +37,7 @@ constexpr Item RowItems[] = {
     {"miIncrementalTimes", "Incremental Times...", &RunMenus::miIncrementalTimes},
     {"miRaceLog", "Race Log...", &RunMenus::miRaceLog},
     {"miAnnotations", "Annotations...", &RunMenus::miAnnotations},
+    {"miRacepak", "Racepak", &RunMenus::miRacepak},
     Separator,
     {"miNewRun", "New Run", &RunMenus::miNewRun},
     {"miDelete", "Delete Run#", &RunMenus::miDelete},

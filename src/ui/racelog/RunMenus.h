@@ -31,6 +31,7 @@ struct RunMenus {
     QAction* miIncrementalTimes;
     QAction* miRaceLog;
     QAction* miAnnotations;
+    QAction* miRacepak;
     QAction* miNewRun;
     QAction* miDelete;
 

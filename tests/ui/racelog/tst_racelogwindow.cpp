@@ -728,6 +728,52 @@ private slots:
         QCOMPARE(panel.txtAA->text(), QStringLiteral("2150"));
         QCOMPARE(panel.txtVP->text(), QStringLiteral("0"));
     }
+
+    // "Racepak" hands the weather of the selected run to the Racepak software through its
+    // file, without a word; a run without a correction factor leaves the file as it was.
+    void racepakWritesTheSelectedRunsWeather() {
+        LogWindow window;
+        RunTable& table = window.table();
+        table.addRun();
+        for (const auto& [column, text] :
+             std::initializer_list<std::pair<int, QString>>{{20, "1850"},
+                                                            {21, "0.412"},
+                                                            {22, "29.35"},
+                                                            {23, "75.5"},
+                                                            {24, "42"},
+                                                            {26, "58.3"},
+                                                            {27, "51.2"},
+                                                            {28, "96.12"},
+                                                            {29, "540"}})
+            table.setCell(2, column, text);
+        table.setCell(1, 22, QStringLiteral("29.92"));
+        window.log.grid->setCurrentRunCell(2, 3);
+        QAction* racepak = window.log.grid->rowMenu()->findChild<QAction*>("miRacepak");
+        QVERIFY(racepak);
+        QCOMPARE(racepak->text(), QStringLiteral("Racepak"));
+        racepak->trigger();
+
+        const QString path =
+            home->dataHome() + QStringLiteral("/Zorvane/Racepak/zorvaneracepak.dat");
+        const QList<QByteArray> lines = contents(path).split('\n');
+        QCOMPARE(lines.size(), 3);
+        QVERIFY(lines[0].startsWith("mm/dd/yyyy hh:mm:ss, Temp, Humidity, "));
+        QVERIFY(lines[0].endsWith(", Dew Point, Wet Bulb Temp\r"));
+        // The moment of the command comes first, then the run's weather.
+        QVERIFY(QDateTime::fromString(QString::fromLatin1(lines[1].left(19)),
+                                      QStringLiteral("MM/dd/yyyy hh:mm:ss"))
+                    .isValid());
+        QCOMPARE(lines[1].mid(19),
+                 ", 75.5, 42, 29.35, 540, 1.0492, 1850, 96.12, 58.3, 0.412, 0, 51.2, 0\r");
+        QVERIFY(lines[2].isEmpty());
+
+        // Run 1 has a pressure but no temperature: nothing changes.
+        const QByteArray before = contents(path);
+        window.log.grid->setCurrentRunCell(1, 3);
+        racepak->trigger();
+        QCOMPARE(contents(path), before);
+        QVERIFY(dialogs->messages.isEmpty());
+    }
 };
 
 QTEST_MAIN(TestRaceLogWindow)
