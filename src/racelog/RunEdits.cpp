@@ -5,6 +5,7 @@
 #include "racelog/ColumnTable.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunRows.h"
+#include "racelog/RunTimeSlip.h"
 #include "racelog/RunWeather.h"
 
 namespace RunEdits {
@@ -87,6 +88,20 @@ void importWeather(RaceLog& log, int row, const WeatherRecord* weather, const Ru
             data.grid.setCell(row, TimeColumn, DateText::TimeText(*stamp.time));
         if (stamp.date)
             data.grid.setCell(row, DateColumn, DateText::RunDateText(*stamp.date));
+        if (weather)
+            WriteRunWeather(data.grid, row, *weather);
+    });
+}
+
+void importTimeSlip(RaceLog& log, int row, const RunTimeSlip* slip, const WeatherRecord* weather,
+                    const RunMoment& stamp) {
+    log.change(QStringLiteral("Get iCard && Weather"), [&](RaceLogData& data) {
+        if (stamp.time)
+            data.grid.setCell(row, TimeColumn, DateText::TimeText(*stamp.time));
+        if (stamp.date)
+            data.grid.setCell(row, DateColumn, DateText::RunDateText(*stamp.date));
+        if (slip)
+            WriteRunTimeSlip(data.grid, row, *slip);
         if (weather)
             WriteRunWeather(data.grid, row, *weather);
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "racelog/RunClipboard.h"
+#include "racelog/RunTimeSlip.h"
 
 #include <QDateTime>
 #include <QString>
@@ -37,6 +38,12 @@ struct RunMoment {
     std::optional<QDate> date;
 };
 void importWeather(RaceLog& log, int row, const WeatherRecord* weather, const RunMoment& stamp);
+
+// "Get iCard && Weather": a time slip of the timing receiver's log and the logged weather of
+// its minute into the run, as one step. Either may be absent: a search that finds no slip
+// still leaves the run's date written by the stamp.
+void importTimeSlip(RaceLog& log, int row, const RunTimeSlip* slip, const WeatherRecord* weather,
+                    const RunMoment& stamp);
 
 // "Complete Run <n>": the finish the run would have made, and the notes that keep what the
 // finish cell held.

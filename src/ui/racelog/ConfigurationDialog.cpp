@@ -181,9 +181,19 @@ QWidget* ConfigurationDialog::templatesPage() {
     rows->addWidget(txtTemplateFile, 1, 1);
     rows->addWidget(cmdFolder, 1, 2);
 
+    txtICardLogFile = named(new QLineEdit, "txtICardLogFile");
+    cmdBrowseICardLog = button("cmdBrowseICardLog", QStringLiteral("Browse..."));
+    auto* slips = named(new QGroupBox(QStringLiteral("iCard")), "fraICard");
+    auto* slipRows = new QHBoxLayout(slips);
+    slipRows->addWidget(
+        label("lblICardLogFile", QStringLiteral("iCard log file"), txtICardLogFile));
+    slipRows->addWidget(txtICardLogFile, 1);
+    slipRows->addWidget(cmdBrowseICardLog);
+
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(excel);
+    layout->addWidget(slips);
     layout->addWidget(helpText("lblTemplatesHelp", ConfigurationTexts::TemplatesHelp));
     layout->addStretch();
     return page;
@@ -221,6 +231,8 @@ void ConfigurationDialog::connectCommands() {
     connect(cmdAdd, &QPushButton::clicked, this, &ConfigurationDialog::addTrack);
     connect(cmdRemove, &QPushButton::clicked, this, &ConfigurationDialog::removeTrack);
     connect(cmdFolder, &QPushButton::clicked, this, &ConfigurationDialog::chooseTemplate);
+    connect(cmdBrowseICardLog, &QPushButton::clicked, this,
+            &ConfigurationDialog::chooseTimeSlipLog);
     connect(cmdOK, &QPushButton::clicked, this, [this] {
         save();
         accept();
@@ -233,6 +245,7 @@ void ConfigurationDialog::connectCommands() {
 void ConfigurationDialog::load() {
     CentreOnScreen(*this);
     loadTemplate();
+    loadTimeSlipLog();
     fillRaceTracks();
     if (!loadPagerFrequency()) {
         Dialogs::Inform(QStringLiteral("Error loading configuration form!"),
@@ -252,6 +265,14 @@ void ConfigurationDialog::loadTemplate() {
     }
     txtTemplateFile->setText(path);
     optFolder->setChecked(true);
+}
+
+// Only the program's own setting is shown: the receiver's, when its software has written one,
+// is read before it and is not the user's to change here.
+void ConfigurationDialog::loadTimeSlipLog() {
+    const QString path = Registry::Get(SettingKeys::TimeSlipLogFile);
+    if (path != Registry::NoKeyValue)
+        txtICardLogFile->setText(path);
 }
 
 void ConfigurationDialog::fillRaceTracks() {
@@ -289,6 +310,7 @@ void ConfigurationDialog::loadFields() {
 
 void ConfigurationDialog::save() {
     saveTemplate();
+    saveTimeSlipLog();
     saveFields();
 }
 
@@ -296,6 +318,17 @@ void ConfigurationDialog::save() {
 void ConfigurationDialog::saveTemplate() {
     if (const auto path = TemplateToStore(optTemplateDefault->isChecked(), txtTemplateFile->text()))
         Registry::Set(SettingKeys::MasterTemplate, *path);
+}
+
+// An emptied field forgets the file, so the import says again that no log is set.
+void ConfigurationDialog::saveTimeSlipLog() {
+    const QString path = txtICardLogFile->text().trimmed();
+    if (path.isEmpty())
+        Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER,
+                                 SettingKeys::TimeSlipLogFile.keyPath(),
+                                 SettingKeys::TimeSlipLogFile.valueName());
+    else
+        Registry::Set(SettingKeys::TimeSlipLogFile, path);
 }
 
 void ConfigurationDialog::saveFields() {
@@ -366,4 +399,16 @@ void ConfigurationDialog::chooseTemplate() {
         request.initialFolder = folder;
     if (const auto choice = Dialogs::ChooseFile(request))
         txtTemplateFile->setText(choice->path);
+}
+
+void ConfigurationDialog::chooseTimeSlipLog() {
+    Dialogs::FileRequest request;
+    request.title = QStringLiteral("Choose iCard Log File");
+    request.filter = QStringLiteral("iCard Race Log Files (*.csv) |*.csv|All Files (*.*) |*.*|");
+    request.fileName = QStringLiteral("*.csv");
+    if (const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+        folder != Registry::NoKeyValue)
+        request.initialFolder = folder;
+    if (const auto choice = Dialogs::ChooseFile(request))
+        txtICardLogFile->setText(choice->path);
 }

@@ -11,8 +11,10 @@ class QRadioButton;
 class QTabWidget;
 
 // What a new race log starts from: the general defaults and the named race log types with
-// their four default values, the pager frequency, the race tracks and the Excel template.
-// The dialog keeps nothing of its own: the types' values and the template are written by OK
+// their four default values, the pager frequency, the race tracks and the Excel template;
+// and where the timing receiver's log of time slips is kept.
+// The dialog keeps nothing of its own: the types' values, the template and the time-slip log
+// are written by OK
 // and by Save, while the frequency, the tracks and a removed type are written the moment
 // they change, so Cancel does not take them back.
 class ConfigurationDialog : public QDialog {
@@ -33,6 +35,7 @@ private:
     // The load, step by step in order.
     void load();
     void loadTemplate();
+    void loadTimeSlipLog();
     void fillRaceTracks();
     bool loadPagerFrequency();
     void fillPageIdentifiers();
@@ -41,6 +44,7 @@ private:
     // Saving, by OK and by Save.
     void save();
     void saveTemplate();
+    void saveTimeSlipLog();
     void saveFields();
 
     // The commands.
@@ -51,6 +55,7 @@ private:
     void addTrack();
     void removeTrack();
     void chooseTemplate();
+    void chooseTimeSlipLog();
 
     std::function<void(int)> setPagerFrequency;
 
@@ -73,6 +78,9 @@ private:
     QRadioButton* optFolder;
     QLineEdit* txtTemplateFile;
     QPushButton* cmdFolder;
+    // The timing receiver's log, for a PC where the receiver's software doesn't say where it is.
+    QLineEdit* txtICardLogFile;
+    QPushButton* cmdBrowseICardLog;
 
     QPushButton* cmdOK;
     QPushButton* cmdCancel;

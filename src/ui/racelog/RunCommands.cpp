@@ -1,8 +1,10 @@
 #include "ui/racelog/RunCommands.h"
 
+#include "core/DateText.h"
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
 #include "feed/WeatherLog.h"
+#include "output/TimeSlip.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunCellText.h"
 #include "racelog/RunEdits.h"
@@ -14,6 +16,28 @@ namespace {
 enum Column { TimeColumn = 1, DateColumn = 2 };
 
 const QString LoggedWeatherTitle = QStringLiteral("Log Weather Import");
+
+// A record of the receiver's log as the run takes it. The record was matched by its run time,
+// so that time is readable.
+RunTimeSlip runSlip(const QStringList& record) {
+    RunTimeSlip slip;
+    if (const auto moment = DateText::Parse(record[SlipRunTime]))
+        slip.time = moment->time.value_or(QTime(0, 0));
+    slip.lane = record[SlipLane];
+    for (const TimeSlipField field : {SlipReactionTime, Slip60ft, Slip330ft, Slip660ft, Slip660Mph,
+                                      Slip1000ft, Slip1000Mph, Slip1320ft, Slip1320Mph})
+        slip.timing << record[field];
+    return slip;
+}
+
+void tellLoggedWeather(bool found) {
+    if (found)
+        Dialogs::Inform(QStringLiteral("Weather data from log imported!"), LoggedWeatherTitle,
+                        Dialogs::Icon::Information);
+    else
+        Dialogs::Inform(QStringLiteral("No weather data was imported!"), LoggedWeatherTitle,
+                        Dialogs::Icon::Critical);
+}
 
 } // namespace
 
@@ -50,12 +74,52 @@ void importLoggedWeather(RaceLog& log, int row, AppState& state) {
         found = FindLoggedWeather(state, date.value_or(now).date(), time.value_or(now).time());
         RunEdits::importWeather(log, row, found.ABP != 0 ? &found : nullptr, stamp);
     }
-    if (found.ABP == 0)
-        Dialogs::Inform(QStringLiteral("No weather data was imported!"), LoggedWeatherTitle,
-                        Dialogs::Icon::Critical);
-    else
-        Dialogs::Inform(QStringLiteral("Weather data from log imported!"), LoggedWeatherTitle,
-                        Dialogs::Icon::Information);
+    tellLoggedWeather(found.ABP != 0);
+}
+
+void importTimeSlip(RaceLog& log, int row, AppState& state) {
+    const QString carNumber = log.field(RaceLog::Field::CarNumber);
+    if (carNumber.isEmpty()) {
+        Dialogs::Inform(QStringLiteral("You must have a car number entered for this feature!"),
+                        QStringLiteral("Tarnwick - iCard Import"), Dialogs::Icon::Information);
+        return;
+    }
+    const QDateTime now = QDateTime::currentDateTime();
+    const RunTable& table = log.runs();
+    const std::optional<QDateTime> time = RunCellText::Moment(table.cell(row, TimeColumn));
+    const std::optional<QDateTime> date = RunCellText::Moment(table.cell(row, DateColumn));
+    const QDate runDate = date.value_or(now).date();
+    // A run taken as made now is dated at once; that date stays whatever the search finds.
+    RunEdits::RunMoment stamp;
+    if (!time)
+        stamp.date = runDate;
+
+    TimeSlipLog slips;
+    const TimeSlipSearch search =
+        FindTimeSlip(slips, QDateTime(runDate, time.value_or(now).time()), carNumber);
+    if (search.load == TimeSlipLoad::Unreadable) {
+        const TimeSlipMessage unreadable = TimeSlipLogUnreadable();
+        Dialogs::Inform(unreadable.text, unreadable.title, Dialogs::Icon::Critical);
+    }
+    if (search.row < 0) {
+        RunEdits::importTimeSlip(log, row, nullptr, nullptr, stamp);
+        Dialogs::Inform(QStringLiteral("No iCard information was imported!"),
+                        QStringLiteral("iCard + Log Weather Import"), Dialogs::Icon::Critical);
+        return;
+    }
+
+    // The weather is that of the slip's minute on the run's day, as the logged weather
+    // command would read it from the cells the slip has just filled.
+    const RunTimeSlip slip = runSlip(slips.rows[search.row]);
+    LoggedWeather found;
+    {
+        Hourglass busy;
+        if (!date)
+            stamp.date = runDate;
+        found = FindLoggedWeather(state, runDate, slip.time);
+        RunEdits::importTimeSlip(log, row, &slip, found.ABP != 0 ? &found : nullptr, stamp);
+    }
+    tellLoggedWeather(found.ABP != 0);
 }
 
 } // namespace RunCommands

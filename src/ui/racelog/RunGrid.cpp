@@ -115,6 +115,7 @@ void RunGrid::connectMenus() {
             [this] { emit runCompleteRequested(currentRunRow()); });
     connect(menus.miGetLoggedWeather, &QAction::triggered, this, &RunGrid::getLoggedWeather);
     connect(menus.miGetWeather, &QAction::triggered, this, &RunGrid::getCurrentWeather);
+    connect(menus.miiCardWeather, &QAction::triggered, this, &RunGrid::getTimeSlip);
     connect(menus.miCut, &QAction::triggered, this, &RunGrid::cutRun);
     connect(menus.miCopy, &QAction::triggered, this, &RunGrid::copyRun);
     connect(menus.miPaste, &QAction::triggered, this, &RunGrid::pasteRun);
@@ -428,4 +429,9 @@ void RunGrid::getCurrentWeather() {
 void RunGrid::getLoggedWeather() {
     if (const int row = currentRunRow(); row >= 1)
         RunCommands::importLoggedWeather(d->log, row, d->state);
+}
+
+void RunGrid::getTimeSlip() {
+    if (const int row = currentRunRow(); row >= 1)
+        RunCommands::importTimeSlip(d->log, row, d->state);
 }

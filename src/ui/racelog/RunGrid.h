@@ -38,6 +38,7 @@ public:
     void pasteRun();
     void getCurrentWeather();
     void getLoggedWeather();
+    void getTimeSlip();
 
     // The window hands in the "Show Column" submenu of the column menu.
     void setShowColumnMenu(QMenu* menu);

@@ -25,6 +25,7 @@ constexpr Item RowItems[] = {
     Separator,
     {"miGetLoggedWeather", "Get Logged Weather...", &RunMenus::miGetLoggedWeather},
     {"miGetWeather", "Get Current Weather...", &RunMenus::miGetWeather},
+    {"miiCardWeather", "Get iCard && Weather...", &RunMenus::miiCardWeather},
     Separator,
     {"miCut", "Cut", &RunMenus::miCut},
     {"miCopy", "Copy", &RunMenus::miCopy},

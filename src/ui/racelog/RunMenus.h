@@ -22,6 +22,7 @@ struct RunMenus {
     QAction* miRunComplete;
     QAction* miGetLoggedWeather;
     QAction* miGetWeather;
+    QAction* miiCardWeather;
     QAction* miCut;
     QAction* miCopy;
     QAction* miPaste;

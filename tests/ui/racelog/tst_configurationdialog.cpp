@@ -24,6 +24,8 @@ const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"
 const QString TracksKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Tracks\\");
 const QString TemplatesKey = QStringLiteral("SOFTWARE\\Zorvane\\Templates\\");
 const QString FileDialogPathKey = QStringLiteral("SOFTWARE\\Zorvane\\RaceLog\\Path");
+const QString TimeSlipLogKey = QStringLiteral("SOFTWARE\\Zorvane\\iCard\\LogFile");
+const QString ReceiverLogKey = QStringLiteral("SOFTWARE\\iCardRX\\LogFile\\");
 
 QString typeKey(const QString& name) {
     return DefaultsKey + name + u'\\';
@@ -168,6 +170,7 @@ private slots:
             {2,
              "Excel Export",
              {"optTemplateDefault", "optFolder", "txtTemplateFile", "cmdFolder"}},
+            {2, "iCard", {"txtICardLogFile", "cmdBrowseICardLog"}},
         };
         for (const auto& [tab, title, controls] : frames) {
             QGroupBox* frame = nullptr;
@@ -853,6 +856,73 @@ private slots:
         dialog.click("cmdFolder");
         QCOMPARE(dialog.field("txtTemplateFile")->text(), QStringLiteral("/home/team/custom.xls"));
         QVERIFY(dialog.option("optFolder")->isChecked());
+    }
+
+    // --- The timing receiver's log ---
+
+    void theTimeSlipLogFieldHasItsCaptionAndButton() {
+        Dialog dialog;
+        auto* caption = dialog.get<QLabel>("lblICardLogFile");
+        QCOMPARE(caption->text(), QStringLiteral("iCard log file"));
+        QCOMPARE(caption->buddy(), dialog.field("txtICardLogFile"));
+        QCOMPARE(dialog.button("cmdBrowseICardLog")->text(), QStringLiteral("Browse..."));
+        QCOMPARE(dialog.field("txtICardLogFile")->text(), QString());
+    }
+
+    // The field shows the program's own setting, never the receiver's.
+    void theTimeSlipLogFieldShowsTheProgramsSetting() {
+        Registry::Set(ReceiverLogKey, "LogFile", "/receiver/races.csv");
+        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Dialog dialog;
+        QCOMPARE(dialog.field("txtICardLogFile")->text(), QStringLiteral("/team/races.csv"));
+    }
+
+    void okStoresTheTimeSlipLogUnderTheProgramsKey() {
+        Dialog dialog;
+        dialog.type("txtICardLogFile", QStringLiteral("/team/event.csv"));
+        dialog.click("cmdOK");
+        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/event.csv"));
+        QCOMPARE(Registry::Get(ReceiverLogKey, "LogFile"), Registry::NoKeyValue);
+    }
+
+    void anEmptiedTimeSlipLogFieldForgetsTheFile() {
+        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Dialog dialog;
+        dialog.field("txtICardLogFile")->clear();
+        dialog.click("cmdOK");
+        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), Registry::NoKeyValue);
+    }
+
+    void cancelKeepsTheStoredTimeSlipLog() {
+        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Dialog dialog;
+        dialog.field("txtICardLogFile")->setText(QStringLiteral("/team/other.csv"));
+        dialog.click("cmdCancel");
+        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/races.csv"));
+    }
+
+    void browseFillsTheTimeSlipLogField() {
+        Registry::Set(FileDialogPathKey, "0", home->root());
+        const QString log = home->root() + QStringLiteral("/event.csv");
+        Dialog dialog;
+        dialogs->queueFile(log);
+        dialog.click("cmdBrowseICardLog");
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        const Dialogs::FileRequest& request = dialogs->fileRequests[0];
+        QVERIFY(!request.save);
+        QCOMPARE(request.title, QStringLiteral("Choose iCard Log File"));
+        QCOMPARE(request.initialFolder, home->root());
+        QCOMPARE(dialog.field("txtICardLogFile")->text(), log);
+        dialog.click("cmdOK");
+        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), log);
+    }
+
+    void aCancelledBrowseLeavesTheTimeSlipLogField() {
+        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Dialog dialog;
+        dialogs->queueFile(QString());
+        dialog.click("cmdBrowseICardLog");
+        QCOMPARE(dialog.field("txtICardLogFile")->text(), QStringLiteral("/team/races.csv"));
     }
 };
 
