@@ -44,11 +44,16 @@ QRectF PageDocument::writeBox(double left, double top, double right, double bott
     return this->text(left, top, right, bottom, text, true);
 }
 
-QRectF PageDocument::text(double left, double top, double right, double bottom, const QString& text,
-                          bool framed) {
-    QSizeF content = textSize(text, current);
+// Where a text would go before any page break: its box from the edges and the text's size.
+// The text is measured only for the edges left free, since long reports place many thousand
+// boxes of fixed size.
+QRectF PageDocument::textRect(double left, double top, double right, double bottom,
+                              const QString& text) const {
+    QSizeF content;
+    if (right == Free || (bottom == Free && !current.wrap))
+        content = textSize(text, current);
     // A box of fixed width wraps its text to the width, and a free height follows the lines.
-    if (right != Free && current.wrap) {
+    else if (bottom == Free) {
         const double width = resolve(left, top, right, top, {}).width() - 2 * TextInset;
         const QFontMetricsF metrics(PageFonts::font(current), &measuringDevice());
         content.setHeight(metrics
@@ -57,8 +62,13 @@ QRectF PageDocument::text(double left, double top, double right, double bottom, 
                               .height());
     }
     const QSizeF box = content + QSizeF(2 * TextInset, 2 * TextInset);
+    return resolve(left, top, right, bottom, box);
+}
+
+QRectF PageDocument::text(double left, double top, double right, double bottom, const QString& text,
+                          bool framed) {
     Item item;
-    item.rect = place(resolve(left, top, right, bottom, box));
+    item.rect = place(textRect(left, top, right, bottom, text));
     item.framed = framed;
     item.text = text;
     return add(std::move(item));
@@ -81,6 +91,21 @@ QRectF PageDocument::drawPicture(double left, double top, double right, double b
     item.rect = place(resolve(left, top, right, bottom, natural));
     item.picture = picture;
     return add(std::move(item));
+}
+
+bool PageDocument::fits(double left, double top, double right, double bottom,
+                        const QString& text) const {
+    return !breaks(textRect(left, top, right, bottom, text));
+}
+
+void PageDocument::breakPage() {
+    pages.append(Page());
+    currentPage = int(pages.size()) - 1;
+    last = QRectF(output.topLeft(), QSizeF(0, 0));
+}
+
+void PageDocument::setPage(int index) {
+    currentPage = qBound(0, index, int(pages.size()) - 1);
 }
 
 QSizeF PageDocument::textSize(const QString& text, const Style& style) {
@@ -115,9 +140,14 @@ QRectF PageDocument::resolve(double left, double top, double right, double botto
 
 // An object that would cross the bottom of the output rectangle goes to the top of a new
 // page. One that starts at the top already stays however tall it is: no page could hold it.
+bool PageDocument::breaks(const QRectF& rect) const {
+    return rect.bottom() > output.bottom() && rect.top() > output.top();
+}
+
 QRectF PageDocument::place(QRectF rect) {
-    if (rect.bottom() > output.bottom() && rect.top() > output.top()) {
+    if (breaks(rect)) {
         pages.append(Page());
+        currentPage = int(pages.size()) - 1;
         rect.moveTop(output.top());
     }
     return rect;
@@ -126,6 +156,6 @@ QRectF PageDocument::place(QRectF rect) {
 QRectF PageDocument::add(Item item) {
     item.style = current;
     last = item.rect;
-    pages.last().append(std::move(item));
+    pages[currentPage].append(std::move(item));
     return last;
 }

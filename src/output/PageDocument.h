@@ -31,7 +31,8 @@ public:
         QColor background = Qt::white;
         bool backgroundShown = false; // boxes are filled with the background colour
         QColor pen = Qt::black;
-        double penSize = 3; // tenths of a millimetre
+        double penSize = 3;                    // tenths of a millimetre
+        Qt::PenStyle penStyle = Qt::SolidLine; // of frames and lines
         // A text too wide for its box goes on over further lines; without wrapping it stays
         // on its line and may reach past the box's edges.
         bool wrap = true;
@@ -78,6 +79,15 @@ public:
     QRectF drawFrame(double left, double top, double right, double bottom);
     QRectF drawPicture(double left, double top, double right, double bottom, const QImage& picture);
 
+    // Whether a text placed here, in the current style and without a frame, would stay on the
+    // page it starts on: false when writing it would begin a new page.
+    bool fits(double left, double top, double right, double bottom, const QString& text) const;
+    // Starts a new page; the next object measures from the top left of its output rectangle.
+    void breakPage();
+    // The objects placed next go on this page, until a page break or the next call. Used to
+    // add to pages already laid out, such as their numbers once the count is known.
+    void setPage(int index);
+
     int pageCount() const { return int(pages.size()); }
     const Page& page(int index) const { return pages.at(index); }
     // The edges of the object placed last; the top left of the output rectangle before any.
@@ -92,8 +102,11 @@ public:
 private:
     QRectF resolve(double left, double top, double right, double bottom,
                    const QSizeF& natural) const;
+    bool breaks(const QRectF& rect) const;
     QRectF place(QRectF rect);
     double edge(double value) const;
+    QRectF textRect(double left, double top, double right, double bottom,
+                    const QString& text) const;
     QRectF text(double left, double top, double right, double bottom, const QString& text,
                 bool framed);
     QRectF add(Item item);
@@ -101,6 +114,7 @@ private:
     QSizeF size;
     QRectF output;
     QList<Page> pages;
+    int currentPage = 0;
     QRectF last;
     Style current;
     QMap<int, Style> stored;

@@ -16,7 +16,7 @@ QFont scaledFont(const PageDocument::Style& style, const QPaintDevice& device) {
 }
 
 QPen pen(const PageDocument::Style& style) {
-    QPen pen(style.pen, style.penSize);
+    QPen pen(style.pen, style.penSize, style.penStyle);
     pen.setJoinStyle(Qt::MiterJoin);
     return pen;
 }

@@ -93,6 +93,37 @@ private slots:
         QCOMPARE(document.page(1).size(), 2);
     }
 
+    // The fit test answers for a text placed as writeText would place it, and places nothing.
+    void aFitTestSaysWhetherATextWouldStartANewPage() {
+        PageDocument document = shortPages();
+        document.drawFrame(100, 100, -500, -450);
+        const double line = document.textSize(QStringLiteral("9"), document.style()).height() +
+                            2 * PageDocument::TextInset;
+        QVERIFY(line > 50);
+        QVERIFY(!document.fits(100, LastBottom, -40, Free, QStringLiteral("9")));
+        QVERIFY(document.fits(100, LastBottom, -40, -50, QStringLiteral("9")));
+        QVERIFY(document.fits(100, 100, -40, Free, QStringLiteral("9")));
+        QCOMPARE(document.page(0).size(), 1);
+        QCOMPARE(document.pageCount(), 1);
+    }
+
+    // A page break starts a page whatever room is left, and objects can be added to a page
+    // laid out before.
+    void aPageBreakAndAnEarlierPageTakeTheNextObjects() {
+        PageDocument document = shortPages();
+        document.drawFrame(100, 100, -500, -100);
+        document.breakPage();
+        QCOMPARE(document.pageCount(), 2);
+        QCOMPARE(document.drawFrame(100, LastBottom, -500, -100), QRectF(100, 100, 500, 100));
+        document.setPage(0);
+        document.drawFrame(100, 300, -10, -10);
+        QCOMPARE(document.page(0).size(), 2);
+        QCOMPARE(document.page(1).size(), 1);
+        document.setPage(1);
+        document.drawFrame(100, 300, -10, -10);
+        QCOMPARE(document.page(1).size(), 2);
+    }
+
     void anObjectTallerThanAPageStaysWhereItStarts() {
         PageDocument document = shortPages();
         QCOMPARE(document.drawFrame(100, 100, -500, -1000), QRectF(100, 100, 500, 1000));

@@ -6,6 +6,7 @@
 #include "feed/InstrumentConnection.h"
 #include "ui/charts/ViewCommands.h"
 #include "ui/graphs/GraphCommands.h"
+#include "ui/output/IncrementalTimesCommand.h"
 #include "ui/pager/PagerDispatch.h"
 #include "ui/racelog/RaceLogCommands.h"
 #include "ui/shell/CountMonitors.h"
@@ -100,12 +101,13 @@ void Startup::ShowSplashWhileLoading() {
     wait.exec(QEventLoop::ExcludeUserInputEvents);
 
     window = new MainWindow(state);
-    // The race log, pager, view and graph commands join the one dispatch before the load
-    // lists the race log types and starts the timers.
+    // The race log, pager, view, graph and report commands join the one dispatch before the
+    // load lists the race log types and starts the timers.
     new RaceLogCommands(*window, state);
     new PagerDispatch(*window, state);
     ViewCommands::add(*window, state);
     GraphCommands::add(*window, state);
+    IncrementalTimesCommand::add(*window, state);
     window->load();
     QCoreApplication::processEvents();
 }

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "output/IncrementalTimes.h"
+
+class MainWindow;
+class QMdiArea;
+class ViewerWindow;
+struct AppState;
+
+// The main window's command for the incremental times report: it asks for the category and
+// the tag cars, then shows the report in the report viewer, replacing the report shown last.
+namespace IncrementalTimesCommand {
+
+void add(MainWindow& main, AppState& state);
+
+// Reads the log afresh, since the report uses it up, and shows the report of it; nullptr
+// when the log can't be read.
+ViewerWindow* showReport(QMdiArea& area, const IncrementalTimes::Request& request);
+
+} // namespace IncrementalTimesCommand
