@@ -100,6 +100,9 @@ QString pdfText(const PageDocument& document) {
     const QString path = dir.filePath("report.pdf");
     if (!writePdf(document, path))
         return {};
+    if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))
+        QFile::copy(path, qEnvironmentVariable("TARNWICK_KEEP_PICTURES") +
+                              QStringLiteral("/incremental-times.pdf"));
     QProcess text;
     text.start("pdftotext", {"-layout", path, "-"});
     text.waitForFinished(60000);
