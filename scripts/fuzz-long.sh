@@ -11,7 +11,7 @@ build=$root/build-fuzz
 seconds=${1:-600}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(fuzz_serialfeed fuzz_weatherlog racelog_fuzz fuzz_timeslip)
+[ ${#targets[@]} -gt 0 ] || targets=(fuzz_serialfeed fuzz_weatherlog racelog_fuzz fuzz_timeslip fuzz_workbook)
 
 if [ ! -f "$build/build.ninja" ]; then
     CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \

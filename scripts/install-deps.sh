@@ -8,7 +8,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libqt6sql6-sqlite libgl-dev
     libqcustomplot-dev libqcustomplot2.1-qt6 libzip-dev libpugixml-dev libbenchmark-dev
     fonts-liberation fonts-dejavu-core
-    socat xvfb xauth poppler-utils sqlite3 unzip
+    socat xvfb xauth poppler-utils sqlite3 unzip python3-openpyxl
 )
 
 missing=()

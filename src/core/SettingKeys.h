@@ -66,7 +66,7 @@ inline constexpr SettingKey PortDevices{u"SOFTWARE\\Zorvane\\SerialPort\\Devices
 inline constexpr SettingKey LogColumns{u"SOFTWARE\\Zorvane\\LogColumns\\", u"", Kind::Names, u"",
     u"one value for each column caption: \"1\" shown, \"0\" not"};
 inline constexpr SettingKey MasterTemplate{u"SOFTWARE\\Zorvane\\Templates\\", u"MasterTemplate",
-    Kind::Path, u"Bramholdtrack.xls", u"the spreadsheet template, by default in the program's folder"};
+    Kind::Path, u"Bramholdtrack.xlsx", u"the spreadsheet template, by default in the program's folder"};
 inline constexpr SettingKey RacepakFolder{u"SOFTWARE\\Zorvane\\Racepak\\", u"Folder", Kind::Path, u"",
     u"the folder of the Racepak hand-over file; none puts it in the standard place"};
 inline constexpr SettingKey ReceiverLogFile{u"SOFTWARE\\iCardRX\\LogFile\\", u"LogFile", Kind::Path,

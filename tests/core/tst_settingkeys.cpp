@@ -60,7 +60,7 @@ private slots:
         QCOMPARE(SettingKeys::Scale.fallback, u"1");
         QCOMPARE(SettingKeys::PagerFrequency.fallback, u"75");
         QCOMPARE(SettingKeys::DeltaVP.fallback, u"0");
-        QCOMPARE(SettingKeys::MasterTemplate.fallback, u"Bramholdtrack.xls");
+        QCOMPARE(SettingKeys::MasterTemplate.fallback, u"Bramholdtrack.xlsx");
         QCOMPARE(SettingKeys::DefaultPF.kind, Kind::Number);
         QCOMPARE(SettingKeys::DefaultCarNumber.kind, Kind::Text);
         QCOMPARE(SettingKeys::DeltaVP.kind, Kind::Flag);

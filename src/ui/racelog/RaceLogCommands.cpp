@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/RaceLogDocument.h"
+#include "output/ExcelExport.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
@@ -13,6 +14,8 @@
 #include "ui/shell/MainWindow.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QDate>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -39,6 +42,7 @@ RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
                     [this] { runOnActive(&PrintableWindow::printDocument); });
     main.setCommand(QStringLiteral("miPDFExport"),
                     [this] { runOnActive(&PrintableWindow::saveAsPdf); });
+    main.setCommand(QStringLiteral("miExcelExport"), [this] { exportToExcel(); });
     main.setCommand(QStringLiteral("miSelectColumns"), [this] {
         LogColumnsDialog dialog(&this->main);
         dialog.exec();
@@ -163,6 +167,26 @@ void RaceLogCommands::predictAll() {
         if (RaceLogDocument* log = state.raceLogs.at(slot))
             log->updatePredictions();
     }
+}
+
+// The spreadsheet export takes the race log in front. Cancelling the dialog ends the command
+// without a word; a template or target that fails is told to the user.
+void RaceLogCommands::exportToExcel() {
+    RaceLogWindow* log = activeLog();
+    if (!log) {
+        Dialogs::Inform(QStringLiteral("The Active Form does not support this feature."),
+                        QStringLiteral("Tarnwick - Excel Export"), Dialogs::Icon::Information);
+        return;
+    }
+    const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
+        ExcelExport::saveRequest(QDate::currentDate(), QCoreApplication::applicationDirPath()));
+    if (!chosen)
+        return;
+    RaceLogFileRequests::rememberFolder(chosen->path);
+    if (const std::optional<QString> failure = ExcelExport::write(
+            log->document(), ExcelExport::withExtension(chosen->path), ExcelExport::templatePath()))
+        Dialogs::Inform(*failure, QStringLiteral("Tarnwick - Excel Export"),
+                        Dialogs::Icon::Exclamation);
 }
 
 // Print and PDF export belong to the window in front, if it can be printed.

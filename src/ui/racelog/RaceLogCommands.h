@@ -40,6 +40,7 @@ private:
     void saveAll();
     void predictAll();
     void runOnActive(void (PrintableWindow::*command)());
+    void exportToExcel();
 
     MainWindow& main;
     AppState& state;

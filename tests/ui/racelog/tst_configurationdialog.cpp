@@ -32,7 +32,7 @@ QString typeKey(const QString& name) {
 }
 
 QString systemTemplate() {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/Bramholdtrack.xls");
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/Bramholdtrack.xlsx");
 }
 
 QStringList entries(const QComboBox* box) {

@@ -1,3 +1,4 @@
+#include "SqliteShell.h"
 #include "common/TestHome.h"
 #include "core/AppState.h"
 #include "core/Registry.h"
@@ -5,7 +6,6 @@
 #include "racelog/Database.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
-#include "SqliteShell.h"
 #include "ui/output/PrintableWindow.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RaceLogCommands.h"
@@ -13,10 +13,10 @@
 #include "ui/racelog/RunGrid.h"
 #include "ui/shell/MainWindow.h"
 
-#include <memory>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDate>
 #include <QDir>
 #include <QFile>
 #include <QHeaderView>
@@ -32,6 +32,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <memory>
 
 namespace {
 
@@ -624,6 +625,45 @@ private slots:
         window.run("miPDFExport");
         QCOMPARE(dialogs->messages.size(), 2);
         QCOMPARE(dialogs->messages.last().text, PrintMessage);
+    }
+
+    // The spreadsheet export writes the race log in front, through the save dialogue, into a
+    // workbook made from the shipped template, and remembers the folder.
+    void excelExportWritesTheActiveLog() {
+        MainWindowHarness window;
+        window.run("miNewRaceLog");
+        RaceLogWindow* log = window.slot(0);
+        QVERIFY(log);
+        log->document().runs().setCell(1, 12, "7.912");
+        QVERIFY(QDir().mkpath(file("sheets")));
+        dialogs->queueFile(file("sheets/event"));
+        window.run("miExcelExport");
+        QCOMPARE(dialogs->fileRequests.size(), 1);
+        const Dialogs::FileRequest& request = dialogs->fileRequests.first();
+        QCOMPARE(request.title, QStringLiteral("Save Excel File"));
+        QCOMPARE(request.fileName,
+                 QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")) + "log.xlsx");
+        QCOMPARE(request.filter,
+                 QStringLiteral("Microsoft Excel Files (*.xlsx) |*.xlsx|All Files (*.*) |*.*|"));
+        QVERIFY(request.save);
+        QVERIFY2(dialogs->messages.isEmpty(),
+                 qPrintable(dialogs->messages.isEmpty() ? "" : dialogs->messages.first().text));
+        QVERIFY(QFile::exists(file("sheets/event.xlsx")));
+        QCOMPARE(Registry::Get(SettingKeys::FileDialogFolder), file("sheets"));
+
+        // Cancel ends the command without a word; the next dialog starts in the folder.
+        dialogs->queueFile(QString());
+        window.run("miExcelExport");
+        QCOMPARE(dialogs->fileRequests.last().initialFolder, file("sheets"));
+        QVERIFY(dialogs->messages.isEmpty());
+    }
+
+    void excelExportWithNoLogSaysItCannot() {
+        MainWindowHarness window;
+        window.run("miExcelExport");
+        QVERIFY(dialogs->fileRequests.isEmpty());
+        QCOMPARE(dialogs->messages.size(), 1);
+        QCOMPARE(dialogs->messages.first().text, PrintMessage);
     }
 
     void eachRaceLogTypeGetsANewTool() {
