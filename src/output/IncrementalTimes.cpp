@@ -70,12 +70,15 @@ bool isTagged(const QStringList& row, const Request& request) {
     return car == request.tagCar1 || car == request.tagCar2;
 }
 
-// Removes the rows that fail the test by moving the last row into their place; one row is
-// never removed, whatever it holds.
-template <typename Test> void removeUnless(TimeSlipLog& log, Test keep) {
+// Removes the rows that fail the test by moving the last row into their place. The category's
+// pass never removes the one row left, whatever it holds; the tag cars' pass removes every
+// row of another car, so tag cars that never ran leave the heading alone.
+enum class LastRow { Stays, Goes };
+
+template <typename Test> void removeUnless(TimeSlipLog& log, Test keep, LastRow last) {
     int row = 0;
     while (row < log.rows.size()) {
-        if (keep(log.rows.at(row)) || log.rows.size() < 2) {
+        if (keep(log.rows.at(row)) || (last == LastRow::Stays && log.rows.size() < 2)) {
             ++row;
             continue;
         }
@@ -202,9 +205,12 @@ QStringList CategorySessions(const TimeSlipLog& log) {
 }
 
 void Filter(TimeSlipLog& log, const Request& request) {
-    removeUnless(log, [&request](const QStringList& row) { return keeps(row, request); });
+    removeUnless(
+        log, [&request](const QStringList& row) { return keeps(row, request); }, LastRow::Stays);
     if (request.onlyTagged)
-        removeUnless(log, [&request](const QStringList& row) { return isTagged(row, request); });
+        removeUnless(
+            log, [&request](const QStringList& row) { return isTagged(row, request); },
+            LastRow::Goes);
 }
 
 Table Build(const TimeSlipLog& log) {
