@@ -173,6 +173,11 @@ void RunGraph::centerCursors() {
     cursorLayer->replot();
 }
 
+void RunGraph::chooseCursorMode(int index) {
+    setSnap(index == 1);
+    centerCursors();
+}
+
 // Each line is carried by two points a unit apart along it.
 void RunGraph::place(Cursor& cursor, const QPointF& position) {
     cursor.at = position;

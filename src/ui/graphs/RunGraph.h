@@ -50,6 +50,9 @@ public:
     void setCursorPosition(int index, const QPointF& position);
     // Every cursor to the middle of the axes as they stand.
     void centerCursors();
+    // The cursor list's choice, "Float" (0) or "Snap" (1): the cursors take the way of
+    // moving and start again from the middle.
+    void chooseCursorMode(int index);
     // The plot of the line drawn through the cursors: they never snap to it, and it is drawn
     // again with them.
     void setCursorLine(QCPGraph* plot);

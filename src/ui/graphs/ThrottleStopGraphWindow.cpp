@@ -100,8 +100,7 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
             &ThrottleStopGraphWindow::drawChosenLog);
     connect(cboGraph, &QComboBox::currentIndexChanged, this,
             &ThrottleStopGraphWindow::chooseMouseMode);
-    connect(cboCursors, &QComboBox::currentIndexChanged, this,
-            &ThrottleStopGraphWindow::chooseCursorMode);
+    connect(cboCursors, &QComboBox::currentIndexChanged, tsGraph, &RunGraph::chooseCursorMode);
     connect(tsGraph, &RunGraph::cursorMoved, this, &ThrottleStopGraphWindow::showCursors);
     connect(cmdSet, &QPushButton::clicked, this, &ThrottleStopGraphWindow::setTsr);
 
@@ -145,13 +144,8 @@ void ThrottleStopGraphWindow::chooseMouseMode(int mode) {
     cboCursors->setVisible(mode == RunGraph::Cursors);
     if (mode == RunGraph::Cursors) {
         cboCursors->setCurrentIndex(0);
-        chooseCursorMode(0);
+        tsGraph->chooseCursorMode(0);
     }
-}
-
-void ThrottleStopGraphWindow::chooseCursorMode(int mode) {
-    tsGraph->setSnap(mode == 1);
-    tsGraph->centerCursors();
 }
 
 // A cursor moved: its reading, the line through both and the ratio of that line. Level

@@ -37,7 +37,6 @@ public:
 private:
     void drawChosenLog();
     void chooseMouseMode(int mode);
-    void chooseCursorMode(int mode);
     void showCursors();
     void setTsr();
     // The log of the chosen entry while it is open; its entry stays either way.

@@ -102,8 +102,7 @@ TrendFinderWindow::TrendFinderWindow(AppState& state, QWidget* parent) : QWidget
     // Choosing the same quantity again appends its column once more.
     connect(cboChart, &QComboBox::activated, this, &TrendFinderWindow::drawQuantity);
     connect(cboGraph, &QComboBox::currentIndexChanged, this, &TrendFinderWindow::chooseMouseMode);
-    connect(cboCursors, &QComboBox::currentIndexChanged, this,
-            &TrendFinderWindow::chooseCursorMode);
+    connect(cboCursors, &QComboBox::currentIndexChanged, runGraph, &RunGraph::chooseCursorMode);
     connect(runGraph, &RunGraph::cursorMoved, this, [this] {
         lblCursor->setText(
             NumberText::Format(float(runGraph->cursorPosition(0).y()), QStringLiteral("0.0000")));
@@ -168,13 +167,8 @@ void TrendFinderWindow::chooseMouseMode(int mode) {
     cboCursors->setVisible(mode == RunGraph::Cursors);
     if (mode == RunGraph::Cursors) {
         cboCursors->setCurrentIndex(0);
-        chooseCursorMode(0);
+        runGraph->chooseCursorMode(0);
     }
-}
-
-void TrendFinderWindow::chooseCursorMode(int mode) {
-    runGraph->setSnap(mode == 1);
-    runGraph->centerCursors();
 }
 
 void TrendFinderWindow::printDocument() {

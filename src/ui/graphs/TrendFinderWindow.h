@@ -36,7 +36,6 @@ private:
     void askToClear();
     void drawQuantity(int index);
     void chooseMouseMode(int mode);
-    void chooseCursorMode(int mode);
 
     RaceLogList* logs;
 };
