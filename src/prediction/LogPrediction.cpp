@@ -4,14 +4,10 @@
 
 namespace LogPrediction {
 
-namespace {
-
 RunCells runCells(const RaceLog& log) {
     const RunTable& table = log.runs();
     return [&table](int row, int column) { return table.cell(row, column); };
 }
-
-} // namespace
 
 PredictionModel::Outcome predict(const RaceLog& log, int slot, bool deltaVP) {
     const RaceLogData& content = log.content();

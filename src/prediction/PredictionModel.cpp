@@ -52,29 +52,19 @@ QString vaporPressurePiece(const Inputs& in) {
 
 // The steps in their order; a missing number ends the call with what it has published.
 void predict(const Inputs& in, Outcome& out) {
-    const auto referenceText = referenceEtText(in.cells, in.referenceRow);
-    if (!referenceText)
+    const auto et = predictEt(in.cells, in.referenceRow, in.adjustedAltitude, in.performanceFactor);
+    if (!et)
         return;
-    const QString aaRefText = in.cells(in.referenceRow, RunColumn::AA);
-    if (!IsNumeric(aaRefText) || !IsNumeric(in.adjustedAltitude) ||
-        !IsNumeric(in.performanceFactor))
-        return;
-
-    const double referenceET = converted(*referenceText);
-    const double aaRef = converted(aaRefText);
-    const double aaNow = converted(in.adjustedAltitude);
-    const double sensitivity = checked(EtModel::sensitivity(converted(in.performanceFactor)));
-    const double predictedET =
-        checked(EtModel::etAtAltitude(referenceET, aaRef, aaNow, sensitivity));
-    QString sPredictionText = QStringLiteral("ET: ") + Format(predictedET, "##.0000");
+    QString sPredictionText = QStringLiteral("ET: ") + Format(et->predictedEt, "##.0000");
     out.publications.append(publication(in, sPredictionText));
 
     const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
     if (!IsNumeric(in.targetEt) || !IsNumeric(timerRefText) || !IsNumeric(in.throttleStopRatio))
         return;
     const double targetET = converted(in.targetEt);
-    const double TS = throttleStop(referenceET, aaRef, aaNow, targetET, converted(timerRefText),
-                                   converted(in.throttleStopRatio), sensitivity);
+    const double TS =
+        throttleStop(et->referenceEt, et->referenceAltitude, et->altitude, targetET,
+                     converted(timerRefText), converted(in.throttleStopRatio), et->sensitivity);
     if (TS > 0 && targetET > 0)
         sPredictionText += QStringLiteral("  TS @ ") + Format(targetET, "#0.00##") +
                            QStringLiteral(": ") + Format(TS, "##.0000");
@@ -83,6 +73,26 @@ void predict(const Inputs& in, Outcome& out) {
 }
 
 } // namespace
+
+std::optional<EtPrediction> predictEt(const RunCells& cells, int referenceRow,
+                                      const QString& adjustedAltitude,
+                                      const QString& performanceFactor) {
+    const auto referenceText = referenceEtText(cells, referenceRow);
+    if (!referenceText)
+        return std::nullopt;
+    const QString aaRefText = cells(referenceRow, RunColumn::AA);
+    if (!IsNumeric(aaRefText) || !IsNumeric(adjustedAltitude) || !IsNumeric(performanceFactor))
+        return std::nullopt;
+
+    EtPrediction et;
+    et.referenceEt = converted(*referenceText);
+    et.referenceAltitude = converted(aaRefText);
+    et.altitude = converted(adjustedAltitude);
+    et.sensitivity = checked(EtModel::sensitivity(converted(performanceFactor)));
+    et.predictedEt = checked(
+        EtModel::etAtAltitude(et.referenceEt, et.referenceAltitude, et.altitude, et.sensitivity));
+    return et;
+}
 
 Outcome compute(const Inputs& inputs) {
     Outcome out;

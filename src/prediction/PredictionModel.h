@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QString>
+#include <optional>
 
 // What a race log predicts for the present air: the ET its reference run would now make,
 // the throttle stop timer for the target ET, and the change of vapor pressure. Everything
@@ -38,6 +39,23 @@ struct Outcome {
 };
 
 Outcome compute(const Inputs& inputs);
+
+// The ET part of a prediction: the reference run's time and adjusted altitude, the altitude
+// it is taken to, the model's sensitivity for the factor, and the time the model gives there.
+struct EtPrediction {
+    double referenceEt;
+    double referenceAltitude;
+    double altitude;
+    double sensitivity;
+    double predictedEt;
+};
+
+// The ET the run in referenceRow would make at adjustedAltitude with the performance factor:
+// nullopt when the run has no time or altitude, or either text is not a number. A value that
+// does not compute throws ComputeFault.
+std::optional<EtPrediction> predictEt(const RunCells& cells, int referenceRow,
+                                      const QString& adjustedAltitude,
+                                      const QString& performanceFactor);
 
 // The box a faulty prediction shows.
 Dialogs::Message faultMessage();

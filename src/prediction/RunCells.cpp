@@ -4,13 +4,19 @@
 
 #include <array>
 
-std::optional<QString> referenceEtText(const RunCells& cells, int row) {
+std::optional<int> farthestMark(const RunCells& cells, int row) {
     static constexpr std::array farthestFirst{RunColumn::Ft1320, RunColumn::Ft1000,
                                               RunColumn::Ft660, RunColumn::Ft330, RunColumn::Ft60};
     for (const int column : farthestFirst) {
-        const QString text = cells(row, column);
-        if (NumberText::IsNumeric(text))
-            return text;
+        if (NumberText::IsNumeric(cells(row, column)))
+            return column;
     }
     return std::nullopt;
+}
+
+std::optional<QString> referenceEtText(const RunCells& cells, int row) {
+    const std::optional<int> column = farthestMark(cells, row);
+    if (!column)
+        return std::nullopt;
+    return cells(row, *column);
 }

@@ -23,6 +23,9 @@ enum : int {
 };
 } // namespace RunColumn
 
-// The run's time at the farthest timing mark it has: the first numeric cell of 1320 ft,
-// 1000 ft, 660 ft, 330 ft and 60 ft, in that order. Its text, or nullopt when none is.
+// The farthest timing mark the run has: the column of the first numeric cell of 1320 ft,
+// 1000 ft, 660 ft, 330 ft and 60 ft, in that order; nullopt when none is.
+std::optional<int> farthestMark(const RunCells& cells, int row);
+
+// The run's time at its farthest timing mark: its text, or nullopt when it has none.
 std::optional<QString> referenceEtText(const RunCells& cells, int row);

@@ -1,0 +1,236 @@
+#include "prediction/PredictionCheck.h"
+
+#include "core/DateText.h"
+#include "core/NumberText.h"
+#include "prediction/ComputeFault.h"
+#include "prediction/EtModel.h"
+#include "prediction/LogPrediction.h"
+#include "racelog/RaceLog.h"
+
+#include <QDateTime>
+#include <algorithm>
+#include <cmath>
+
+namespace PredictionCheck {
+
+namespace {
+
+using NumberText::IsNumeric;
+
+// The columns of the moment a run was made.
+constexpr int TimeColumn = 1;
+constexpr int DateColumn = 2;
+
+// The runs that can take part: each has a time at some mark and an adjusted altitude.
+QList<int> usableRuns(const Inputs& in) {
+    QList<int> runs;
+    for (int row = 1; row < in.rowCount; ++row) {
+        if (farthestMark(in.cells, row) && IsNumeric(in.cells(row, RunColumn::AA)))
+            runs.append(row);
+    }
+    return runs;
+}
+
+// Every run predicted from every other run timed to the same mark. A pair whose numbers do
+// not compute is left out, as the live prediction would show nothing for it.
+QList<Prediction> predictionsOf(const Inputs& in, const QString& performanceFactor) {
+    const QList<int> runs = usableRuns(in);
+    QList<Prediction> predictions;
+    for (const int run : runs) {
+        const int mark = *farthestMark(in.cells, run);
+        const double actualEt = *NumberText::ToDouble(in.cells(run, mark));
+        for (const int reference : runs) {
+            if (reference == run || farthestMark(in.cells, reference) != mark)
+                continue;
+            try {
+                const auto et = PredictionModel::predictEt(
+                    in.cells, reference, in.cells(run, RunColumn::AA), performanceFactor);
+                if (et)
+                    predictions.append({run, reference, actualEt, *et});
+            } catch (const ComputeFault&) {
+            }
+        }
+    }
+    return predictions;
+}
+
+// When a run was made, from its time and date cells; a run timed without a date is taken as
+// made on one common day. nullopt when the run has no time.
+std::optional<QDateTime> momentOf(const RunCells& cells, int row) {
+    const auto time = DateText::Parse(cells(row, TimeColumn));
+    if (!time || !time->time)
+        return std::nullopt;
+    const auto date = DateText::Parse(cells(row, DateColumn));
+    return QDateTime(date && date->date ? *date->date : QDate(2000, 1, 1), *time->time);
+}
+
+// How far apart two runs are: in seconds when both have a time, else in runs of the table,
+// counted after every timed pair so a time always wins.
+qint64 distance(const RunCells& cells, int run, int reference) {
+    const auto a = momentOf(cells, run);
+    const auto b = momentOf(cells, reference);
+    if (a && b)
+        return std::abs(a->secsTo(*b));
+    constexpr qint64 untimed = qint64(1) << 40;
+    return untimed + std::abs(run - reference);
+}
+
+// The reference nearest in time to the run; on a tie the earlier one, the run a crew would
+// have had in hand.
+const Prediction& nearestOf(const RunCells& cells, const QList<const Prediction*>& ofRun) {
+    const Prediction* nearest = ofRun.front();
+    for (const Prediction* p : ofRun) {
+        const qint64 d = distance(cells, p->run, p->reference);
+        const qint64 best = distance(cells, nearest->run, nearest->reference);
+        if (d < best || (d == best && p->reference < nearest->reference))
+            nearest = p;
+    }
+    return *nearest;
+}
+
+double meanAbsoluteError(const QList<const Prediction*>& predictions) {
+    double sum = 0;
+    for (const Prediction* p : predictions)
+        sum += std::fabs(p->error());
+    return sum / double(predictions.size());
+}
+
+// The mean absolute error of every pair with a given factor, by the model itself.
+double meanAbsoluteErrorAt(const QList<Prediction>& pairs, double performanceFactor) {
+    const double sensitivity = EtModel::sensitivity(performanceFactor);
+    double sum = 0;
+    for (const Prediction& p : pairs)
+        sum +=
+            std::fabs(p.actualEt - EtModel::etAtAltitude(p.et.referenceEt, p.et.referenceAltitude,
+                                                         p.et.altitude, sensitivity));
+    return sum / double(pairs.size());
+}
+
+// The model's prediction is a straight line in the sensitivity, and the sensitivity a
+// straight line in the factor; so each pair's error is |a + b x factor| and the mean of them
+// is lowest at the median of the pairs' zeros weighted by their slopes. The field takes any
+// signed number, so the whole line is searched this way; the best hundredth lies then on one
+// side or the other of that point.
+std::optional<double> factorOfLeastError(const QList<Prediction>& pairs) {
+    struct Zero {
+        double factor;
+        double weight;
+    };
+    QList<Zero> zeros;
+    double totalWeight = 0;
+    for (const Prediction& p : pairs) {
+        const auto errorAt = [&p](double factor) {
+            return p.actualEt - EtModel::etAtAltitude(p.et.referenceEt, p.et.referenceAltitude,
+                                                      p.et.altitude, EtModel::sensitivity(factor));
+        };
+        const double a = errorAt(0.0);
+        const double b = errorAt(1.0) - a;
+        if (b == 0.0 || !std::isfinite(b))
+            continue;
+        zeros.append({-a / b, std::fabs(b)});
+        totalWeight += std::fabs(b);
+    }
+    if (zeros.isEmpty())
+        return std::nullopt;
+    std::sort(zeros.begin(), zeros.end(),
+              [](const Zero& x, const Zero& y) { return x.factor < y.factor; });
+    double weight = 0;
+    for (const Zero& zero : zeros) {
+        weight += zero.weight;
+        if (weight >= totalWeight / 2)
+            return zero.factor;
+    }
+    return zeros.back().factor;
+}
+
+// A tidy width for the bins: 1, 2 or 5 times a power of ten.
+double binWidth(double span) {
+    const double rough = std::max(span / 12.0, 0.0001);
+    const double power = std::pow(10.0, std::floor(std::log10(rough)));
+    for (const double step : {1.0, 2.0, 5.0}) {
+        if (step * power >= rough * (1 - 1e-9))
+            return step * power;
+    }
+    return 10.0 * power;
+}
+
+} // namespace
+
+Report check(const Inputs& inputs) {
+    Report report;
+    report.factorIsNumber = IsNumeric(inputs.performanceFactor);
+    if (!report.factorIsNumber)
+        return report;
+    report.predictions = predictionsOf(inputs, inputs.performanceFactor);
+    if (report.predictions.isEmpty())
+        return report;
+
+    QList<const Prediction*> all;
+    for (const Prediction& p : report.predictions)
+        all.append(&p);
+    report.meanAbsoluteError = meanAbsoluteError(all);
+
+    // The predictions come grouped by run, in run order.
+    double worstError = -1;
+    for (qsizetype first = 0; first < all.size();) {
+        qsizetype end = first;
+        while (end < all.size() && all[end]->run == all[first]->run)
+            ++end;
+        const QList<const Prediction*> ofRun = all.mid(first, end - first);
+        const RunCheck runCheck{nearestOf(inputs.cells, ofRun), meanAbsoluteError(ofRun)};
+        if (runCheck.meanAbsoluteError > worstError) {
+            worstError = runCheck.meanAbsoluteError;
+            report.worstRun = runCheck.nearest.run;
+        }
+        report.runs.append(runCheck);
+        first = end;
+    }
+    return report;
+}
+
+Report check(const RaceLog& log) {
+    return check({LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf});
+}
+
+std::optional<BestFactor> bestPerformanceFactor(const Inputs& inputs) {
+    // The pairs do not depend on the factor; any number reads them.
+    const QList<Prediction> pairs = predictionsOf(inputs, QStringLiteral("0"));
+    const std::optional<double> least = factorOfLeastError(pairs);
+    if (!least)
+        return std::nullopt;
+    const double below = std::floor(*least * 100.0) / 100.0;
+    const double above = std::ceil(*least * 100.0) / 100.0;
+    const double errorBelow = meanAbsoluteErrorAt(pairs, below);
+    const double errorAbove = meanAbsoluteErrorAt(pairs, above);
+    if (errorAbove < errorBelow)
+        return BestFactor{above, errorAbove};
+    return BestFactor{below, errorBelow};
+}
+
+std::optional<BestFactor> bestPerformanceFactor(const RaceLog& log) {
+    return bestPerformanceFactor(
+        {LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf});
+}
+
+Histogram histogram(const QList<Prediction>& predictions) {
+    if (predictions.isEmpty())
+        return {};
+    const auto [low, high] = std::minmax_element(
+        predictions.begin(), predictions.end(),
+        [](const Prediction& a, const Prediction& b) { return a.error() < b.error(); });
+    Histogram bins;
+    bins.width = binWidth(high->error() - low->error());
+    // An error on a bin's edge belongs to the bin it opens, whatever the rounding of the
+    // division makes of it.
+    const auto binsTo = [&bins](double error) {
+        return int(std::floor((error - bins.start) / bins.width + 1e-9));
+    };
+    bins.start = std::floor(low->error() / bins.width + 1e-9) * bins.width;
+    const int count = binsTo(high->error()) + 1;
+    bins.counts = QList<int>(count, 0);
+    for (const Prediction& p : predictions)
+        ++bins.counts[std::clamp(binsTo(p.error()), 0, count - 1)];
+    return bins;
+}
+
+} // namespace PredictionCheck
