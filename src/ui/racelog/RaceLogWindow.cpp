@@ -22,6 +22,7 @@
 #include "ui/charts/StripChartWindow.h"
 #include "ui/output/PagePrinting.h"
 #include "ui/output/ViewerWindow.h"
+#include "ui/prediction/PredictionCheckDialog.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/ShowColumnMenu.h"
@@ -75,6 +76,11 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
             &QAction::triggered, this, &RaceLogWindow::annotateCharts);
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miRacepak")), &QAction::triggered,
             this, &RaceLogWindow::handOverToRacepak);
+    connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miPredictionCheck")),
+            &QAction::triggered, this, [this] {
+                grid->commitCellEdit();
+                PredictionCheckDialog::showFor(log, this);
+            });
     // An emptied list selects nothing; it is about to be filled again.
     connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)

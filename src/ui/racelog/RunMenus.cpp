@@ -32,6 +32,7 @@ constexpr Item RowItems[] = {
     {"miPaste", "Paste", &RunMenus::miPaste},
     Separator,
     {"miPredict", "Predict...", &RunMenus::miPredict},
+    {"miPredictionCheck", "Prediction Check...", &RunMenus::miPredictionCheck},
     {"miNotes", "Notes...", &RunMenus::miNotes},
     {"miSettings", "Settings...", &RunMenus::miSettings},
     Separator,

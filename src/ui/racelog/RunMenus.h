@@ -27,6 +27,7 @@ struct RunMenus {
     QAction* miCopy;
     QAction* miPaste;
     QAction* miPredict;
+    QAction* miPredictionCheck;
     QAction* miNotes;
     QAction* miSettings;
     QAction* miIncrementalTimes;

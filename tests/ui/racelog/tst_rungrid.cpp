@@ -601,6 +601,7 @@ private slots:
                                    "miCopy:Copy",
                                    "miPaste:Paste",
                                    "miPredict:Predict...",
+                                   "miPredictionCheck:Prediction Check...",
                                    "miNotes:Notes...",
                                    "miSettings:Settings...",
                                    "miIncrementalTimes:Incremental Times...",

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "prediction/PredictionCheck.h"
+
+#include <QDialog>
+
+class QCustomPlot;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+class RaceLog;
+
+// "Prediction Check": every run of a race log predicted from the others, as a table of the
+// runs with their prediction from the reference nearest in time, a summary of how far off the
+// predictions were, a picture of the spread of the errors, and the performance factor that
+// would have erred least. "Use PF" writes that factor into the log as one step of its undo
+// history. The dialog follows the log: any change of it, or its undo, checks again.
+class PredictionCheckDialog : public QDialog {
+    Q_OBJECT
+public:
+    PredictionCheckDialog(RaceLog& log, QWidget* parent);
+
+    // The dialog of the log, opened or brought to the front.
+    static PredictionCheckDialog* showFor(RaceLog& log, QWidget* parent);
+
+private:
+    void buildControls();
+    void check();
+    void showSummary(const PredictionCheck::Report& report);
+    void showRuns(const PredictionCheck::Report& report);
+    void showErrors(const PredictionCheck::Report& report);
+    void showBestFactor(const std::optional<PredictionCheck::BestFactor>& best);
+    void useBestFactor();
+
+    RaceLog& log;
+    QLabel* lblSummary;
+    QTableWidget* gridCheck;
+    QCustomPlot* plotErrors;
+    QLabel* lblBestPF;
+    QPushButton* cmdUsePF;
+    QPushButton* cmdClose;
+    QString bestFactor; // the text Use PF writes; empty when there is none
+};
