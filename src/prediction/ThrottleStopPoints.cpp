@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "prediction/EtModel.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace ThrottleStopPoints {
@@ -49,6 +50,43 @@ std::optional<float> ratio(float x1, float y1, float x2, float y2) {
     if (!std::isfinite(slope))
         return std::nullopt;
     return slope;
+}
+
+std::optional<LineFit> fitLine(const std::vector<Point>& points) {
+    if (points.size() < 2)
+        return std::nullopt;
+    // Sums about the means keep the arithmetic exact enough for times that differ in the
+    // third decimal.
+    double meanX = 0;
+    double meanY = 0;
+    for (const Point& p : points) {
+        meanX += p.x;
+        meanY += p.y;
+    }
+    const double n = double(points.size());
+    meanX /= n;
+    meanY /= n;
+    double sxx = 0;
+    double sxy = 0;
+    for (const Point& p : points) {
+        sxx += (p.x - meanX) * (p.x - meanX);
+        sxy += (p.x - meanX) * (p.y - meanY);
+    }
+    if (!(sxx > 0))
+        return std::nullopt;
+
+    LineFit fit;
+    fit.slope = sxy / sxx;
+    fit.intercept = meanY - fit.slope * meanX;
+    const auto [first, last] = std::minmax_element(
+        points.begin(), points.end(), [](const Point& a, const Point& b) { return a.x < b.x; });
+    fit.firstX = first->x;
+    fit.lastX = last->x;
+    double squares = 0;
+    for (const Point& p : points)
+        squares += (p.y - fit.at(p.x)) * (p.y - fit.at(p.x));
+    fit.rms = std::sqrt(squares / n);
+    return fit;
 }
 
 QString captionWithRatio(const QString& caption, float ratio) {

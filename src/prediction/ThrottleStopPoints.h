@@ -37,6 +37,21 @@ std::optional<Lanes> collect(const RunCells& cells, int lastRow, const QString& 
 // ratio found before stays) or the line is upright (no ratio can be worked out).
 std::optional<float> ratio(float x1, float y1, float x2, float y2);
 
+// The least-squares line through points, timer on ET, as the crew would lay it by eye: its
+// slope and intercept, the first and last ET of the points, and the root mean square of the
+// timers' distances from the line, in timer seconds.
+struct LineFit {
+    double slope = 0;
+    double intercept = 0;
+    double firstX = 0;
+    double lastX = 0;
+    double rms = 0;
+    double at(double x) const { return intercept + slope * x; }
+};
+
+// nullopt for fewer than two points, or points that all share one ET: no line is fixed.
+std::optional<LineFit> fitLine(const std::vector<Point>& points);
+
 // The window's caption with a ratio: the first 19 characters of the caption ("Throttle Stop
 // Ratio"), ": " and the ratio's size in six decimals. Falling and rising lines alike give a
 // positive figure, which is what the crew types into the log.

@@ -106,6 +106,40 @@ private slots:
         QVERIFY(!ratio(9.4f, 1.5f, 9.4f, 1.3f));
     }
 
+    // Points on timer = 0.25 x ET - 1.1, each ET twice with the timer 0.003 above and below
+    // the line: the line stays the best fit, and every point is 0.003 off it.
+    void theFitIsTheLineThePointsStraddle() {
+        std::vector<Point> points;
+        for (const double et : {9.40, 9.45, 9.52, 9.60}) {
+            points.push_back({et, 0.25 * et - 1.1 + 0.003});
+            points.push_back({et, 0.25 * et - 1.1 - 0.003});
+        }
+        const auto fit = fitLine(points);
+        QVERIFY(fit);
+        QVERIFY(qAbs(fit->slope - 0.25) < 1e-9);
+        QVERIFY(qAbs(fit->intercept + 1.1) < 1e-9);
+        QCOMPARE(fit->firstX, 9.40);
+        QCOMPARE(fit->lastX, 9.60);
+        QVERIFY(qAbs(fit->rms - 0.003) < 1e-12);
+        QVERIFY(qAbs(fit->at(9.5) - (0.25 * 9.5 - 1.1)) < 1e-9);
+    }
+
+    void pointsOnALineFitWithNoResidual() {
+        const std::vector<Point> points{{9.6, 1.2}, {9.4, 1.7}, {9.5, 1.45}};
+        const auto fit = fitLine(points);
+        QVERIFY(fit);
+        QVERIFY(qAbs(fit->slope + 2.5) < 1e-9);
+        QCOMPARE(fit->firstX, 9.4);
+        QCOMPARE(fit->lastX, 9.6);
+        QVERIFY(fit->rms < 1e-12);
+    }
+
+    void noLineThroughOnePointOrOneEt() {
+        QVERIFY(!fitLine({}));
+        QVERIFY(!fitLine({{9.5, 1.2}}));
+        QVERIFY(!fitLine({{9.5, 1.2}, {9.5, 1.4}}));
+    }
+
     void theRatioIsReadFromTheCaption() {
         QCOMPARE(ratioInCaption("Throttle Stop Ratio: 0.010000"), QString("0.010000"));
         // Before any cursor move the caption holds no number.

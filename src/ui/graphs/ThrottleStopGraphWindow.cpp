@@ -27,6 +27,13 @@ const QColor LeftLane(255, 220, 0);
 const QColor RightLane(0, 200, 255);
 const QColor Line(255, 255, 255);
 
+// The cursor list: the chart's own two ways, then the fit, which the window makes.
+const QStringList CursorModes{QStringLiteral("Float"), QStringLiteral("Snap"),
+                              QStringLiteral("Fit")};
+constexpr int FitMode = 2;
+// The lanes a fit goes through.
+enum FitLanes { BothLanes, LeftLaneOnly, RightLaneOnly };
+
 QString placementKey() {
     return SettingKeys::placementPath(u"GraphTS");
 }
@@ -59,7 +66,13 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
     cboGraph->addItems(RunGraph::MouseModes);
     cboCursors = new QComboBox(this);
     cboCursors->setObjectName(QStringLiteral("cboCursors"));
-    cboCursors->addItems({QStringLiteral("Float"), QStringLiteral("Snap")});
+    cboCursors->addItems(CursorModes);
+    cboLanes = new QComboBox(this);
+    cboLanes->setObjectName(QStringLiteral("cboLanes"));
+    cboLanes->addItems(
+        {QStringLiteral("Both Lanes"), QStringLiteral("Left Lane"), QStringLiteral("Right Lane")});
+    cboLanes->setToolTip(QStringLiteral("The lanes the fitted line goes through"));
+    cboLanes->hide();
     for (int i = 0; i < 2; ++i) {
         lblCursor[i] = new QLabel(QStringLiteral("0.0000,  0.0000"), this);
         lblCursor[i]->setObjectName(QStringLiteral("lblCursor"));
@@ -85,6 +98,7 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
     controls->addWidget(cboRaceLogs);
     controls->addWidget(cboGraph);
     controls->addWidget(cboCursors);
+    controls->addWidget(cboLanes);
     controls->addWidget(lblCursor[0]);
     controls->addWidget(lblCursor[1]);
     controls->addStretch();
@@ -100,7 +114,9 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
             &ThrottleStopGraphWindow::drawChosenLog);
     connect(cboGraph, &QComboBox::currentIndexChanged, this,
             &ThrottleStopGraphWindow::chooseMouseMode);
-    connect(cboCursors, &QComboBox::currentIndexChanged, tsGraph, &RunGraph::chooseCursorMode);
+    connect(cboCursors, &QComboBox::currentIndexChanged, this,
+            &ThrottleStopGraphWindow::chooseCursorMode);
+    connect(cboLanes, &QComboBox::currentIndexChanged, this, &ThrottleStopGraphWindow::fitCursors);
     connect(tsGraph, &RunGraph::cursorMoved, this, &ThrottleStopGraphWindow::showCursors);
     connect(cmdSet, &QPushButton::clicked, this, &ThrottleStopGraphWindow::setTsr);
 
@@ -124,12 +140,14 @@ void ThrottleStopGraphWindow::drawChosenLog() {
     if (!log)
         return;
     tsGraph->clearData();
+    shownLanes = {};
     const RunTable& runs = log->runs();
     const std::optional<ThrottleStopPoints::Lanes> lanes = ThrottleStopPoints::collect(
         [&runs](int row, int column) { return runs.cell(row, column); }, runs.tableRows() - 1,
         log->field(RaceLog::Field::PF), log->field(RaceLog::Field::TargetET));
     if (!lanes)
         return;
+    shownLanes = *lanes;
     plotPoints(tsGraph->plot(LeftPlot), lanes->left);
     plotPoints(tsGraph->plot(RightPlot), lanes->right);
     tsGraph->fitAxes();
@@ -144,8 +162,39 @@ void ThrottleStopGraphWindow::chooseMouseMode(int mode) {
     cboCursors->setVisible(mode == RunGraph::Cursors);
     if (mode == RunGraph::Cursors) {
         cboCursors->setCurrentIndex(0);
-        tsGraph->chooseCursorMode(0);
+        chooseCursorMode(0);
     }
+}
+
+// A fitted pair of cursors floats: the user may still move them by hand afterwards.
+void ThrottleStopGraphWindow::chooseCursorMode(int mode) {
+    cboLanes->setVisible(mode == FitMode && cboCursors->isVisibleTo(this));
+    tsGraph->chooseCursorMode(mode == FitMode ? 0 : mode);
+    if (mode == FitMode)
+        fitCursors();
+}
+
+// The cursors go on the fitted line at the first and last ET of the points, so the caption
+// shows the line's ratio just as if they had been laid there by hand; the second cursor's
+// label then tells the points' spread about the line.
+void ThrottleStopGraphWindow::fitCursors() {
+    if (cboCursors->currentIndex() != FitMode)
+        return;
+    std::vector<ThrottleStopPoints::Point> points;
+    if (cboLanes->currentIndex() != RightLaneOnly)
+        points.insert(points.end(), shownLanes.left.begin(), shownLanes.left.end());
+    if (cboLanes->currentIndex() != LeftLaneOnly)
+        points.insert(points.end(), shownLanes.right.begin(), shownLanes.right.end());
+    const std::optional<ThrottleStopPoints::LineFit> fit = ThrottleStopPoints::fitLine(points);
+    if (!fit) {
+        lblCursor[1]->setText(QStringLiteral("No line to fit"));
+        return;
+    }
+    tsGraph->setCursorPosition(0, QPointF(fit->firstX, fit->at(fit->firstX)));
+    tsGraph->setCursorPosition(1, QPointF(fit->lastX, fit->at(fit->lastX)));
+    lblCursor[1]->setText(QStringLiteral("RMS ") +
+                          NumberText::Format(fit->rms, QStringLiteral("0.0000")) +
+                          QStringLiteral(" s"));
 }
 
 // A cursor moved: its reading, the line through both and the ratio of that line. Level

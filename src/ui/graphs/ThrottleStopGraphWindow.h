@@ -1,5 +1,6 @@
 #pragma once
 
+#include "prediction/ThrottleStopPoints.h"
 #include "ui/output/PrintableWindow.h"
 
 #include <QWidget>
@@ -15,7 +16,9 @@ class RunGraph;
 // The window "Throttle Stop Ratio": a race log's runs as their ET at the model's common
 // altitude against their throttle stop timer, a cloud of points per lane. The crew lays the
 // two cursors along the cloud; the slope of the line through them, in the caption, is the
-// ratio that "Set TSR" writes into the log.
+// ratio that "Set TSR" writes into the log. "Fit" lays the cursors by least squares instead,
+// along the line through the points of the chosen lanes, and tells how far the points stray
+// from it.
 class ThrottleStopGraphWindow : public QWidget, public PrintableWindow {
     Q_OBJECT
 public:
@@ -30,6 +33,7 @@ public:
     QComboBox* cboRaceLogs;
     QComboBox* cboGraph;
     QComboBox* cboCursors;
+    QComboBox* cboLanes;
     QLabel* lblCursor[2];
     QPushButton* cmdSet;
     RunGraph* tsGraph;
@@ -37,11 +41,14 @@ public:
 private:
     void drawChosenLog();
     void chooseMouseMode(int mode);
+    void chooseCursorMode(int mode);
     void showCursors();
+    void fitCursors();
     void setTsr();
     // The log of the chosen entry while it is open; its entry stays either way.
     RaceLog* openChosenLog() const;
 
     AppState& state;
     RaceLogList* logs;
+    ThrottleStopPoints::Lanes shownLanes;
 };

@@ -98,7 +98,7 @@ private slots:
         QCOMPARE(entries(window->findChild<QComboBox*>("cboGraph")),
                  QStringList({"Auto Scale", "Cursors", "Pan", "Zoom In", "Zoom Out"}));
         QCOMPARE(entries(window->findChild<QComboBox*>("cboCursors")),
-                 QStringList({"Float", "Snap"}));
+                 QStringList({"Float", "Snap", "Fit"}));
         QCOMPARE(window->cboGraph->currentIndex(), 0);
         QCOMPARE(window->cboCursors->currentIndex(), 0);
         QVERIFY(window->cboCursors->isHidden());
@@ -321,6 +321,103 @@ private slots:
         QVERIFY(graph->xAxis->range().upper > Right1);
         QVERIFY(graph->yAxis->range().lower < 1.4);
         QVERIFY(graph->yAxis->range().upper > 1.6);
+    }
+
+    // Fit lays the cursors on the least-squares line through the chosen lanes. At AA 1 a run's
+    // corrected ET is its ET. The left lane straddles timer = 0.25 x ET - 1.1 by 0.003 either
+    // side; the right lane's two runs lie far off that line.
+    void fitLaysTheCursorsOnTheLineOfTheChosenLanes() {
+        GraphWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        fillLog(log);
+        int row = 0;
+        QList<QPointF> left;
+        for (const double et : {9.40, 9.44, 9.52, 9.60}) {
+            for (const double off : {0.003, -0.003}) {
+                if (++row > 1)
+                    log->grid->newRun();
+                left << QPointF(et, 0.25 * et - 1.1 + off);
+                setCells(log, row,
+                         {{3, "Left"},
+                          {12, QString::number(et, 'f', 2)},
+                          {19, "1"},
+                          {14, QString::number(left.last().y(), 'f', 4)}});
+            }
+        }
+        const QList<QPointF> right{{9.38, 1.9}, {9.70, 1.1}};
+        for (const QPointF& point : right) {
+            log->grid->newRun();
+            ++row;
+            setCells(log, row,
+                     {{3, "Right"},
+                      {12, QString::number(point.x(), 'f', 2)},
+                      {19, "1"},
+                      {14, QString::number(point.y(), 'f', 1)}});
+        }
+        ThrottleStopGraphWindow* window = open(windows);
+        window->cboRaceLogs->setCurrentIndex(0);
+        window->cboGraph->setCurrentIndex(RunGraph::Cursors);
+        auto* lanes = window->findChild<QComboBox*>("cboLanes");
+        QVERIFY(lanes);
+        QCOMPARE(entries(lanes), QStringList({"Both Lanes", "Left Lane", "Right Lane"}));
+        QVERIFY(!lanes->isVisibleTo(window));
+
+        lanes->setCurrentIndex(1);
+        window->cboCursors->setCurrentIndex(2);
+        QVERIFY(lanes->isVisibleTo(window));
+        QVERIFY(near(window->tsGraph->cursorPosition(0), QPointF(9.40, 1.25)));
+        QVERIFY(near(window->tsGraph->cursorPosition(1), QPointF(9.60, 1.30)));
+        QCOMPARE(window->windowTitle(), QStringLiteral("Throttle Stop Ratio: 0.002500"));
+        QCOMPARE(window->lblCursor[1]->text(), QStringLiteral("RMS 0.0030 s"));
+        window->cmdSet->click();
+        QCOMPARE(log->document().content().tsr, QStringLiteral("0.002500"));
+
+        // Both lanes: the least-squares line of all ten points, worked out here.
+        lanes->setCurrentIndex(0);
+        const QList<QPointF> all = left + right;
+        double mx = 0, my = 0;
+        for (const QPointF& p : all) {
+            mx += p.x() / all.size();
+            my += p.y() / all.size();
+        }
+        double sxx = 0, sxy = 0;
+        for (const QPointF& p : all) {
+            sxx += (p.x() - mx) * (p.x() - mx);
+            sxy += (p.x() - mx) * (p.y() - my);
+        }
+        const double slope = sxy / sxx;
+        double squares = 0;
+        for (const QPointF& p : all)
+            squares += std::pow(p.y() - (my + slope * (p.x() - mx)), 2);
+        const QPointF first = window->tsGraph->cursorPosition(0);
+        const QPointF last = window->tsGraph->cursorPosition(1);
+        QVERIFY(std::abs(first.x() - 9.38) < 1e-9);
+        QVERIFY(std::abs(last.x() - 9.70) < 1e-9);
+        QVERIFY(std::abs(first.y() - (my + slope * (9.38 - mx))) < 1e-9);
+        QVERIFY(std::abs(last.y() - (my + slope * (9.70 - mx))) < 1e-9);
+        QCOMPARE(window->lblCursor[1]->text(),
+                 "RMS " + QString::number(std::sqrt(squares / all.size()), 'f', 4) + " s");
+        QCOMPARE(window->windowTitle(),
+                 "Throttle Stop Ratio: " + QString::number(std::abs(slope) * 0.01, 'f', 6));
+
+        // Back to Float: the lane list goes and the cursors read their places again.
+        window->cboCursors->setCurrentIndex(0);
+        QVERIFY(!lanes->isVisibleTo(window));
+        QVERIFY(!window->lblCursor[1]->text().startsWith("RMS"));
+    }
+
+    void aLaneWithoutTwoEtsHasNoLineToFit() {
+        GraphWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        fillLog(log);
+        threeRuns(log);
+        ThrottleStopGraphWindow* window = open(windows);
+        window->cboRaceLogs->setCurrentIndex(0);
+        window->cboGraph->setCurrentIndex(RunGraph::Cursors);
+        window->findChild<QComboBox*>("cboLanes")->setCurrentIndex(2); // one right run only
+        window->cboCursors->setCurrentIndex(2);
+        QCOMPARE(window->lblCursor[1]->text(), QStringLiteral("No line to fit"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("Throttle Stop Ratio"));
     }
 
     // Set TSR writes the ratio of the caption into the log as one step that undo takes back;
