@@ -54,36 +54,46 @@ QList<Prediction> predictionsOf(const Inputs& in, const QString& performanceFact
     return predictions;
 }
 
-// When a run was made, from its time and date cells; a run timed without a date is taken as
-// made on one common day. nullopt when the run has no time.
-std::optional<QDateTime> momentOf(const RunCells& cells, int row) {
+// When a run was made: its time of day, and its date when it has one.
+struct Moment {
+    QTime time;
+    std::optional<QDate> date;
+};
+
+std::optional<Moment> momentOf(const RunCells& cells, int row) {
     const auto time = DateText::Parse(cells(row, TimeColumn));
     if (!time || !time->time)
         return std::nullopt;
     const auto date = DateText::Parse(cells(row, DateColumn));
-    return QDateTime(date && date->date ? *date->date : QDate(2000, 1, 1), *time->time);
+    return Moment{*time->time, date ? date->date : std::nullopt};
 }
 
-// How far apart two runs are: in seconds when both have a time, else in runs of the table,
-// counted after every timed pair so a time always wins.
-qint64 distance(const RunCells& cells, int run, int reference) {
-    const auto a = momentOf(cells, run);
-    const auto b = momentOf(cells, reference);
+// How far apart two runs are: in seconds when both have a time, across days when both have
+// a date, else in runs of the table, counted after every timed pair so a time always wins.
+using Moments = QList<std::optional<Moment>>; // by row, read once for the whole log
+
+qint64 distance(const Moments& moments, int run, int reference) {
+    const auto& a = moments[run];
+    const auto& b = moments[reference];
+    if (a && b && a->date && b->date)
+        return std::abs(QDateTime(*a->date, a->time).secsTo(QDateTime(*b->date, b->time)));
     if (a && b)
-        return std::abs(a->secsTo(*b));
+        return std::abs(a->time.secsTo(b->time));
     constexpr qint64 untimed = qint64(1) << 40;
     return untimed + std::abs(run - reference);
 }
 
 // The reference nearest in time to the run; on a tie the earlier one, the run a crew would
 // have had in hand.
-const Prediction& nearestOf(const RunCells& cells, const QList<const Prediction*>& ofRun) {
+const Prediction& nearestOf(const Moments& moments, const QList<const Prediction*>& ofRun) {
     const Prediction* nearest = ofRun.front();
+    qint64 best = distance(moments, nearest->run, nearest->reference);
     for (const Prediction* p : ofRun) {
-        const qint64 d = distance(cells, p->run, p->reference);
-        const qint64 best = distance(cells, nearest->run, nearest->reference);
-        if (d < best || (d == best && p->reference < nearest->reference))
+        const qint64 d = distance(moments, p->run, p->reference);
+        if (d < best || (d == best && p->reference < nearest->reference)) {
             nearest = p;
+            best = d;
+        }
     }
     return *nearest;
 }
@@ -143,6 +153,20 @@ std::optional<double> factorOfLeastError(const QList<Prediction>& pairs) {
     return zeros.back().factor;
 }
 
+// The best hundredth lies on one side or the other of the factor of least error.
+std::optional<BestFactor> bestFactorOf(const QList<Prediction>& pairs) {
+    const std::optional<double> least = factorOfLeastError(pairs);
+    if (!least)
+        return std::nullopt;
+    const double below = std::floor(*least * 100.0) / 100.0;
+    const double above = std::ceil(*least * 100.0) / 100.0;
+    const double errorBelow = meanAbsoluteErrorAt(pairs, below);
+    const double errorAbove = meanAbsoluteErrorAt(pairs, above);
+    if (errorAbove < errorBelow)
+        return BestFactor{above, errorAbove};
+    return BestFactor{below, errorBelow};
+}
+
 // A tidy width for the bins: 1, 2 or 5 times a power of ten.
 double binWidth(double span) {
     const double rough = std::max(span / 12.0, 0.0001);
@@ -159,9 +183,13 @@ double binWidth(double span) {
 Report check(const Inputs& inputs) {
     Report report;
     report.factorIsNumber = IsNumeric(inputs.performanceFactor);
-    if (!report.factorIsNumber)
+    if (!report.factorIsNumber) {
+        // The pairs themselves do not depend on the factor; any number reads them.
+        report.best = bestFactorOf(predictionsOf(inputs, QStringLiteral("0")));
         return report;
+    }
     report.predictions = predictionsOf(inputs, inputs.performanceFactor);
+    report.best = bestFactorOf(report.predictions);
     if (report.predictions.isEmpty())
         return report;
 
@@ -170,6 +198,9 @@ Report check(const Inputs& inputs) {
         all.append(&p);
     report.meanAbsoluteError = meanAbsoluteError(all);
 
+    Moments moments;
+    for (int row = 0; row < inputs.rowCount; ++row)
+        moments.append(momentOf(inputs.cells, row));
     // The predictions come grouped by run, in run order.
     double worstError = -1;
     for (qsizetype first = 0; first < all.size();) {
@@ -177,7 +208,7 @@ Report check(const Inputs& inputs) {
         while (end < all.size() && all[end]->run == all[first]->run)
             ++end;
         const QList<const Prediction*> ofRun = all.mid(first, end - first);
-        const RunCheck runCheck{nearestOf(inputs.cells, ofRun), meanAbsoluteError(ofRun)};
+        const RunCheck runCheck{nearestOf(moments, ofRun), meanAbsoluteError(ofRun)};
         if (runCheck.meanAbsoluteError > worstError) {
             worstError = runCheck.meanAbsoluteError;
             report.worstRun = runCheck.nearest.run;
@@ -190,26 +221,6 @@ Report check(const Inputs& inputs) {
 
 Report check(const RaceLog& log) {
     return check({LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf});
-}
-
-std::optional<BestFactor> bestPerformanceFactor(const Inputs& inputs) {
-    // The pairs do not depend on the factor; any number reads them.
-    const QList<Prediction> pairs = predictionsOf(inputs, QStringLiteral("0"));
-    const std::optional<double> least = factorOfLeastError(pairs);
-    if (!least)
-        return std::nullopt;
-    const double below = std::floor(*least * 100.0) / 100.0;
-    const double above = std::ceil(*least * 100.0) / 100.0;
-    const double errorBelow = meanAbsoluteErrorAt(pairs, below);
-    const double errorAbove = meanAbsoluteErrorAt(pairs, above);
-    if (errorAbove < errorBelow)
-        return BestFactor{above, errorAbove};
-    return BestFactor{below, errorBelow};
-}
-
-std::optional<BestFactor> bestPerformanceFactor(const RaceLog& log) {
-    return bestPerformanceFactor(
-        {LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf});
 }
 
 Histogram histogram(const QList<Prediction>& predictions) {

@@ -41,17 +41,6 @@ struct RunCheck {
     double meanAbsoluteError = 0;
 };
 
-struct Report {
-    bool factorIsNumber = false;   // nothing is predicted from a factor that is not a number
-    QList<RunCheck> runs;          // in run order; a run with no reference is left out
-    QList<Prediction> predictions; // every run from every reference
-    double meanAbsoluteError = 0;  // over all predictions
-    int worstRun = 0;              // the run with the largest mean error; 0 when none
-};
-
-Report check(const Inputs& inputs);
-Report check(const RaceLog& log);
-
 // The performance factor, to a hundredth, that makes the smallest mean absolute error over
 // every prediction of the log, and that error.
 struct BestFactor {
@@ -59,9 +48,19 @@ struct BestFactor {
     double meanAbsoluteError = 0;
 };
 
-// nullopt when no two runs can be set against each other, or no factor changes a prediction.
-std::optional<BestFactor> bestPerformanceFactor(const Inputs& inputs);
-std::optional<BestFactor> bestPerformanceFactor(const RaceLog& log);
+struct Report {
+    bool factorIsNumber = false;   // nothing is predicted from a factor that is not a number
+    QList<RunCheck> runs;          // in run order; a run with no reference is left out
+    QList<Prediction> predictions; // every run from every reference
+    double meanAbsoluteError = 0;  // over all predictions
+    int worstRun = 0;              // the run with the largest mean error; 0 when none
+    // Found whether the log's own factor is a number or not; nullopt when no two runs can be
+    // set against each other, or no factor changes a prediction.
+    std::optional<BestFactor> best;
+};
+
+Report check(const Inputs& inputs);
+Report check(const RaceLog& log);
 
 // The errors counted in bins of equal width for the picture of their spread: bin i holds the
 // errors from start + i x width up to the next bin. The width is 1, 2 or 5 times a power of

@@ -74,6 +74,7 @@ class PredictionCheckTest : public QObject {
 private slots:
     void eachRunIsPredictedFromEveryOtherRunAtItsDistance();
     void theNearestReferenceIsTheNearestInTimeAndTheEarlierOnATie();
+    void aRunWithoutADateIsComparedByItsTimeOfDay();
     void runsWithoutTimesTakeTheNearestRunOfTheTable();
     void theWorstRunHasTheLargestMeanError();
     void aFactorThatIsNoNumberPredictsNothing();
@@ -135,6 +136,17 @@ void PredictionCheckTest::theNearestReferenceIsTheNearestInTimeAndTheEarlierOnAT
     QCOMPARE(report.runs[4].nearest.reference, 4);
 }
 
+void PredictionCheckTest::aRunWithoutADateIsComparedByItsTimeOfDay() {
+    SampleRunTable table;
+    table.addRun({{Ft1320, "9.50"}, {AA, "2000"}, {Time, "10:00am"}});
+    table.addRun({{Ft1320, "9.51"}, {AA, "2010"}, {Time, "10:10am"}, {Date, "11/21/26"}});
+    table.addRun({{Ft1320, "9.52"}, {AA, "2020"}, {Time, "10:25am"}, {Date, "11/21/26"}});
+    const auto report = PredictionCheck::check(inputsOf(table, 4, "4"));
+    QCOMPARE(report.runs[0].nearest.reference, 2);
+    QCOMPARE(report.runs[1].nearest.reference, 1);
+    QCOMPARE(report.runs[2].nearest.reference, 2);
+}
+
 void PredictionCheckTest::runsWithoutTimesTakeTheNearestRunOfTheTable() {
     SampleRunTable table;
     table.addRun({{Ft1320, "9.50"}, {AA, "2000"}});
@@ -180,7 +192,7 @@ void PredictionCheckTest::aFactorThatIsNoNumberPredictsNothing() {
     QVERIFY(report.runs.isEmpty());
     QCOMPARE(report.worstRun, 0);
     // The best factor needs none of the log's own.
-    QVERIFY(PredictionCheck::bestPerformanceFactor(inputsOf(table, 3, "abc")));
+    QVERIFY(PredictionCheck::check(inputsOf(table, 3, "abc")).best);
 }
 
 void PredictionCheckTest::aPairThatDoesNotComputeIsLeftOut() {
@@ -207,7 +219,7 @@ void PredictionCheckTest::aLogWithOneUsableRunHasNothingToCheck() {
     QVERIFY(report.predictions.isEmpty());
     QVERIFY(report.runs.isEmpty());
     QCOMPARE(report.meanAbsoluteError, 0.0);
-    QVERIFY(!PredictionCheck::bestPerformanceFactor(in));
+    QVERIFY(!report.best);
     QVERIFY(PredictionCheck::histogram(report.predictions).counts.isEmpty());
 }
 
@@ -243,7 +255,7 @@ void PredictionCheckTest::bestFactorRecoversTheCarsFactor() {
     QFETCH(double, pf);
     const QList<Run> runs = generatedRuns(seed, pf, 0.0001);
     const auto table = tableOf(runs);
-    const auto best = PredictionCheck::bestPerformanceFactor(inputsOf(table, 41, "0"));
+    const auto best = PredictionCheck::check(inputsOf(table, 41, "0")).best;
     QVERIFY(best);
     QVERIFY2(std::fabs(best->performanceFactor - pf) <= 0.01 + 1e-9,
              qPrintable(QString::number(best->performanceFactor)));
@@ -254,7 +266,7 @@ void PredictionCheckTest::bestFactorIsTheLeastErrorOfEveryHundredth() {
     // Timing noise this large hides the car's factor; the best one is still the least error.
     const QList<Run> runs = generatedRuns(7, 5.0, 0.02, 25);
     const auto table = tableOf(runs);
-    const auto best = PredictionCheck::bestPerformanceFactor(inputsOf(table, 26, "1"));
+    const auto best = PredictionCheck::check(inputsOf(table, 26, "1")).best;
     QVERIFY(best);
     double least = 1e9;
     for (int hundredths = -3000; hundredths <= 4000; ++hundredths)

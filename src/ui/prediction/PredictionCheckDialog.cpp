@@ -125,7 +125,7 @@ void PredictionCheckDialog::check() {
     showSummary(report);
     showRuns(report);
     showErrors(report);
-    showBestFactor(PredictionCheck::bestPerformanceFactor(log));
+    showBestFactor(report.best);
 }
 
 void PredictionCheckDialog::showSummary(const PredictionCheck::Report& report) {
