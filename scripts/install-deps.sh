@@ -9,6 +9,7 @@ packages=(
     libqcustomplot-dev libqcustomplot2.1-qt6 libzip-dev libpugixml-dev libbenchmark-dev
     fonts-liberation fonts-dejavu-core
     socat xvfb xauth poppler-utils sqlite3 unzip python3-openpyxl
+    lintian desktop-file-utils appstream shared-mime-info libxml2-utils
 )
 
 missing=()

@@ -4,11 +4,11 @@
 #include "core/NumberText.h"
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
+#include "core/ShippedFiles.h"
 #include "output/Workbook.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -132,7 +132,7 @@ QString templatePath() {
     const QString chosen = Registry::Get(SettingKeys::MasterTemplate);
     if (chosen != Registry::NoKeyValue && !chosen.isEmpty())
         return chosen;
-    return QCoreApplication::applicationDirPath() + u'/' + StandardTemplateName;
+    return ShippedFiles::Find(StandardTemplateName);
 }
 
 bool isStandardTemplate(const QString& templatePath) {

@@ -19,7 +19,7 @@ namespace ExcelExport {
 
 inline const QString StandardTemplateName = QStringLiteral("Bramholdtrack.xlsx");
 
-// The template named in the settings, or the standard one in the program's folder.
+// The template named in the settings, or the standard one shipped with the program.
 QString templatePath();
 
 // Only the end of the path counts: "MyBramholdtrack.xlsx" is the standard template too.

@@ -2,8 +2,8 @@
 
 #include "core/NumberText.h"
 #include "core/Registry.h"
+#include "core/ShippedFiles.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace RaceLogDefaults {
@@ -44,8 +44,7 @@ bool IsStored(const SettingKey& value, const QString& text) {
 }
 
 QString SystemTemplatePath() {
-    return QCoreApplication::applicationDirPath() + u'/' +
-           SettingKeys::MasterTemplate.fallback.toString();
+    return ShippedFiles::Find(SettingKeys::MasterTemplate.fallback.toString());
 }
 
 // A folder passes the test as well as a file: the user is trusted to pick a workbook.

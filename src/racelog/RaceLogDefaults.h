@@ -37,7 +37,7 @@ std::optional<QString> ShownText(const SettingKey& value, const QString& stored)
 // Whether a field's text is written as the default.
 bool IsStored(const SettingKey& value, const QString& text);
 
-// The template shipped with the program, in its own folder.
+// The template shipped with the program: beside it, or in the shared data folder once installed.
 QString SystemTemplatePath();
 // The template path to store: the shipped one for the system default, else the chosen path
 // when such a file exists; nullopt stores nothing.
