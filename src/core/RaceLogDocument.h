@@ -14,6 +14,11 @@ public:
     virtual void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) = 0;
     // Recompute the log's prediction from its inputs.
     virtual void updatePredictions() = 0;
+    // The feed has brought no weather for `seconds` seconds: the prediction stands on old
+    // weather and should say so. Told again each second while it lasts.
+    virtual void predictionStale(int seconds) { Q_UNUSED(seconds); }
+    // The weather is live again, or no link is open: the prediction is no longer marked.
+    virtual void predictionFresh() {}
     // Whether the log's prediction goes into the periodic page. A log that predicts nothing
     // for the pager takes no part.
     virtual bool pagerPredictions() const { return false; }

@@ -42,6 +42,9 @@ inline constexpr SettingKey Scale{u"SOFTWARE\\Zorvane\\Main\\ScreenSettings", u"
     u"1", u"the zoom of reports and views"};
 inline constexpr SettingKey PagerFrequency{u"SOFTWARE\\Zorvane\\Main\\Defaults\\", u"PagerFrequency",
     Kind::Number, u"75", u"send timer ticks between two pages, 0 to 135"};
+inline constexpr SettingKey NoWeatherSeconds{u"SOFTWARE\\Zorvane\\Main\\Defaults\\",
+    u"NoWeatherSeconds", Kind::Number, u"10",
+    u"seconds without a weather record before the feed counts as stale, at least 2"};
 inline constexpr SettingKey DeltaVP{u"SOFTWARE\\Zorvane\\Main\\Defaults\\", u"DeltaVP", Kind::Flag,
     u"0", u"predictions report the change of vapor pressure"};
 inline constexpr SettingKey RaceLogTypes{u"SOFTWARE\\Zorvane\\Main\\Defaults\\", u"", Kind::Subkeys,
@@ -79,11 +82,13 @@ inline constexpr SettingKey WindowPlacement{u"SOFTWARE\\Zorvane\\%1\\ScreenSetti
     Kind::Placement, u"", u"where a window stood when it was closed"};
 // clang-format on
 
-inline constexpr std::array<const SettingKey*, 20> All{
-    &WeatherLog,     &Background,       &Scale,           &PagerFrequency,   &DeltaVP,
-    &RaceLogTypes,   &DefaultPF,        &DefaultTSR,      &DefaultCarNumber, &DefaultTargetET,
-    &Tracks,         &FileDialogFolder, &PortSettings,    &PortDevices,      &LogColumns,
-    &MasterTemplate, &RacepakFolder,    &ReceiverLogFile, &TimeSlipLogFile,  &WindowPlacement};
+inline constexpr std::array<const SettingKey*, 21> All{
+    &WeatherLog,       &Background,       &Scale,           &PagerFrequency,
+    &NoWeatherSeconds, &DeltaVP,          &RaceLogTypes,    &DefaultPF,
+    &DefaultTSR,       &DefaultCarNumber, &DefaultTargetET, &Tracks,
+    &FileDialogFolder, &PortSettings,     &PortDevices,     &LogColumns,
+    &MasterTemplate,   &RacepakFolder,    &ReceiverLogFile, &TimeSlipLogFile,
+    &WindowPlacement};
 
 // The key that holds a window's placement, for its branch.
 QString placementPath(QStringView branch);

@@ -51,6 +51,8 @@ InstrumentConnection::InstrumentConnection(QObject* parent) : QObject(parent) {
         relayRetry.stop();
         emit relayConnected();
     });
+    connect(&tcp, &TcpLink::opened, this, &InstrumentConnection::linkOpened);
+    connect(&tcp, &TcpLink::closed, this, &InstrumentConnection::linkClosed);
 }
 
 // The links go before the retry timers do; what they say on the way out is not heard.
@@ -66,6 +68,10 @@ void InstrumentConnection::setSerialPort(std::unique_ptr<PortLink> link) {
             &InstrumentConnection::serialBytesReceived);
     connect(serial.get(), &PortLink::errorOccurred, this, &InstrumentConnection::serialError);
     connect(serial.get(), &PortLink::closed, this, &InstrumentConnection::serialClosed);
+    connect(serial.get(), &PortLink::opened, this, &InstrumentConnection::linkOpened);
+    connect(serial.get(), &PortLink::closed, this, &InstrumentConnection::linkClosed);
+    // The link replaced went without a word.
+    emit linkClosed();
 }
 
 void InstrumentConnection::forgetSerialPort() {
@@ -186,6 +192,10 @@ void InstrumentConnection::poll() {
     emit onlineMarkDisabled();
     if (serial->isOpen())
         serial->write(QByteArrayLiteral("l\r"));
+}
+
+bool InstrumentConnection::anyLinkOpen() const {
+    return serial->isOpen() || tcp.isOpen();
 }
 
 void InstrumentConnection::showNetworkError(int code, const QString& text) {

@@ -54,6 +54,8 @@ public:
     // The regular tick: the online mark goes grey until the next line, and an open port is
     // asked for a line with "l" and a CR.
     void poll();
+    // Whether the serial port or the relay connection is open: a feed can come in.
+    bool anyLinkOpen() const;
 
 signals:
     void serialBytesReceived(const QByteArray& bytes);
@@ -65,6 +67,11 @@ signals:
     void relayConnected();
     // What the status line says about a link that is being brought back.
     void linkStatus(const QString& text);
+    // The serial port or the relay connection opened, for the first time or again.
+    void linkOpened();
+    // The serial port or the relay connection closed, or the serial port was replaced; the
+    // other one may still be open.
+    void linkClosed();
 
 private:
     std::unique_ptr<PortLink> serial;

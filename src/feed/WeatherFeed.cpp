@@ -44,7 +44,7 @@ quint64 WeatherFeed::overlongLines() const {
 }
 
 void WeatherFeed::ProcessWeatherRecord(const QString& line) {
-    ParseWeatherLine(line, state.currentWeather);
+    const bool wholeRecord = ParseWeatherLine(line, state.currentWeather);
 
     updateRaceLogs();
 
@@ -57,6 +57,9 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
 
     if (!state.displayMode)
         LogWeather(state);
+
+    if (wholeRecord)
+        emit recordRead();
 }
 
 void WeatherFeed::updateRaceLogs() {

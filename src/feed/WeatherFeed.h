@@ -43,6 +43,9 @@ signals:
     void onlineMarkEnabled();
     // The text for the status bar.
     void statusText(const QString& text);
+    // The line just handled was a whole weather record, not garbage nor a broken line; said
+    // last, once everything else has taken the line.
+    void recordRead();
 
 private:
     void serialLine(const QString& line);

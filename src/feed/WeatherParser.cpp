@@ -34,37 +34,46 @@ QStringView takeToken(QStringView& rest) {
     return token;
 }
 
-// Stores one quantity token when it is numeric. False when the number cannot be converted,
-// which ends the line.
-bool storeNumber(const WeatherQuantity& quantity, const QString& token, WeatherRecord& record) {
+// What became of one token: stored, passed over (its field keeps its value), or the end of
+// the line.
+enum class TokenRead { Stored, PassedOver, LineEnds };
+
+// Stores one quantity token when it is numeric. A number that cannot be converted ends the
+// line.
+TokenRead storeNumber(const WeatherQuantity& quantity, const QString& token,
+                      WeatherRecord& record) {
     if (!NumberText::IsNumeric(token))
-        return true;
+        return TokenRead::PassedOver;
     const auto single = NumberText::ToSingle(token);
-    if (!single)
-        return false;
-    return StoreQuantity(quantity, record, *single);
+    if (!single || !StoreQuantity(quantity, record, *single))
+        return TokenRead::LineEnds;
+    return TokenRead::Stored;
 }
 
-// Tests and stores token number `index`. False when reading must stop.
-bool storeToken(int index, QStringView text, WeatherRecord& record) {
+// Tests and stores token number `index`. The date and the unused token never end the line
+// nor make it less of a record.
+TokenRead storeToken(int index, QStringView text, WeatherRecord& record) {
     const QString token = trimSpaces(text).toString();
     if (index == DateToken) {
         if (DateText::IsDate(token))
             record.Date = token;
-        return true;
+        return TokenRead::Stored;
     }
     if (index == UnusedToken)
-        return true;
+        return TokenRead::Stored;
     return storeNumber(WeatherQuantities[index - FirstQuantityToken], token, record);
 }
 
 } // namespace
 
-void ParseWeatherLine(const QString& line, WeatherRecord& record) {
+bool ParseWeatherLine(const QString& line, WeatherRecord& record) {
     QStringView rest = line;
+    bool everyQuantity = true;
     for (int index = 1; index < LastToken; ++index) {
-        if (!storeToken(index, takeToken(rest), record))
-            return;
+        const TokenRead read = storeToken(index, takeToken(rest), record);
+        if (read == TokenRead::LineEnds)
+            return false;
+        everyQuantity = everyQuantity && read == TokenRead::Stored;
     }
-    storeToken(LastToken, rest, record);
+    return storeToken(LastToken, rest, record) == TokenRead::Stored && everyQuantity;
 }

@@ -16,4 +16,7 @@
 // Tokens are cut at the first space after trimming spaces (a CR is no space). When no space
 // is left the token is empty and the rest stays for the next one, so the last token of a
 // short line is read as AL: a line of six tokens puts its sixth into AL, not AA.
-void ParseWeatherLine(const QString& line, WeatherRecord& record);
+//
+// True when the line was a whole record: every one of the fifteen quantities was read and
+// stored. Only such a line tells that the instrument is still sending weather.
+bool ParseWeatherLine(const QString& line, WeatherRecord& record);

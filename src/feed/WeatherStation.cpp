@@ -1,5 +1,9 @@
 #include "feed/WeatherStation.h"
 
+#include "core/AppState.h"
+#include "core/CommandTable.h"
+#include "core/RaceLogDocument.h"
+
 namespace {
 
 // Timer intervals in milliseconds; TARNWICK_TIMER_SCALE shortens them for a test that has no
@@ -17,12 +21,26 @@ void setUp(QTimer& timer, const char* name, int milliseconds) {
     timer.setInterval(scaledInterval(milliseconds));
 }
 
+// Tells every open race log; by index, reading the slot each time, as the feed walks them.
+template <typename Tell> void tellRaceLogs(const OpenRaceLogs& logs, Tell tell) {
+    for (int slot = 0; slot < logs.slotCount(); ++slot) {
+        if (RaceLogDocument* log = logs.at(slot))
+            tell(*log);
+    }
+}
+
+// What the status line shows before the first line comes.
+QString firstStatus() {
+    return CommandTable::FindStatusPanel(QStringLiteral("lblStatus"))->caption;
+}
+
 } // namespace
 
 // The serial port's bytes are framed, handled and then relayed to a connected display
 // instance; the relay's bytes are only handled. The poll greys the online mark, and every
 // handled line lights it again.
-WeatherStation::WeatherStation(AppState& state, QObject* parent) : QObject(parent), lines(state) {
+WeatherStation::WeatherStation(AppState& state, QObject* parent)
+    : QObject(parent), state(state), lines(state), lastStatus(firstStatus()) {
     // The timers are found by their names under the window that holds the station.
     setUp(poll, "tmrMain", 20000);
     setUp(send, "tmrSend", 4000);
@@ -37,14 +55,46 @@ WeatherStation::WeatherStation(AppState& state, QObject* parent) : QObject(paren
     connect(&connection, &InstrumentConnection::tcpBytesReceived, &lines, &WeatherFeed::tcpBytes);
     connect(&lines, &WeatherFeed::relayLine, this, &WeatherStation::relay);
 
-    connect(&connection, &InstrumentConnection::linkStatus, this, &WeatherStation::statusText);
-    connect(&lines, &WeatherFeed::statusText, this, &WeatherStation::statusText);
+    connect(&connection, &InstrumentConnection::linkStatus, this, &WeatherStation::showStatus);
+    connect(&lines, &WeatherFeed::statusText, this, &WeatherStation::showStatus);
     connect(&lines, &WeatherFeed::onlineMarkEnabled, this, [this] { emit onlineChanged(true); });
     connect(&connection, &InstrumentConnection::onlineMarkDisabled, this,
             [this] { emit onlineChanged(false); });
 
     connect(&poll, &QTimer::timeout, &connection, &InstrumentConnection::poll);
     connect(&send, &QTimer::timeout, this, &WeatherStation::sendTick);
+
+    // The clock runs from the moment a link opens; a record sets it back.
+    connect(&connection, &InstrumentConnection::linkOpened, &staleness, &FeedWatchdog::start);
+    connect(&connection, &InstrumentConnection::linkClosed, this, &WeatherStation::linkClosed);
+    connect(&lines, &WeatherFeed::recordRead, &staleness, &FeedWatchdog::recordArrived);
+    connect(&staleness, &FeedWatchdog::staleFor, this, &WeatherStation::feedStale);
+    connect(&staleness, &FeedWatchdog::fresh, this, &WeatherStation::feedFresh);
+}
+
+// A reading that comes while the feed is stale is no news (a line that was no record): the
+// alarm keeps the status line. The record that ends the alarm comes with its own reading,
+// which the end of the alarm then shows.
+void WeatherStation::showStatus(const QString& text) {
+    lastStatus = text;
+    if (!staleness.isStale())
+        emit statusText(text);
+}
+
+// With no link open the program shows its closed state, not the alarm.
+void WeatherStation::linkClosed() {
+    if (!connection.anyLinkOpen())
+        staleness.stop();
+}
+
+void WeatherStation::feedStale(int seconds) {
+    emit statusText(QStringLiteral("No weather for %1 s").arg(seconds));
+    tellRaceLogs(state.raceLogs, [seconds](RaceLogDocument& log) { log.predictionStale(seconds); });
+}
+
+void WeatherStation::feedFresh() {
+    emit statusText(lastStatus);
+    tellRaceLogs(state.raceLogs, [](RaceLogDocument& log) { log.predictionFresh(); });
 }
 
 void WeatherStation::relay(const QByteArray& line) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PagerSchedule.h"
 #include "feed/WeatherFeed.h"
@@ -14,6 +15,11 @@ struct AppState;
 // to the relay, the poll, the daily weather log and the timing of the periodic page. Each line
 // goes to the open race logs, the status line, the views and the weather log in the feed's
 // fixed order; windows only listen.
+//
+// While a link is open and no whole record has come for the watchdog's threshold, the feed is
+// stale: the status line says "No weather for N s" each second in place of the old reading,
+// and every open race log marks its prediction, until the next whole record or until no link
+// is open.
 class WeatherStation : public QObject {
     Q_OBJECT
 public:
@@ -21,6 +27,9 @@ public:
 
     InstrumentConnection& link() { return connection; }
     WeatherFeed& feed() { return lines; }
+    // Says when the feed goes stale and when it is live again.
+    FeedWatchdog& watchdog() { return staleness; }
+    const FeedWatchdog& watchdog() const { return staleness; }
     // The poll (tmrMain, every 20 s) and the send tick (tmrSend, every 4 s).
     QTimer& pollTimer() { return poll; }
     QTimer& sendTimer() { return send; }
@@ -51,9 +60,18 @@ signals:
 private:
     void relay(const QByteArray& line);
     void sendTick();
+    void showStatus(const QString& text);
+    void linkClosed();
+    void feedStale(int seconds);
+    void feedFresh();
 
+    AppState& state;
     InstrumentConnection connection;
     WeatherFeed lines;
+    FeedWatchdog staleness;
+    // The last text of the feed and the links; a stale feed holds it back, and it shows again
+    // once the alarm is over.
+    QString lastStatus;
     QTimer poll;
     QTimer send;
     PagerSchedule schedule;

@@ -24,12 +24,14 @@ Dialogs::Message portClosedMessage(const QString& title) {
 
 } // namespace
 
-QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine) {
+QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine,
+                 Weather weather) {
     QString text = DateText::TimeText(now);
     for (const auto& slot : raceLogs)
         if (takesPart(slot))
             text += QLatin1Char(' ') + slot->pagerMessage;
-    return text + QLatin1Char(' ') + statusLine;
+    const QString age = weather == Weather::Old ? QStringLiteral("OLD ") : QString();
+    return text + QLatin1Char(' ') + age + statusLine;
 }
 
 QByteArray pageCommand(const QString& pageText) {

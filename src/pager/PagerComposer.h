@@ -21,9 +21,14 @@ struct PagerEntry {
 // The race log slots in order; an empty slot is nullopt.
 using PagerSlots = QList<std::optional<PagerEntry>>;
 
+// How old the weather of a page is: live, or the last reading of a feed that went quiet.
+enum class Weather { Live, Old };
+
 // "02:35pm RaceLog# 1> ET: 9.5041 ... ABP=29.92 Temp=72.5": the time, then a blank and the
-// message of every taking part log in slot order, then a blank and the weather.
-QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine);
+// message of every taking part log in slot order, then a blank and the weather. Old weather
+// is marked "OLD " ("... ET: 9.5041 OLD ABP=29.92 ..."), so the team does not race on it.
+QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine,
+                 Weather weather = Weather::Live);
 
 // What goes on the serial line; every command ends in a carriage return, no line feed.
 QByteArray pageCommand(const QString& pageText);  // "f" and the page, no blank

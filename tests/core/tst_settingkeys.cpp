@@ -19,6 +19,7 @@ private slots:
             {"SOFTWARE\\Zorvane\\Main\\ScreenSettings", "Background"},
             {"SOFTWARE\\Zorvane\\Main\\ScreenSettings", "Scale"},
             {"SOFTWARE\\Zorvane\\Main\\Defaults\\", "PagerFrequency"},
+            {"SOFTWARE\\Zorvane\\Main\\Defaults\\", "NoWeatherSeconds"},
             {"SOFTWARE\\Zorvane\\Main\\Defaults\\", "DeltaVP"},
             {"SOFTWARE\\Zorvane\\Main\\Defaults\\", ""},
             {"SOFTWARE\\Zorvane\\Main\\Defaults\\", "PF"},
@@ -59,6 +60,8 @@ private slots:
     void defaultsAreWhatTheProgramStartsFrom() {
         QCOMPARE(SettingKeys::Scale.fallback, u"1");
         QCOMPARE(SettingKeys::PagerFrequency.fallback, u"75");
+        QCOMPARE(SettingKeys::NoWeatherSeconds.fallback, u"10");
+        QCOMPARE(SettingKeys::NoWeatherSeconds.kind, Kind::Number);
         QCOMPARE(SettingKeys::DeltaVP.fallback, u"0");
         QCOMPARE(SettingKeys::MasterTemplate.fallback, u"Bramholdtrack.xlsx");
         QCOMPARE(SettingKeys::DefaultPF.kind, Kind::Number);

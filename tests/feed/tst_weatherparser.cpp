@@ -142,6 +142,32 @@ private slots:
         QCOMPARE(record.AL, 16);
     }
 
+    // Only a line that fills every quantity counts as a record; what it did store stays stored
+    // either way.
+    void aWholeLineIsARecord_data() {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<bool>("record");
+        QTest::newRow("full line") << FullLine << true;
+        QTest::newRow("date that is no date")
+            << QStringLiteral(" NODATE x 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\r") << true;
+        QTest::newRow("garbage") << QStringLiteral("#%&*@ garbage\r") << false;
+        QTest::newRow("empty") << QStringLiteral(" \r") << false;
+        QTest::newRow("short line")
+            << QStringLiteral(" 11/23/26 10:43 30.01 80.5 50.5 2000\r") << false;
+        QTest::newRow("one word among the numbers")
+            << QStringLiteral(" 11/22/26 t 1 2 HUMID 4 5 6 7 8 9 10 11 12 13 14 15\r") << false;
+        QTest::newRow("last quantity missing")
+            << QStringLiteral(" 11/22/26 t 1 2 3 4 5 6 7 8 9 10 11 12 13 14 \r") << false;
+        QTest::newRow("number too large")
+            << QStringLiteral(" 11/22/26 t 1 2 3 3e9 5 6 7 8 9 10 11 12 13 14 15\r") << false;
+    }
+    void aWholeLineIsARecord() {
+        QFETCH(QString, line);
+        QFETCH(bool, record);
+        WeatherRecord weather;
+        QCOMPARE(ParseWeatherLine(line, weather), record);
+    }
+
     void tabIsNoSeparator() {
         WeatherRecord record;
         record.ABP = 5;

@@ -11,7 +11,9 @@
 #include "feed/WeatherStation.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTest>
@@ -21,6 +23,18 @@ namespace {
 
 const QByteArray Line =
     " 11/22/26 10:42:07 29.92 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r";
+// A later reading, told apart by its pressure.
+const QByteArray LaterLine =
+    " 11/22/26 10:42:37 30.01 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r";
+const QByteArray Garbage = "#%&*@ 29.9 ?? garbage\r";
+
+// The alarm on the status line, with the seconds it tells.
+const QRegularExpression StaleAlarm(QStringLiteral("^No weather for (\\d+) s$"));
+
+int alarmSeconds(const QString& text) {
+    const QRegularExpressionMatch match = StaleAlarm.match(text);
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
 
 // The instrument's end of the cable.
 class Instrument {
@@ -41,6 +55,10 @@ public:
         events << QStringLiteral("weather %1 %2").arg(adjustedAltitude).arg(vaporPressure);
     }
     void updatePredictions() override { events << QStringLiteral("predict"); }
+    void predictionStale(int seconds) override {
+        events << QStringLiteral("stale %1").arg(seconds);
+    }
+    void predictionFresh() override { events << QStringLiteral("fresh"); }
 
 private:
     QStringList& events;
@@ -155,6 +173,88 @@ private slots:
         station.link().portSettings.comPort = TcpIpComPort;
         station.startSerialPort(false);
         QVERIFY(!station.link().serialPort().isOpen());
+    }
+
+    // The instrument sends a line and goes quiet. Once the threshold has gone by the status
+    // line counts the seconds since that line and the open log marks its prediction; a garbage
+    // line changes nothing of it, and the next whole line ends it with its own reading.
+    void aQuietInstrumentMakesTheFeedStale() {
+        AppState state;
+        QStringList events;
+        NotingLog log(events);
+        state.raceLogs.open(&log);
+        WeatherStation station(state);
+        station.watchdog().setThreshold(2);
+        cableOnComPort3(station);
+        QStringList texts;
+        connect(&station, &WeatherStation::statusText, this,
+                [&](const QString& text) { texts << text; });
+        QSignalSpy lines(&station, &WeatherStation::onlineChanged);
+        station.startSerialPort(false);
+        QVERIFY(station.link().serialPort().isOpen());
+        Instrument instrument(pty->instrumentEnd());
+
+        instrument.port.write(Line);
+        QTRY_COMPARE(lines.size(), 1);
+        QElapsedTimer sinceLine;
+        sinceLine.start();
+        QVERIFY(texts.last().startsWith(QStringLiteral("ABP=29.92 ")));
+        QVERIFY(!station.watchdog().isStale());
+        QTest::qWait(1000);
+        QVERIFY(!station.watchdog().isStale());
+        QCOMPARE(alarmSeconds(texts.last()), -1);
+
+        QTRY_VERIFY_WITH_TIMEOUT(station.watchdog().isStale(), 4000);
+        const int firstAlarm = alarmSeconds(texts.last());
+        QVERIFY2(firstAlarm >= 2, qPrintable(texts.last()));
+        QVERIFY(firstAlarm <= sinceLine.elapsed() / 1000 + 1);
+        QVERIFY(events.contains(QStringLiteral("stale %1").arg(firstAlarm)));
+
+        // A garbage line is a line (the online mark lights) but no record.
+        events.clear();
+        instrument.port.write(Garbage);
+        QTRY_COMPARE(lines.size(), 2);
+        QVERIFY(station.watchdog().isStale());
+        QVERIFY2(alarmSeconds(texts.last()) >= firstAlarm, qPrintable(texts.last()));
+        QVERIFY(!events.contains(QStringLiteral("fresh")));
+        // The clock still runs from the whole line: the count goes on past the first alarm.
+        QTRY_VERIFY_WITH_TIMEOUT(alarmSeconds(texts.last()) > firstAlarm, 2500);
+        QVERIFY(station.watchdog().isStale());
+
+        instrument.port.write(LaterLine);
+        QTRY_COMPARE(lines.size(), 3);
+        QVERIFY(!station.watchdog().isStale());
+        QVERIFY2(texts.last().startsWith(QStringLiteral("ABP=30.01 ")), qPrintable(texts.last()));
+        QCOMPARE(events.last(), QStringLiteral("fresh"));
+        state.raceLogs.close(&log);
+    }
+
+    // A port that opens and never delivers is stale a threshold after its opening. Closing it
+    // ends the alarm for good, and the status line shows what it showed before.
+    void aSilentPortGoesStaleFromItsOpeningUntilItCloses() {
+        AppState state;
+        WeatherStation station(state);
+        station.watchdog().setThreshold(2);
+        cableOnComPort3(station);
+        QStringList texts;
+        connect(&station, &WeatherStation::statusText, this,
+                [&](const QString& text) { texts << text; });
+        QElapsedTimer sinceOpening;
+        sinceOpening.start();
+        station.startSerialPort(false);
+        QVERIFY(station.link().serialPort().isOpen());
+
+        QTRY_VERIFY_WITH_TIMEOUT(!texts.isEmpty(), 4000);
+        QVERIFY(sinceOpening.elapsed() >= 2000);
+        QVERIFY2(alarmSeconds(texts.last()) >= 2, qPrintable(texts.last()));
+        QVERIFY(station.watchdog().isStale());
+
+        station.closeLinks();
+        QVERIFY(!station.watchdog().isStale());
+        QCOMPARE(texts.last(), QStringLiteral("Waiting for Weather Update..."));
+        const qsizetype toldBefore = texts.size();
+        QTest::qWait(1500);
+        QCOMPARE(texts.size(), toldBefore);
     }
 
     // With a frequency of 2 every third tick is due; a forced page is due at the next tick.

@@ -54,6 +54,35 @@ private slots:
         QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine), page);
     }
 
+    // A stale feed still pages; its weather, and only its weather, is marked as old.
+    void oldWeatherIsMarked_data() {
+        QTest::addColumn<PagerSlots>("raceLogs");
+        QTest::addColumn<QString>("statusLine");
+        QTest::addColumn<QString>("page");
+        QTest::newRow("one log") << PagerSlots{ticked("RaceLog# 1> ET: 9.5041")}
+                                 << "ABP=29.92 Temp=72.5"
+                                 << "02:35pm RaceLog# 1> ET: 9.5041 OLD ABP=29.92 Temp=72.5";
+        QTest::newRow("two logs, one unticked")
+            << PagerSlots{ticked("Red> ET: 9.5041"), unticked("Blue> ET: 8.9000")} << weather
+            << "02:35pm Red> ET: 9.5041 OLD ABP=29.92 Temp=72.5 RH=35";
+        QTest::newRow("no log") << PagerSlots{} << weather
+                                << "02:35pm OLD ABP=29.92 Temp=72.5 RH=35";
+    }
+    void oldWeatherIsMarked() {
+        QFETCH(PagerSlots, raceLogs);
+        QFETCH(QString, statusLine);
+        QFETCH(QString, page);
+        QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine,
+                                         PagerComposer::Weather::Old),
+                 page);
+        // Live weather, named or not, carries no mark.
+        const QString live = QString(page).remove(QStringLiteral("OLD "));
+        QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine,
+                                         PagerComposer::Weather::Live),
+                 live);
+        QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine), live);
+    }
+
     void morningTime() {
         QCOMPARE(PagerComposer::pageText(QTime(9, 5), {}, weather), "09:05am " + weather);
     }

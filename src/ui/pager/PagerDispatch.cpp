@@ -19,10 +19,15 @@ PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
     main.setCommand(QStringLiteral("btnTest"), [this] { sendTestMessage(); });
 }
 
-// A closed port drops the page without a word; the next comes a period later.
+// A closed port drops the page without a word; the next comes a period later. A stale feed
+// still pages, its weather marked as old.
 void PagerDispatch::sendPage() {
-    const QString page = PagerComposer::pageText(
-        QTime::currentTime(), PagerLogs::pagerSlots(state.raceLogs.bySlot()), state.statusLine);
+    const PagerComposer::Weather weather = main.weatherStation().watchdog().isStale()
+                                               ? PagerComposer::Weather::Old
+                                               : PagerComposer::Weather::Live;
+    const QString page = PagerComposer::pageText(QTime::currentTime(),
+                                                 PagerLogs::pagerSlots(state.raceLogs.bySlot()),
+                                                 state.statusLine, weather);
     PortLink& port = main.instrument().serialPort();
     if (port.isOpen())
         port.write(PagerComposer::pageCommand(page));

@@ -26,6 +26,7 @@
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RunGrid.h"
 #include "ui/racelog/ShowColumnMenu.h"
+#include "ui/shell/WarningText.h"
 #include "ui/shell/WindowPlacement.h"
 
 #include <QCheckBox>
@@ -35,6 +36,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -61,6 +63,10 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
     grid->setObjectName(QStringLiteral("gridLog"));
     showColumnMenu = new ShowColumnMenu(log.runs(), this);
     grid->setShowColumnMenu(showColumnMenu);
+    lblStale = new QLabel(this);
+    lblStale->setObjectName(QStringLiteral("lblStale"));
+    lblStale->hide();
+    showAsWarning(*lblStale, true);
     addUndoCommands();
 
     connect(grid, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
@@ -351,6 +357,21 @@ QString RaceLogWindow::pagerMessage() const {
     return publishedMessage;
 }
 
+void RaceLogWindow::predictionStale(int seconds) {
+    lblStale->setText(QStringLiteral("Prediction stale: no weather for %1 s").arg(seconds));
+    if (!lblStale->isHidden())
+        return;
+    lblStale->show();
+    arrange();
+}
+
+void RaceLogWindow::predictionFresh() {
+    if (lblStale->isHidden())
+        return;
+    lblStale->hide();
+    arrange();
+}
+
 // The box has already changed when this is asked; the warning does not undo it.
 void RaceLogWindow::warnOfManyPagingLogs() {
     if (const auto warning =
@@ -419,14 +440,17 @@ void RaceLogWindow::closePanel() {
 }
 
 // The panel stands at the left edge, the whole height; the grid takes the rest of the width
-// beside it, or all of it while the panel is closed.
+// beside it, or all of it while the panel is closed. The stale mark, while shown, stands
+// above the grid.
 void RaceLogWindow::arrange() {
     if (placedWindow()->isMinimized())
         return;
     sidePanel->setGeometry(0, 0, sidePanel->width(), height());
     const int left = sidePanel->isHidden() ? gridLeft : sidePanel->geometry().right() + 1;
     const int gridWidth = width() > sidePanel->width() ? qMax(width() - left, 0) : grid->width();
-    grid->setGeometry(left, 0, gridWidth, height());
+    const int top = lblStale->isHidden() ? 0 : lblStale->sizeHint().height();
+    lblStale->setGeometry(left, 0, gridWidth, top);
+    grid->setGeometry(left, top, gridWidth, height() - top);
 }
 
 // A log without a page identifier is called by its slot.

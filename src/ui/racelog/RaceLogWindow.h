@@ -10,6 +10,7 @@
 
 struct AppState;
 class LogSidePanel;
+class QLabel;
 class RunGrid;
 class ShowColumnMenu;
 class PageDocument;
@@ -53,6 +54,10 @@ public:
     void updatePredictions() override;
     bool pagerPredictions() const override;
     QString pagerMessage() const override;
+    // While the feed is stale a line above the runs (lblStale) says the prediction stands on
+    // old weather, and for how long.
+    void predictionStale(int seconds) override;
+    void predictionFresh() override;
 
     // The runs as the times table, on paper and in PDF.
     void printDocument() override;
@@ -103,6 +108,7 @@ private:
 
     AppState& state;
     RaceLog log;
+    QLabel* lblStale;
     int gridLeft = 0;
     QColor gridBackdrop;    // the main window's background, beyond the cells of the grid
     QString keepOriginalOf; // a file not read whole, copied aside before the first save over it

@@ -7,6 +7,7 @@
 #include "core/NumberText.h"
 #include "core/Palette.h"
 #include "core/Registry.h"
+#include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PagerSchedule.h"
 #include "feed/PortSettings.h"
@@ -16,6 +17,7 @@
 #include "ui/feed/PortDialog.h"
 #include "ui/shell/AboutDialog.h"
 #include "ui/shell/CommandBar.h"
+#include "ui/shell/WarningText.h"
 #include "ui/shell/WindowArrangement.h"
 
 #include <QAction>
@@ -61,6 +63,8 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     station = new WeatherStation(state, this);
     connect(station, &WeatherStation::statusText, this, &MainWindow::showStatus);
     connect(station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
+    connect(&station->watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
+    connect(&station->watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
 }
 
 InstrumentConnection& MainWindow::instrument() const {
@@ -89,6 +93,11 @@ void MainWindow::showStatus(const QString& text) {
 
 void MainWindow::setOnlineMark(bool online) {
     statusPanel(QStringLiteral("lblPellamor"))->setEnabled(online);
+}
+
+// The station puts the alarm's words on the status line; the colour is the window's.
+void MainWindow::showStale(bool stale) {
+    showAsWarning(*statusPanel(QStringLiteral("lblStatus")), stale);
 }
 
 MainWindow::~MainWindow() = default;
@@ -126,6 +135,7 @@ void MainWindow::load() {
     showDisplayCaption();
     loadBackground();
     loadPagerFrequency();
+    loadNoWeatherSeconds();
     loadDeltaVP();
     resetRaceLogs();
     loadPortSettings();
@@ -167,6 +177,10 @@ void MainWindow::loadBackground() {
 
 void MainWindow::loadPagerFrequency() {
     station->setPagerFrequency(PagerSchedule::loadFrequency());
+}
+
+void MainWindow::loadNoWeatherSeconds() {
+    station->watchdog().setThreshold(FeedWatchdog::loadThreshold());
 }
 
 void MainWindow::loadDeltaVP() {

@@ -78,6 +78,7 @@ private:
     void showDisplayCaption();
     void loadBackground();
     void loadPagerFrequency();
+    void loadNoWeatherSeconds();
     void loadDeltaVP();
     void resetRaceLogs();
     void loadPortSettings();
@@ -100,6 +101,7 @@ private:
     // Where the weather station's results show.
     void showStatus(const QString& text);
     void setOnlineMark(bool online);
+    void showStale(bool stale);
     QLabel* statusPanel(const QString& name) const;
 
     // The commands.
