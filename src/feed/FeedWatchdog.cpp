@@ -22,6 +22,11 @@ int FeedWatchdog::loadThreshold() {
     return thresholdFromText(Registry::Get(SettingKeys::NoWeatherSeconds));
 }
 
+void FeedWatchdog::keepThreshold(int seconds) {
+    setThreshold(seconds);
+    Registry::Set(SettingKeys::NoWeatherSeconds, QString::number(seconds));
+}
+
 void FeedWatchdog::start() {
     restartClock();
     clearAlarm();

@@ -27,6 +27,8 @@ public:
     // Takes effect at the next tick of the clock, which also ends an alarm the new threshold
     // does not call for.
     void setThreshold(int seconds) { thresholdSeconds = seconds; }
+    // The user's choice: used from the next tick on and kept in the settings.
+    void keepThreshold(int seconds);
 
     // A link opened: the clock starts now, and an alarm of an earlier link is over.
     void start();

@@ -2,6 +2,7 @@
 
 #include "ui/shell/DialogParts.h"
 
+#include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 
@@ -9,6 +10,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -68,8 +70,8 @@ bool isComEntry(int index) {
 
 } // namespace
 
-PortDialog::PortDialog(InstrumentConnection& connection, QWidget* parent)
-    : QDialog(parent), connection(connection) {
+PortDialog::PortDialog(InstrumentConnection& connection, FeedWatchdog& watchdog, QWidget* parent)
+    : QDialog(parent), connection(connection), watchdog(watchdog) {
     setObjectName(QStringLiteral("frmProperties"));
     setWindowTitle(QStringLiteral("Port Settings"));
 
@@ -85,6 +87,15 @@ PortDialog::PortDialog(InstrumentConnection& connection, QWidget* parent)
                        true, networkGroup);
     addRow(networkForm, QStringLiteral("Host:"), cboHost);
     addRow(networkForm, QStringLiteral("Port:"), cboPort);
+
+    auto* alarmGroup = new QGroupBox(QStringLiteral("Old Weather"), this);
+    auto* alarmForm = new QFormLayout(alarmGroup);
+    txtNoWeather = new QLineEdit(alarmGroup);
+    txtNoWeather->setObjectName(QStringLiteral("txtNoWeather"));
+    txtNoWeather->setValidator(new QIntValidator(0, 3600, txtNoWeather));
+    txtNoWeather->setToolTip(QStringLiteral(
+        "Seconds without weather before the status line, the race logs and the page warn"));
+    addRow(alarmForm, QStringLiteral("&Warn after (s):"), txtNoWeather);
 
     cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
     cmdCancel =
@@ -102,6 +113,7 @@ PortDialog::PortDialog(InstrumentConnection& connection, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lineGroup);
     layout->addWidget(networkGroup);
+    layout->addWidget(alarmGroup);
     layout->addLayout(buttons);
 
     showSettings();
@@ -133,6 +145,7 @@ void PortDialog::showSettings() {
         list.box->setCurrentIndex(settings.*list.setting);
     cboHost->setEditText(settings.host);
     cboPort->setEditText(settings.tcpPort);
+    txtNoWeather->setText(QString::number(watchdog.threshold()));
     cmdApply->setEnabled(false);
     cmdRestoreDefaults->setEnabled(false);
 }
@@ -146,6 +159,7 @@ void PortDialog::followChanges() {
         connect(list.box, &QComboBox::currentIndexChanged, this, &PortDialog::listChanged);
     for (QComboBox* box : {cboHost, cboPort})
         connect(box, &QComboBox::editTextChanged, this, &PortDialog::hostOrPortChanged);
+    connect(txtNoWeather, &QLineEdit::textEdited, this, &PortDialog::listChanged);
     connect(cmdRestoreDefaults, &QPushButton::clicked, this, &PortDialog::restoreDefaults);
     connect(cmdApply, &QPushButton::clicked, this, &PortDialog::apply);
     connect(cmdOK, &QPushButton::clicked, this, [this] {
@@ -202,6 +216,7 @@ void PortDialog::restoreDefaults() {
         list.box->setCurrentIndex(list.defaultIndex);
     pickEntry(cboHost, 0);
     pickEntry(cboPort, 0);
+    txtNoWeather->setText(QString::number(FeedWatchdog::DefaultThreshold));
     cmdRestoreDefaults->setEnabled(false);
 }
 
@@ -225,4 +240,9 @@ void PortDialog::storeToMemory() {
     for (auto device = editedDevices.cbegin(); device != editedDevices.cend(); ++device)
         SetPortDevice(device.key(), device.value());
     editedDevices.clear();
+    // Too short a wait, or none, warns of every pause between two lines: such a value is
+    // the default, and the field shows what is used.
+    const int seconds = FeedWatchdog::thresholdFromText(txtNoWeather->text());
+    watchdog.keepThreshold(seconds);
+    txtNoWeather->setText(QString::number(seconds));
 }

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMap>
 
+class FeedWatchdog;
 class InstrumentConnection;
 class QComboBox;
 class QFormLayout;
@@ -14,11 +15,13 @@ class QPushButton;
 
 // The port settings: which COM port and line settings the instrument is read with, and which
 // relay host and port the TCP link goes to. Apply and OK put the choice into memory and
-// reopen the links at once; the settings tree gets them only when the program ends.
+// reopen the links at once; the settings tree gets them only when the program ends. Also how
+// long the feed may stay quiet before the program warns that its weather is old, which is
+// kept at once.
 class PortDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit PortDialog(InstrumentConnection& connection, QWidget* parent = nullptr);
+    PortDialog(InstrumentConnection& connection, FeedWatchdog& watchdog, QWidget* parent = nullptr);
 
 private:
     // One list of the serial line and the setting it shows.
@@ -29,11 +32,13 @@ private:
     };
 
     InstrumentConnection& connection;
+    FeedWatchdog& watchdog;
     QComboBox* cboComPort;
     QLineEdit* txtDevice = nullptr; // where a COM entry has no fixed device name
     QList<LineList> lineLists;
     QComboBox* cboHost;
     QComboBox* cboPort;
+    QLineEdit* txtNoWeather;
     QPushButton* cmdOK;
     QPushButton* cmdCancel;
     QPushButton* cmdApply;

@@ -384,7 +384,7 @@ void MainWindow::setBackground(quint32 color) {
 }
 
 void MainWindow::showPortSettings() {
-    PortDialog dialog(instrument(), this);
+    PortDialog dialog(instrument(), station->watchdog(), this);
     dialog.exec();
 }
 

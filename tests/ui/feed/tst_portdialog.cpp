@@ -3,6 +3,8 @@
 #include "common/TestRelay.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "core/SettingKeys.h"
+#include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PortDevices.h"
 #include "ui/feed/PortDialog.h"
@@ -34,7 +36,7 @@ QStringList entries(const QComboBox* box) {
 // The dialog as the user sees it, reached by the names of its controls.
 class Dialog {
 public:
-    explicit Dialog(InstrumentConnection& connection) : form(connection) {}
+    explicit Dialog(InstrumentConnection& connection) : form(connection, watchdog) {}
     QComboBox* list(const char* name) { return form.findChild<QComboBox*>(name); }
     QPushButton* button(const char* name) { return form.findChild<QPushButton*>(name); }
     QLineEdit* device() { return form.findChild<QLineEdit*>("txtDevice"); }
@@ -46,6 +48,8 @@ public:
     }
     bool applyEnabled() { return button("cmdApply")->isEnabled(); }
     bool restoreEnabled() { return button("cmdRestoreDefaults")->isEnabled(); }
+    QLineEdit* noWeather() { return form.findChild<QLineEdit*>("txtNoWeather"); }
+    FeedWatchdog watchdog;
     PortDialog form;
 };
 
@@ -74,7 +78,7 @@ private slots:
         QStringList groups;
         for (const QGroupBox* group : dialog.form.findChildren<QGroupBox*>())
             groups << group->title();
-        QCOMPARE(groups, (QStringList{"Com Port or TCP/IP", "Network Interface"}));
+        QCOMPARE(groups, (QStringList{"Com Port or TCP/IP", "Network Interface", "Old Weather"}));
 
         QStringList comPorts{"None"};
         for (int n = 1; n <= 24; ++n)
@@ -304,6 +308,38 @@ private slots:
         QVERIFY(!dialog.device()->isEnabled());
         dialog.list("cboComPort")->setCurrentIndex(TcpIpComPort);
         QVERIFY(!dialog.device()->isEnabled());
+    }
+
+    // The wait before the old-weather warning is used at once and kept for the next start.
+    void theWarningWaitIsAppliedAndKept() {
+        InstrumentConnection connection;
+        connection.portSettings = Usual;
+        Dialog dialog(connection);
+        QCOMPARE(dialog.noWeather()->text(), QStringLiteral("10"));
+
+        dialog.noWeather()->selectAll();
+        QTest::keyClicks(dialog.noWeather(), QStringLiteral("25"));
+        QVERIFY(dialog.applyEnabled());
+        dialog.button("cmdApply")->click();
+        QCOMPARE(dialog.watchdog.threshold(), 25);
+        QCOMPARE(Registry::Get(SettingKeys::NoWeatherSeconds), QStringLiteral("25"));
+        QCOMPARE(FeedWatchdog::loadThreshold(), 25);
+        QVERIFY(!dialog.applyEnabled());
+
+        // No wait at all would warn between every two lines: the default stands instead.
+        dialog.noWeather()->selectAll();
+        QTest::keyClicks(dialog.noWeather(), QStringLiteral("1"));
+        dialog.button("cmdOK")->click();
+        QCOMPARE(dialog.watchdog.threshold(), 10);
+        QCOMPARE(dialog.noWeather()->text(), QStringLiteral("10"));
+        QCOMPARE(Registry::Get(SettingKeys::NoWeatherSeconds), QStringLiteral("10"));
+
+        // Restore Defaults puts back the usual wait with the line settings.
+        Dialog again(connection);
+        again.noWeather()->setText(QStringLiteral("40"));
+        again.list("cboParity")->setCurrentIndex(2);
+        again.button("cmdRestoreDefaults")->click();
+        QCOMPARE(again.noWeather()->text(), QStringLiteral("10"));
     }
 
     void deviceIsStoredByApplyOnly() {
