@@ -27,5 +27,5 @@ rm -f "$build"/tarnwick_*.deb
 deb=$(ls "$build"/tarnwick_*.deb)
 
 echo "== lintian"
-lintian --info "$deb" || true
+lintian --info --fail-on error "$deb"
 echo "$deb"
