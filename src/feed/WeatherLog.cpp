@@ -1,11 +1,11 @@
 #include "feed/WeatherLog.h"
 
 #include "core/DateText.h"
+#include "core/ProgramFolder.h"
 #include "core/Registry.h"
 #include "feed/DataFolder.h"
 #include "feed/WeatherLogFormat.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 QString DateStamp(const QDate& day) {
@@ -14,7 +14,7 @@ QString DateStamp(const QDate& day) {
 
 QString WeatherLogFolder() {
     const QString folder = GetDataFolder(QStringLiteral("\\Tarnwick"));
-    return folder == FolderNotValid ? QCoreApplication::applicationDirPath() : folder;
+    return folder == FolderNotValid ? ProgramFolder::ForUserFiles() : folder;
 }
 
 QString WeatherLogPath(const QDate& day) {

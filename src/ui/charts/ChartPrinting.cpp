@@ -2,6 +2,7 @@
 
 #include "core/DateText.h"
 #include "core/Dialogs.h"
+#include "core/ProgramFolder.h"
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
 #include "output/ChartPage.h"
@@ -27,7 +28,7 @@ QSizeF pageSizeOf(const QWidget& chart) {
 
 QString startFolder() {
     const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
-    return folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder;
+    return folder.isEmpty() ? ProgramFolder::ForUserFiles() : folder;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/ProgramFolder.h"
 #include "core/RaceLogDocument.h"
 #include "output/ExcelExport.h"
 #include "racelog/RaceLogDefaults.h"
@@ -14,7 +15,6 @@
 #include "ui/shell/MainWindow.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QDate>
 #include <QFileInfo>
 #include <QMdiArea>
@@ -179,7 +179,7 @@ void RaceLogCommands::exportToExcel() {
         return;
     }
     const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
-        ExcelExport::saveRequest(QDate::currentDate(), QCoreApplication::applicationDirPath()));
+        ExcelExport::saveRequest(QDate::currentDate(), ProgramFolder::ForUserFiles()));
     if (!chosen)
         return;
     RaceLogFileRequests::rememberFolder(chosen->path);

@@ -5,6 +5,7 @@
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
 #include "core/NumberText.h"
+#include "core/ProgramFolder.h"
 #include "core/Registry.h"
 #include "output/PageDocument.h"
 #include "output/RaceLogPages.h"
@@ -32,7 +33,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -302,10 +302,9 @@ bool RaceLogWindow::saveLog(const QString& path) {
         if (answer == Dialogs::Answer::No)
             return true;
     } else {
-        const std::optional<Dialogs::FileChoice> chosen =
-            Dialogs::ChooseFile(RaceLogFileRequests::saveRequest(
-                windowTitle(), sidePanel->cboRaceTrack->currentText(), QDate::currentDate(),
-                QCoreApplication::applicationDirPath()));
+        const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
+            RaceLogFileRequests::saveRequest(windowTitle(), sidePanel->cboRaceTrack->currentText(),
+                                             QDate::currentDate(), ProgramFolder::ForUserFiles()));
         // Cancel is how a log that was never saved is thrown away: the window may close.
         if (!chosen)
             return true;
