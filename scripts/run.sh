@@ -21,22 +21,8 @@ fi
 
 # The demo profile: its own settings, data and runtime folders, the simulator on Com1.
 demo="$repo/demo-profile"
-mkdir -p "$demo/config/Zorvane" "$demo/data" "$demo/run"
-chmod 700 "$demo/run"
-export XDG_CONFIG_HOME="$demo/config" XDG_DATA_HOME="$demo/data" XDG_RUNTIME_DIR="$demo/run"
-cat > "$demo/config/Zorvane/registry.ini" <<INI
-[SOFTWARE]
-Zorvane\\Main\\Defaults\\PagerFrequency=0
-Zorvane\\SerialPort\\0=1
-Zorvane\\SerialPort\\1=5
-Zorvane\\SerialPort\\2=0
-Zorvane\\SerialPort\\3=4
-Zorvane\\SerialPort\\4=0
-Zorvane\\SerialPort\\5=0
-Zorvane\\SerialPort\\6=None
-Zorvane\\SerialPort\\7=None
-Zorvane\\SerialPort\\Devices\\Com1=$demo/instrument
-INI
+. "$repo/scripts/simulator-profile.sh"
+simulator_profile "$demo" "$demo/instrument"
 
 "$bin/pellamor-sim" --pty "$demo/instrument" --interval 2 >"$demo/simulator.log" 2>&1 &
 sim=$!

@@ -8,6 +8,8 @@ set -euo pipefail
 build_dir=$1
 lookup_test=$2
 id=org.tarnwick.Tarnwick
+# The settings that put the simulator on Com1, as the demo start has them.
+. "$(cd "$(dirname "$0")/../.." && pwd)/scripts/simulator-profile.sh"
 
 work=$(mktemp -d /tmp/tarnwick-installed.XXXXXX)
 sim=""
@@ -75,27 +77,12 @@ grep -q '^PASS   : .*theInstalledProgramFindsTheInstalledTemplate' "$work/lookup
 
 echo "== the installed program on the installed simulator"
 home="$work/home"
-mkdir -p "$home/config/Zorvane" "$home/data" "$home/run"
-chmod 700 "$home/run"
-export XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data" XDG_RUNTIME_DIR="$home/run"
+simulator_profile "$home" "$work/instrument"
 export QT_QPA_PLATFORM=offscreen
 # Every box the program shows is printed and answered with its default.
 export TARNWICK_SCRIPTED_DIALOGS=""
 # The poll every 400 ms instead of 20 s.
 export TARNWICK_TIMER_SCALE=0.02
-cat >"$home/config/Zorvane/registry.ini" <<INI
-[SOFTWARE]
-Zorvane\\Main\\Defaults\\PagerFrequency=0
-Zorvane\\SerialPort\\0=1
-Zorvane\\SerialPort\\1=5
-Zorvane\\SerialPort\\2=0
-Zorvane\\SerialPort\\3=4
-Zorvane\\SerialPort\\4=0
-Zorvane\\SerialPort\\5=0
-Zorvane\\SerialPort\\6=None
-Zorvane\\SerialPort\\7=None
-Zorvane\\SerialPort\\Devices\\Com1=$work/instrument
-INI
 
 "$prefix/bin/pellamor-sim" --pty "$work/instrument" --interval 0.3 --seed 7 >"$work/simulator.log" 2>&1 &
 sim=$!
