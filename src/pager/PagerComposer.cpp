@@ -26,12 +26,12 @@ Dialogs::Message portClosedMessage(const QString& title) {
 
 QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine,
                  Weather weather) {
-    QString text = DateText::TimeText(now);
+    QString text = weather == Weather::Old ? QStringLiteral("OLD WX ") : QString();
+    text += DateText::TimeText(now);
     for (const auto& slot : raceLogs)
         if (takesPart(slot))
             text += QLatin1Char(' ') + slot->pagerMessage;
-    const QString age = weather == Weather::Old ? QStringLiteral("OLD ") : QString();
-    return text + QLatin1Char(' ') + age + statusLine;
+    return text + QLatin1Char(' ') + statusLine;
 }
 
 QByteArray pageCommand(const QString& pageText) {

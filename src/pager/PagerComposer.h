@@ -25,8 +25,9 @@ using PagerSlots = QList<std::optional<PagerEntry>>;
 enum class Weather { Live, Old };
 
 // "02:35pm RaceLog# 1> ET: 9.5041 ... ABP=29.92 Temp=72.5": the time, then a blank and the
-// message of every taking part log in slot order, then a blank and the weather. Old weather
-// is marked "OLD " ("... ET: 9.5041 OLD ABP=29.92 ..."), so the team does not race on it.
+// message of every taking part log in slot order, then a blank and the weather. A page on old
+// weather starts "OLD WX " ("OLD WX 02:35pm RaceLog# 1> ET: 9.5041 ABP=29.92 ..."): the first
+// thing the team reads, even on a page that carries no weather, so nobody races on it.
 QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine,
                  Weather weather = Weather::Live);
 

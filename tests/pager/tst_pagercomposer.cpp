@@ -54,19 +54,22 @@ private slots:
         QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine), page);
     }
 
-    // A stale feed still pages; its weather, and only its weather, is marked as old.
+    // A stale feed still pages, marked as old at its very start, before the time: where the
+    // team reads first, and where it shows even on a page that carries no weather.
     void oldWeatherIsMarked_data() {
         QTest::addColumn<PagerSlots>("raceLogs");
         QTest::addColumn<QString>("statusLine");
         QTest::addColumn<QString>("page");
         QTest::newRow("one log") << PagerSlots{ticked("RaceLog# 1> ET: 9.5041")}
                                  << "ABP=29.92 Temp=72.5"
-                                 << "02:35pm RaceLog# 1> ET: 9.5041 OLD ABP=29.92 Temp=72.5";
+                                 << "OLD WX 02:35pm RaceLog# 1> ET: 9.5041 ABP=29.92 Temp=72.5";
         QTest::newRow("two logs, one unticked")
             << PagerSlots{ticked("Red> ET: 9.5041"), unticked("Blue> ET: 8.9000")} << weather
-            << "02:35pm Red> ET: 9.5041 OLD ABP=29.92 Temp=72.5 RH=35";
+            << "OLD WX 02:35pm Red> ET: 9.5041 ABP=29.92 Temp=72.5 RH=35";
         QTest::newRow("no log") << PagerSlots{} << weather
-                                << "02:35pm OLD ABP=29.92 Temp=72.5 RH=35";
+                                << "OLD WX 02:35pm ABP=29.92 Temp=72.5 RH=35";
+        QTest::newRow("no weather yet") << PagerSlots{ticked("Red> ET: 9.5041")} << ""
+                                        << "OLD WX 02:35pm Red> ET: 9.5041 ";
     }
     void oldWeatherIsMarked() {
         QFETCH(PagerSlots, raceLogs);
@@ -76,7 +79,7 @@ private slots:
                                          PagerComposer::Weather::Old),
                  page);
         // Live weather, named or not, carries no mark.
-        const QString live = QString(page).remove(QStringLiteral("OLD "));
+        const QString live = page.mid(QStringLiteral("OLD WX ").size());
         QCOMPARE(PagerComposer::pageText(twoThirtyFive, raceLogs, statusLine,
                                          PagerComposer::Weather::Live),
                  live);

@@ -28,8 +28,10 @@ const QString LaterWeather =
     QString(Weather).replace(QStringLiteral("29.92"), QStringLiteral("30.01"));
 
 // A page with no log in it: the time, a blank and the weather.
-bool isPage(const QString& page, const QString& weather) {
-    return QRegularExpression(QStringLiteral("^\\d\\d:\\d\\d[ap]m ") +
+// A page on old weather starts with its mark, before the time.
+bool isPage(const QString& page, const QString& weather, const QString& mark = {}) {
+    return QRegularExpression(u'^' + QRegularExpression::escape(mark) +
+                              QStringLiteral("\\d\\d:\\d\\d[ap]m ") +
                               QRegularExpression::escape(weather) + u'$')
         .match(page)
         .hasMatch();
@@ -132,7 +134,7 @@ private slots:
         // The mark stands above the runs, which make room for it.
         QVERIFY(log->grid->y() > stale->geometry().bottom());
         sendPage();
-        QVERIFY2(isPage(instrument.lastPage(), QStringLiteral("OLD ") + Weather),
+        QVERIFY2(isPage(instrument.lastPage(), Weather, QStringLiteral("OLD WX ")),
                  qPrintable(instrument.lastPage()));
 
         // A garbage line is handled, but is no weather.
