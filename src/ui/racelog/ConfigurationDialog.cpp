@@ -392,8 +392,9 @@ void ConfigurationDialog::removeTrack() {
 void ConfigurationDialog::chooseTemplate() {
     Dialogs::FileRequest request;
     request.title = QStringLiteral("Choose Excel Template");
-    request.filter = QStringLiteral("Microsoft Excel Files (*.xls) |*.xls|");
-    request.fileName = QStringLiteral("*.xls");
+    // The export fills in workbooks of today's format only.
+    request.filter = QStringLiteral("Excel Workbooks (*.xlsx) |*.xlsx|");
+    request.fileName = QStringLiteral("*.xlsx");
     if (const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;

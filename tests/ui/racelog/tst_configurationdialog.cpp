@@ -273,7 +273,7 @@ private slots:
         QTest::newRow("none") << QString() << true << QString();
         QTest::newRow("the shipped one") << systemTemplate() << true << QString();
         QTest::newRow("the user's own")
-            << "/home/team/sheets/custom.xls" << false << "/home/team/sheets/custom.xls";
+            << "/home/team/sheets/custom.xlsx" << false << "/home/team/sheets/custom.xlsx";
     }
     void theTemplateOptionFollowsTheStoredPath() {
         QFETCH(QString, stored);
@@ -747,18 +747,18 @@ private slots:
     }
 
     void okStoresAFolderTemplateOnlyWhenTheFileExists() {
-        const QString workbook = home->root() + QStringLiteral("/team.xls");
+        const QString workbook = home->root() + QStringLiteral("/team.xlsx");
         QFile file(workbook);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
-        Registry::Set(TemplatesKey, "MasterTemplate", "/gone/old.xls");
+        Registry::Set(TemplatesKey, "MasterTemplate", "/gone/old.xlsx");
         {
             Dialog dialog;
             QVERIFY(dialog.option("optFolder")->isChecked());
-            dialog.field("txtTemplateFile")->setText(home->root() + QStringLiteral("/none.xls"));
+            dialog.field("txtTemplateFile")->setText(home->root() + QStringLiteral("/none.xlsx"));
             dialog.click("cmdOK");
             QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"),
-                     QStringLiteral("/gone/old.xls"));
+                     QStringLiteral("/gone/old.xlsx"));
             QVERIFY(dialogs->messages.isEmpty());
         }
         {
@@ -817,8 +817,8 @@ private slots:
         const Dialogs::FileRequest& request = dialogs->fileRequests[0];
         QVERIFY(!request.save);
         QCOMPARE(request.title, QStringLiteral("Choose Excel Template"));
-        QCOMPARE(request.filter, QStringLiteral("Microsoft Excel Files (*.xls) |*.xls|"));
-        QCOMPARE(request.fileName, QStringLiteral("*.xls"));
+        QCOMPARE(request.filter, QStringLiteral("Excel Workbooks (*.xlsx) |*.xlsx|"));
+        QCOMPARE(request.fileName, QStringLiteral("*.xlsx"));
         QCOMPARE(request.initialFolder, home->root());
     }
 
@@ -831,7 +831,7 @@ private slots:
 
     // The chosen path is shown but counts only once "Folder:" is selected.
     void aChosenTemplateFillsThePathAndLeavesTheOptions() {
-        const QString workbook = home->root() + QStringLiteral("/team.xls");
+        const QString workbook = home->root() + QStringLiteral("/team.xlsx");
         QFile file(workbook);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
@@ -850,11 +850,11 @@ private slots:
     }
 
     void aCancelledTemplateDialogChangesNothing() {
-        Registry::Set(TemplatesKey, "MasterTemplate", "/home/team/custom.xls");
+        Registry::Set(TemplatesKey, "MasterTemplate", "/home/team/custom.xlsx");
         Dialog dialog;
         dialogs->queueFile(QString());
         dialog.click("cmdFolder");
-        QCOMPARE(dialog.field("txtTemplateFile")->text(), QStringLiteral("/home/team/custom.xls"));
+        QCOMPARE(dialog.field("txtTemplateFile")->text(), QStringLiteral("/home/team/custom.xlsx"));
         QVERIFY(dialog.option("optFolder")->isChecked());
     }
 

@@ -186,14 +186,14 @@ private slots:
         Dialogs::FileRequest request;
         request.save = true;
         request.title = "Save Excel File";
-        request.filter = "Microsoft Excel Files (*.xls) |*.xls|All Files (*.*) |*.*|";
+        request.filter = "Excel Workbooks (*.xlsx) |*.xlsx|All Files (*.*) |*.*|";
         request.initialFolder = folder.path();
-        request.fileName = "2026-11-22log.xls";
+        request.fileName = "2026-11-22log.xlsx";
         const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
         QVERIFY(choice);
         QCOMPARE(mode, QFileDialog::AcceptSave);
-        QCOMPARE(choice->path, folder.filePath("2026-11-22log.xls"));
-        QCOMPARE(choice->title, QStringLiteral("2026-11-22log.xls"));
+        QCOMPARE(choice->path, folder.filePath("2026-11-22log.xlsx"));
+        QCOMPARE(choice->title, QStringLiteral("2026-11-22log.xlsx"));
     }
 
     void cancelledFileDialogGivesNothing() {
