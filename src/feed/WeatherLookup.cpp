@@ -1,13 +1,9 @@
 #include "feed/WeatherLog.h"
 #include "feed/WeatherLogFormat.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 namespace {
-
-// A row being written holds the flag; it is done within a few turns of the event loop.
-constexpr int WaitRounds = 6;
 
 // The first row of the wanted minute of the day; an empty record when there is none or a
 // row's time cannot be read.
@@ -30,9 +26,6 @@ LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
 } // namespace
 
 LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time) {
-    for (int round = 0; round < WaitRounds && state.loggingWeather; ++round)
-        QCoreApplication::processEvents();
-
     const QString path = WeatherLogPath(date);
     if (!time.isValid() || !QFile::exists(path))
         return {};

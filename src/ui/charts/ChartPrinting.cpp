@@ -8,7 +8,6 @@
 #include "output/ChartPage.h"
 #include "output/PdfFile.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPrinter>
@@ -67,9 +66,8 @@ void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage(
     const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
     if (!choice || choice->path.isEmpty())
         return;
-    // Readings that came in while the dialog was open reach the chart first: the page shows
-    // the chart as it stands once the dialog has closed.
-    QCoreApplication::processEvents();
+    // Readings that came in while the dialog was open reached the chart in the dialog's own
+    // event loop: the page shows the chart as it stands once the dialog has closed.
     const PageDocument page =
         ChartPage::layout(label, picture(), pageSizeOf(chart), QDateTime::currentDateTime());
     QString path = choice->path;

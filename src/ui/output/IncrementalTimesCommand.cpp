@@ -7,7 +7,7 @@
 #include "ui/output/ViewerWindow.h"
 #include "ui/shell/MainWindow.h"
 
-#include <QCoreApplication>
+#include <QMetaObject>
 
 namespace IncrementalTimesCommand {
 
@@ -18,12 +18,12 @@ void ask(MainWindow& main) {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->load();
     QObject::connect(dialog, &QDialog::accepted, &main, [&main, dialog] {
-        const IncrementalTimes::Request request = dialog->request();
-        // The dialog is gone from the screen before the report, which takes a moment, is
-        // built.
-        dialog->hide();
-        QCoreApplication::processEvents();
-        showReport(*main.mdiArea(), request);
+        // The report, which takes a moment, is built once the dialog has finished closing
+        // and is gone from the screen: the dialog deletes itself on the way, so nothing of it
+        // may be touched after this handler.
+        QMetaObject::invokeMethod(
+            &main, [&main, request = dialog->request()] { showReport(*main.mdiArea(), request); },
+            Qt::QueuedConnection);
     });
     dialog->open();
 }

@@ -248,8 +248,8 @@ void RunGrid::moveToNextShownColumn() {
 
 // Up and Down in an editor finish the edit and move on a row, within the runs.
 void RunGrid::stepRow(int step) {
+    commitCellEdit();
     setFocus();
-    QCoreApplication::processEvents();
     const int row = currentRunRow() + step;
     if (row >= 1 && row < d->table.tableRows())
         setCurrentRunCell(row, currentRunColumn());

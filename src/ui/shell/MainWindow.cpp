@@ -297,11 +297,9 @@ void MainWindow::stopTimers() {
     station->stopTimers();
 }
 
-// A weather row being written finishes within the events that are waiting.
+// The weather log says whether a row is being written; a close that comes in meanwhile is
+// refused rather than cut the row short.
 bool MainWindow::weatherLogClosed() {
-    if (!state.loggingWeather)
-        return true;
-    QCoreApplication::processEvents();
     return !state.loggingWeather;
 }
 

@@ -161,6 +161,30 @@ private slots:
         dialog->reject();
     }
 
+    // OK closes the dialog, which deletes itself once it has finished; the report is built
+    // only after that, so the dialog is never touched once gone. Building the report inside
+    // the dialog's own OK, with the events let through there, deleted the dialog before it
+    // had finished and ended the whole program.
+    void okFinishesTheDialogBeforeTheReportIsBuilt() {
+        writeLog(slip("Pro Q1", "7", "L", 0) + slip("Pro Q1", "12", "R", 0.1));
+        IncrementalTimesDialog* dialog = ask();
+        QPointer<IncrementalTimesDialog> alive(dialog);
+        int finished = 0;
+        qsizetype viewersWhenFinished = -1;
+        connect(dialog, &QDialog::finished, this, [&](int result) {
+            ++finished;
+            QCOMPARE(result, int(QDialog::Accepted));
+            viewersWhenFinished = viewers(*main).size();
+        });
+        QTest::mouseClick(child<QPushButton>(dialog, "cmdOK"), Qt::LeftButton);
+        QCOMPARE(finished, 1);
+        QCOMPARE(viewersWhenFinished, 0);
+        QVERIFY(!alive || !alive->isVisible());
+        QTRY_VERIFY(!alive);
+        QTRY_COMPARE(viewers(*main).size(), 1);
+        QCOMPARE(finished, 1);
+    }
+
     // OK shows the report in the report viewer; a second report replaces the first, and with
     // the box ticked only the tag cars are ranked.
     void okShowsTheReportInTheReportViewer() {
