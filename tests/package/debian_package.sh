@@ -23,8 +23,8 @@ failed=0
 echo "== dpkg-deb -I"
 dpkg-deb -I "$deb" | tee "$work/info"
 for field in 'Package: tarnwick' 'Depends: .*libqt6core6' 'Depends: .*libqt6widgets6' \
-    'Depends: .*libqt6sql6-sqlite' 'Depends: .*fonts-liberation' 'Section: ' 'Homepage: https://' \
-    'Maintainer: '; do
+    'Depends: .*libqt6sql6-sqlite' 'Depends: .*libqt6svg6' 'Depends: .*fonts-liberation' \
+    'Section: ' 'Homepage: https://' 'Maintainer: '; do
     grep -Eq "^ $field" "$work/info" || { echo "FAIL: no '$field' in the control file"; failed=1; }
 done
 

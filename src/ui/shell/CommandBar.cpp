@@ -2,6 +2,7 @@
 
 #include "core/DateText.h"
 #include "ui/shell/ElidedLabelText.h"
+#include "ui/shell/ToolIcons.h"
 
 #include <QAction>
 #include <QLabel>
@@ -59,6 +60,7 @@ void CommandBar::createTool(const Tool& tool) {
     }
     action->setObjectName(tool.name);
     action->setText(tool.caption);
+    action->setIcon(ToolIcons::icon(tool.name));
     if (!tool.toolTip.isEmpty())
         action->setToolTip(tool.toolTip);
     describe(*action, tool);
@@ -77,10 +79,13 @@ void CommandBar::describe(QObject& target, const Tool& tool) {
         target.setProperty("category", tool.category);
 }
 
-// A text field on a bar says what it is for while it is empty, and to a screen reader.
+// A text field on a bar says what it is for while it is empty, and to a screen reader. It
+// takes the room the tools leave, and never less than a short page needs.
 QAction* CommandBar::createTextField(QToolBar& bar, const Tool& tool) {
     auto* field = new QLineEdit(&bar);
     field->setObjectName(tool.name);
+    field->setMinimumWidth(TextFieldMinimumWidth);
+    field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     field->setPlaceholderText(tool.caption);
     field->setAccessibleName(tool.caption);
     field->setToolTip(tool.caption);
@@ -97,7 +102,8 @@ void CommandBar::fillBand(const Band& band) {
     if (band.kind == BandKind::ToolBar) {
         auto* bar = new QToolBar(band.caption, &window);
         bar->setObjectName(band.name);
-        bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        // Pictures only, so that every tool fits on a narrow screen; the tool tips name them.
+        bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
         window.addToolBar(bar);
         for (const QString& item : band.items) {
             if (item == Separator) {

@@ -31,6 +31,9 @@ public:
     // Lays the bands out anew and repaints them, with the clock brought up to date.
     void refresh();
 
+    // The least width of a text field on a bar, in pixels.
+    static constexpr int TextFieldMinimumWidth = 160;
+
 private:
     void createTool(const CommandTable::Tool& tool);
     static void describe(QObject& target, const CommandTable::Tool& tool);

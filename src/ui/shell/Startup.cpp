@@ -12,11 +12,12 @@
 #include "ui/shell/CountMonitors.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/SplashScreen.h"
+#include "ui/shell/ToolIcons.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QTimer>
 #include <QWindow>
@@ -51,12 +52,16 @@ MainWindow* Startup::mainWindow() const {
 }
 
 std::optional<int> Startup::Main() {
+    // Every window and box of the program carries its icon, the first question included; the
+    // desktop finds the program's entry, and so its icon, by the same name.
+    QGuiApplication::setWindowIcon(ToolIcons::programIcon());
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.tarnwick.Tarnwick"));
+
     // A file handed to a running program: the main instance opens it, and this process ends
     // without showing anything.
     const bool anotherProcess = channel.anotherProcessRunning();
     if (!commandLine.isEmpty() && anotherProcess) {
         InstanceChannel::handOver(handedPath());
-        QCoreApplication::processEvents();
         return 0;
     }
 
@@ -109,7 +114,6 @@ void Startup::ShowSplashWhileLoading() {
     GraphCommands::add(*window, state);
     IncrementalTimesCommand::add(*window, state);
     window->load();
-    QCoreApplication::processEvents();
 }
 
 // A path relative to this start's working folder means nothing to the main instance, which

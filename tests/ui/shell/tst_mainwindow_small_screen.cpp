@@ -1,0 +1,147 @@
+#include "MainWindowTesting.h"
+#include "ScreenLayout.h"
+#include "common/TestHome.h"
+#include "core/AppState.h"
+#include "core/CommandTable.h"
+#include "core/ScriptedDialogs.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/Startup.h"
+
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+#include <memory>
+
+using namespace CommandTable;
+
+namespace {
+
+QImage drawn(const QIcon& icon) {
+    return icon.pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+bool hasInk(const QImage& image) {
+    int inked = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            inked += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
+    return inked >= image.width() * image.height() / 4;
+}
+
+} // namespace
+
+// The program as started, on a screen of 1024 by 768: the smallest a team's laptop has.
+class TestMainWindowSmallScreen : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<ScriptedDialogs> dialogs;
+    std::unique_ptr<AppState> state;
+    std::unique_ptr<Startup> startup;
+    QTemporaryDir programFolder;
+    // The icon the desktop entry installs, drawn.
+    const QImage programIcon = drawn(QIcon(QStringLiteral(TARNWICK_PROGRAM_ICON)));
+
+    MainWindow& start() {
+        startup = std::make_unique<Startup>(*state, QStringList{"tarnwick"}, programFolder.path());
+        [&] { QCOMPARE(startup->Main(), std::nullopt); }();
+        return *startup->mainWindow();
+    }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        dialogs = std::make_unique<ScriptedDialogs>();
+        state = std::make_unique<AppState>();
+    }
+    void cleanup() {
+        startup.reset();
+        state.reset();
+        dialogs.reset();
+        home.reset();
+    }
+
+    // Maximised, every tool of the bar shows, nothing is put behind the bar's extension, and
+    // the page field has room for a short page.
+    void theWholeToolBarFits() {
+        MainWindow& window = start();
+        window.showMaximized();
+        QTRY_COMPARE(window.width(), 1024);
+        auto* bar = window.findChild<QToolBar*>(QStringLiteral("tbMain"));
+        QVERIFY(bar);
+        QTRY_VERIFY(bar->isVisible());
+        QCOMPARE(bar->toolButtonStyle(), Qt::ToolButtonIconOnly);
+        auto* extension = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+        QVERIFY(extension);
+        QVERIFY(!extension->isVisible());
+
+        int tools = 0;
+        for (const QString& item : FindBand(QStringLiteral("tbMain"))->items) {
+            if (item == Separator)
+                continue;
+            QAction* action = bar->actions().at(FindBand("tbMain")->items.indexOf(item));
+            QWidget* shown = bar->widgetForAction(action);
+            QVERIFY2(shown && shown->isVisible(), qPrintable(item));
+            QVERIFY2(bar->rect().contains(shown->geometry()), qPrintable(item));
+            if (FindTool(item)->kind == ToolKind::TextBox)
+                continue;
+            ++tools;
+            auto* button = qobject_cast<QToolButton*>(shown);
+            QVERIFY2(button, qPrintable(item));
+            QVERIFY2(hasInk(drawn(button->icon())), qPrintable(item));
+            // A picture alone, named by the table's tool tip where the table has one.
+            QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
+            if (const QString tip = FindTool(item)->toolTip; !tip.isEmpty())
+                QCOMPARE(button->toolTip(), tip);
+        }
+        QCOMPARE(tools, 18);
+        auto* page = bar->findChild<QLineEdit*>(QStringLiteral("txtPageMessage"));
+        QVERIFY(page->isVisible());
+        QVERIFY2(page->width() >= 160, qPrintable(QString::number(page->width())));
+        // The send button follows the field on the bar.
+        QVERIFY(bar->widgetForAction(window.findChild<QAction*>(QStringLiteral("btnSend")))
+                    ->geometry()
+                    .left() > page->geometry().right());
+    }
+
+    // The menus show the same pictures beside their captions.
+    void theMenusShowThePicturesWithTheirCaptions() {
+        MainWindow& window = start();
+        QVERIFY(!QCoreApplication::testAttribute(Qt::AA_DontShowIconsInMenus));
+        for (const char* name : {"miNewRaceLog", "miSave", "miWindPlot", "miAADA", "miCF"}) {
+            QAction* action = window.findChild<QAction*>(QLatin1String(name));
+            QVERIFY(action->isIconVisibleInMenu());
+            QVERIFY2(hasInk(drawn(action->icon())), name);
+            QVERIFY(!action->text().isEmpty());
+        }
+    }
+
+    // The program's icon, not the toolkit's, stands on the main window, every child window
+    // and every dialog.
+    void everyWindowShowsTheProgramIcon() {
+        QVERIFY(hasInk(programIcon));
+        MainWindow& window = start();
+        QCOMPARE(drawn(window.windowIcon()), programIcon);
+        for (const char* command : {"miNewRaceLog", "miWindPlot", "miAADA", "miGraphTS"})
+            window.dispatch(QLatin1String(command));
+        const QList<QMdiSubWindow*> children = window.mdiArea()->subWindowList();
+        QCOMPARE(children.size(), 4);
+        for (QMdiSubWindow* child : children)
+            QCOMPARE(drawn(child->windowIcon()), programIcon);
+
+        QImage dialogIcon;
+        MainWindowTesting::whenModal([&dialogIcon](QWidget* dialog) {
+            dialogIcon = drawn(dialog->windowIcon());
+            dialog->close();
+        });
+        window.dispatch(QStringLiteral("miAbout"));
+        QCOMPARE(dialogIcon, programIcon);
+    }
+};
+
+int main(int argc, char** argv) {
+    return RunWithScreens<TestMainWindowSmallScreen>({QRect(0, 0, 1024, 768)}, argc, argv);
+}
+#include "tst_mainwindow_small_screen.moc"
