@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -28,13 +30,29 @@ struct ArchiveDeleter {
 };
 using Archive = std::unique_ptr<zip_t, ArchiveDeleter>;
 
-// Opens an archive over bytes that must outlive it. With keep, the source stays alive after
-// the archive is closed, so the written archive can be read back from it.
+// The archive's own copy of the bytes, in memory it frees itself. Writing an archive back
+// into its buffer can keep the unchanged front of the old buffer in the new one and free it
+// later, which libzip may only do with memory it owns.
+zip_source_t* ownedBuffer(const QByteArray& bytes, zip_error_t* error) {
+    void* copy = std::malloc(size_t(qMax<qsizetype>(bytes.size(), 1)));
+    if (!copy)
+        return nullptr;
+    std::memcpy(copy, bytes.constData(), size_t(bytes.size()));
+    zip_source_t* source = zip_source_buffer_create(copy, zip_uint64_t(bytes.size()), 1, error);
+    if (!source)
+        std::free(copy);
+    return source;
+}
+
+// Opens an archive over bytes that must outlive it. With keep, the archive is to be written:
+// it works on a copy of its own, and the source stays alive after the archive is closed, so
+// the written archive can be read back from it.
 Archive openArchive(const QByteArray& bytes, zip_source_t** keep = nullptr) {
     zip_error_t error;
     zip_error_init(&error);
     zip_source_t* source =
-        zip_source_buffer_create(bytes.constData(), zip_uint64_t(bytes.size()), 0, &error);
+        keep ? ownedBuffer(bytes, &error)
+             : zip_source_buffer_create(bytes.constData(), zip_uint64_t(bytes.size()), 0, &error);
     zip_error_fini(&error);
     if (!source)
         return {};

@@ -23,6 +23,11 @@
 namespace {
 
 const QString StandardTemplate = QStringLiteral(TARNWICK_STANDARD_TEMPLATE);
+// A template with bytes changed by the fuzzer, whose workbook, written again, made the
+// archive free the bytes it had been read from.
+const QString WrittenOverItsFront =
+    QStringLiteral(TARNWICK_FUZZ_SEEDS) +
+    QStringLiteral("/fuzz_workbook/written_back_over_its_own_front");
 
 QString python() {
     // The system's interpreter carries the Debian openpyxl; another one on PATH may not.
@@ -430,6 +435,46 @@ private slots:
         QCOMPARE(sheetOf(back, "Runs")["A3"][2], QJsonValue(true));
         QCOMPARE(cellOf(back, "Runs", "C40"), cellOf(templateBook, "Runs", "C40"));
         QVERIFY(back["inOrder"].toBool());
+    }
+
+    // A workbook the export wrote serves as a template in turn. Its changed parts now stand at
+    // the end of the archive, so writing it again keeps the archive's unchanged front; the
+    // archive works on a copy of its own, and never frees the bytes it was read from.
+    void aWrittenWorkbookIsATemplateInTurn() {
+        std::optional<Workbook> first = Workbook::fromTemplate(readAll(StandardTemplate));
+        QVERIFY(first);
+        first->setText(2, 2, QStringLiteral("first"));
+        const std::optional<QByteArray> written = first->bytes();
+        QVERIFY(written);
+        const QByteArray kept = *written;
+
+        std::optional<Workbook> second = Workbook::fromTemplate(*written);
+        QVERIFY(second);
+        second->setNumber(3, 3, 1.5);
+        const std::optional<QByteArray> again = second->bytes();
+        QVERIFY(again);
+        QCOMPARE(*written, kept);
+        QVERIFY(writeFile(inHome("again.xlsx"), *again));
+        const QJsonObject back = readBack(inHome("again.xlsx"));
+        QCOMPARE(cellOf(back, "Runs", "B2"), typed("s", "first"));
+        QCOMPARE(cellOf(back, "Runs", "C3"), typed("n", 1.5));
+    }
+
+    // The same on the template the fuzzer found, with the cells it set.
+    void aFuzzedTemplateIsWrittenTwice() {
+        const QByteArray original = readAll(WrittenOverItsFront);
+        std::optional<Workbook> first = Workbook::fromTemplate(original);
+        QVERIFY(first);
+        first->setText(6451, 8643, QString::fromLatin1(original.left(32)));
+        first->setNumber(6452, 8643, 6451.0 / 7);
+        first->setText(1, 1, QStringLiteral(" a label "));
+        first->clear(2, 2);
+        const std::optional<QByteArray> written = first->bytes();
+        QVERIFY(written);
+        std::optional<Workbook> second = Workbook::fromTemplate(*written);
+        QVERIFY(second);
+        second->setNumber(3, 3, 1.5);
+        QVERIFY(second->bytes());
     }
 };
 
