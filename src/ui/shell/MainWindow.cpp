@@ -441,7 +441,10 @@ void MainWindow::replayWeatherLog() {
 }
 
 // A whole day takes a moment: a bar shows how far the replay has come, and Cancel stops it
-// between two rows, so every chart keeps the same rows. The live feed goes on meanwhile.
+// between two rows, so every chart keeps the same rows. The live feed goes on meanwhile. The
+// bar shows from the first report, not after a wait measured on the clock: how long a replay
+// takes depends on the machine and what else it is doing, and Cancel must be there whatever
+// that is.
 void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
     constexpr int Steps = 1000;
     QProgressDialog progress(QStringLiteral("Loading ") + file.title + QStringLiteral("..."),
@@ -449,7 +452,7 @@ void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
     progress.setObjectName(QStringLiteral("dlgLoadLoggedWeather"));
     progress.setWindowTitle(QStringLiteral("Load Logged Weather"));
     progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(300);
+    progress.setMinimumDuration(0);
     LoadLoggedWeather(file.path, state.views, [&progress](double fractionRead) {
         progress.setValue(int(fractionRead * Steps));
         return !progress.wasCanceled();
