@@ -221,7 +221,7 @@ private slots:
         QJsonObject before = templateBook["entries"].toObject();
         QCOMPARE(QStringList(entries.keys()), QStringList(before.keys()));
         QVERIFY(entries["xl/worksheets/sheet1.xml"] != before["xl/worksheets/sheet1.xml"]);
-        for (const QString& part : {"xl/worksheets/sheet1.xml", "xl/workbook.xml"}) {
+        for (const char* part : {"xl/worksheets/sheet1.xml", "xl/workbook.xml"}) {
             entries.remove(part);
             before.remove(part);
         }
