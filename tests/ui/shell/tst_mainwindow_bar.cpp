@@ -1,5 +1,5 @@
-#include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "common/WindowTesting.h"
 #include "core/AppState.h"
 #include "core/CommandTable.h"
 #include "core/DateText.h"
@@ -21,7 +21,7 @@
 #include <memory>
 
 using namespace CommandTable;
-using MainWindowTesting::itemName;
+using WindowTesting::itemName;
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "MainWindowTesting.h"
 #include "common/TestHome.h"
+#include "common/WindowTesting.h"
 #include "core/AppState.h"
 #include "core/LiveView.h"
 #include "core/ScriptedDialogs.h"
@@ -26,7 +26,7 @@
 #include <QUrl>
 #include <memory>
 
-using MainWindowTesting::whenModal;
+using WindowTesting::whenModal;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "MainWindowTesting.h"
+#include "common/WindowTesting.h"
 #include "core/Hourglass.h"
 #include "ui/shell/WidgetDialogs.h"
 
@@ -11,7 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using MainWindowTesting::whenModal;
+using WindowTesting::whenModal;
 
 class TestWidgetDialogs : public QObject {
     Q_OBJECT

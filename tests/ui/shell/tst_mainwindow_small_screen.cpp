@@ -1,6 +1,6 @@
-#include "MainWindowTesting.h"
 #include "ScreenLayout.h"
 #include "common/TestHome.h"
+#include "common/WindowTesting.h"
 #include "core/AppState.h"
 #include "core/CommandTable.h"
 #include "core/ScriptedDialogs.h"
@@ -132,7 +132,7 @@ private slots:
             QCOMPARE(drawn(child->windowIcon()), programIcon);
 
         QImage dialogIcon;
-        MainWindowTesting::whenModal([&dialogIcon](QWidget* dialog) {
+        WindowTesting::whenModal([&dialogIcon](QWidget* dialog) {
             dialogIcon = drawn(dialog->windowIcon());
             dialog->close();
         });
