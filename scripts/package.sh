@@ -12,12 +12,8 @@ scripts/install-deps.sh
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=true
 
 echo "== Build (Release) in $build"
-# Debian's own hardening: fortified C library calls, stack protection, read-only relocations
-# bound at start.
-export DEB_BUILD_MAINT_OPTIONS=hardening=+all
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTARNWICK_BENCH=OFF \
-    -DCMAKE_CXX_FLAGS="$(dpkg-buildflags --get CPPFLAGS) $(dpkg-buildflags --get CXXFLAGS)" \
-    -DCMAKE_EXE_LINKER_FLAGS="$(dpkg-buildflags --get LDFLAGS)" >/dev/null
+. scripts/release-build.sh
+configure_release "$build"
 # Only what goes into the package; the tests are the business of scripts/test.sh.
 cmake --build "$build" --target tarnwick oskerby pellamor-sim tarnwick_package_files
 
