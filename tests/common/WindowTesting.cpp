@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QIcon>
 #include <QTimer>
 #include <QWidget>
 #include <QWidgetAction>
@@ -28,6 +29,18 @@ QString itemName(QAction* action) {
     if (auto* holder = qobject_cast<QWidgetAction*>(action))
         return holder->defaultWidget()->objectName();
     return action->objectName();
+}
+
+QImage drawn(const QIcon& icon, int size) {
+    return icon.pixmap(size, size).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+bool hasInk(const QImage& image, double share) {
+    qsizetype inked = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            inked += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
+    return !image.isNull() && inked >= share * image.width() * image.height();
 }
 
 } // namespace WindowTesting

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
 #include <functional>
 
 class QAction;
+class QIcon;
 class QWidget;
 
 // Helpers for the tests of windows and their dialogs.
@@ -16,5 +18,11 @@ void whenModal(std::function<void(QWidget*)> handle);
 // The name a bar shows an item by: a tool's name, "-" for a separator, the field's name for a
 // text field.
 QString itemName(QAction* action);
+
+// An icon drawn at a size, as plain 32-bit pixels to compare.
+QImage drawn(const QIcon& icon, int size);
+
+// A picture shows something: at least this share of its pixels are not see-through.
+bool hasInk(const QImage& image, double share);
 
 } // namespace WindowTesting

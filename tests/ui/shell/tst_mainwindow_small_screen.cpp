@@ -20,15 +20,11 @@ using namespace CommandTable;
 namespace {
 
 QImage drawn(const QIcon& icon) {
-    return icon.pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32);
+    return WindowTesting::drawn(icon, 32);
 }
 
 bool hasInk(const QImage& image) {
-    int inked = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            inked += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
-    return inked >= image.width() * image.height() / 4;
+    return WindowTesting::hasInk(image, 1.0 / 4);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "common/TestHome.h"
+#include "common/WindowTesting.h"
 #include "core/CommandTable.h"
 #include "ui/shell/ToolIcons.h"
 
@@ -15,16 +16,12 @@ using namespace CommandTable;
 namespace {
 
 QImage drawn(const QIcon& icon, int size = 24) {
-    return icon.pixmap(size, size).toImage().convertToFormat(QImage::Format_ARGB32);
+    return WindowTesting::drawn(icon, size);
 }
 
 // A picture that shows something: enough pixels that are not see-through.
 bool hasInk(const QImage& image) {
-    int inked = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            inked += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
-    return inked >= image.width() * image.height() / 8;
+    return WindowTesting::hasInk(image, 1.0 / 8);
 }
 
 // The share of the picture's pixels that are plain red.
