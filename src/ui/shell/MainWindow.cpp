@@ -351,6 +351,10 @@ void MainWindow::setCommand(const QString& toolName, std::function<void()> comma
     bar->showTools([this](const QString& name) { return commands.contains(name); });
 }
 
+QStringList MainWindow::commandNames() const {
+    return commands.keys();
+}
+
 void MainWindow::setNewRaceLog(std::function<void(const QString&)> command) {
     newRaceLogCommand = std::move(command);
 }

@@ -6,6 +6,7 @@
 #include <QBrush>
 #include <QHash>
 #include <QMainWindow>
+#include <QStringList>
 #include <functional>
 
 struct AppState;
@@ -52,6 +53,8 @@ public:
 
     // Gives a tool its command; from then on the tool shows on the bar.
     void setCommand(const QString& toolName, std::function<void()> command);
+    // The names of the tools that have a command now.
+    QStringList commandNames() const;
     // What a tool named "new" followed by a race log type runs: a new log of that type.
     void setNewRaceLog(std::function<void(const QString& raceLogType)> command);
     // What loads a race log file into a new child window; false when it could not.

@@ -1,6 +1,7 @@
 #include "common/OtherInstance.h"
 #include "common/TestHome.h"
 #include "core/AppState.h"
+#include "core/CommandTable.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/shell/MainWindow.h"
@@ -104,6 +105,21 @@ private slots:
         // A main instance never starts the relay.
         QTest::qWait(100);
         QVERIFY(!QFile::exists(relayStarts()));
+    }
+
+    // Every command the program binds by name is a tool of the table, and every tool of the
+    // table that runs a command has one: none is bound to a misspelt name, none left without.
+    void everyCommandIsAToolOfTheTable() {
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->Main(), std::nullopt);
+        const QStringList bound = start->mainWindow()->commandNames();
+        for (const QString& name : bound)
+            QVERIFY2(CommandTable::FindTool(name), qPrintable(name));
+        for (const CommandTable::Tool& tool : CommandTable::Tools()) {
+            if (tool.kind == CommandTable::ToolKind::Command ||
+                tool.kind == CommandTable::ToolKind::Toggle)
+                QVERIFY2(bound.contains(tool.name), qPrintable(tool.name));
+        }
     }
 
     void theCommandLineIsOnePath() {
