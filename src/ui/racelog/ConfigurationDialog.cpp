@@ -9,9 +9,9 @@
 #include "racelog/KeyFilters.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/SidePanelRules.h"
-#include "ui/racelog/CentreOnScreen.h"
 #include "ui/racelog/ConfigurationTexts.h"
 #include "ui/racelog/TextFieldRules.h"
+#include "ui/shell/CentreOnScreen.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -243,7 +243,9 @@ void ConfigurationDialog::connectCommands() {
 // --- The load ---
 
 void ConfigurationDialog::load() {
-    CentreOnScreen(*this);
+    // At the size its contents ask for.
+    adjustSize();
+    centreOnScreen(*this);
     loadTemplate();
     loadTimeSlipLog();
     fillRaceTracks();

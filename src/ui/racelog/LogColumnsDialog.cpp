@@ -4,7 +4,7 @@
 
 #include "core/Registry.h"
 #include "racelog/ColumnTable.h"
-#include "ui/racelog/CentreOnScreen.h"
+#include "ui/shell/CentreOnScreen.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -52,7 +52,9 @@ LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
     });
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 
-    CentreOnScreen(*this);
+    // At the size its contents ask for.
+    adjustSize();
+    centreOnScreen(*this);
     showChoice();
 }
 

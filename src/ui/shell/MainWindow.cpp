@@ -16,6 +16,7 @@
 #include "feed/WeatherStation.h"
 #include "ui/feed/PortDialog.h"
 #include "ui/shell/AboutDialog.h"
+#include "ui/shell/CentreOnScreen.h"
 #include "ui/shell/CommandBar.h"
 #include "ui/shell/WarningText.h"
 #include "ui/shell/WindowArrangement.h"
@@ -150,8 +151,7 @@ void MainWindow::load() {
 }
 
 void MainWindow::centerOnScreen() {
-    const QRect area = screen()->geometry();
-    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+    centreOnScreen(*this);
 }
 
 // A display instance tells itself apart from the main instance by its caption.

@@ -1,9 +1,10 @@
 #include "ui/shell/SplashScreen.h"
 
+#include "ui/shell/CentreOnScreen.h"
+
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScreen>
 
 namespace {
 
@@ -59,8 +60,7 @@ SplashScreen::SplashScreen(QWidget* parent)
     setObjectName(QStringLiteral("frmSplash"));
     setFixedSize(skin.size());
     setMask(ShapeOf(skin));
-    if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->geometry().center() - rect().center());
+    centreOnScreen(*this, QGuiApplication::primaryScreen());
 }
 
 QRegion SplashScreen::ShapeOf(const QImage& picture) {

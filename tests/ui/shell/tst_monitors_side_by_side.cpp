@@ -1,5 +1,6 @@
 #include "ScreenLayout.h"
 #include "core/MonitorList.h"
+#include "ui/shell/CentreOnScreen.h"
 #include "ui/shell/CountMonitors.h"
 
 #include <QMainWindow>
@@ -16,6 +17,19 @@ const QRect rightScreen(1920, 0, 1280, 1024);
 class TestSideBySide : public QObject {
     Q_OBJECT
 private slots:
+    // A window goes to the middle of the screen it is on, or of the screen named.
+    void aWindowIsCentredOnItsScreenOrTheOneNamed() {
+        QWidget window;
+        window.resize(400, 300);
+        window.move(rightScreen.left() + 10, 10);
+        window.show();
+        QTRY_COMPARE(window.screen()->geometry(), rightScreen);
+        centreOnScreen(window);
+        QCOMPARE(window.pos(), QPoint(1920 + (1280 - 400) / 2, (1024 - 300) / 2));
+        centreOnScreen(window, QGuiApplication::screens().at(0));
+        QCOMPARE(window.pos(), QPoint((1920 - 400) / 2, (1080 - 300) / 2));
+    }
+
     void twoMonitorsTheLeftOneFirst() {
         const MonitorList monitors;
         QCOMPARE(monitors.Monitors.Count(), 2);
