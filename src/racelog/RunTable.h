@@ -1,5 +1,7 @@
 #pragma once
 
+#include "racelog/ColumnTable.h"
+
 #include <QAbstractTableModel>
 #include <QList>
 #include <QStringList>
@@ -22,7 +24,8 @@
 class RunTable : public QAbstractTableModel {
     Q_OBJECT
 public:
-    static constexpr int ColumnCount = 34;
+    // The columns of the column table, the run number first.
+    static constexpr int ColumnCount = ColumnTable::Count;
 
     // Column widths in twips; the view converts at TwipsPerPixel.
     static constexpr int RunNumberWidth = 570;
