@@ -1,6 +1,5 @@
 #include "ui/shell/ToolIcons.h"
 
-#include <QList>
 #include <algorithm>
 
 namespace ToolIcons {
