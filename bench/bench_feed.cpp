@@ -11,6 +11,7 @@
 #include "feed/WeatherLogFormat.h"
 #include "feed/WeatherParser.h"
 #include "feed/WeatherQuantities.h"
+#include "feed/WeatherStation.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -46,19 +47,18 @@ void openEveryChart(OpenViews& views, SummingView& view) {
 // The whole way of a serial line on a main instance: framing, parsing, status line (fifteen
 // settings reads), weather log row (a settings write and a file append).
 void BM_FeedLine(benchmark::State& run) {
-    AppState state;
-    WeatherFeed feed(state);
+    WeatherStation station;
+    WeatherFeed& feed = station.feed();
     for (auto _ : run)
         feed.serialBytes(Line);
-    benchmark::DoNotOptimize(state.currentWeather.AL);
+    benchmark::DoNotOptimize(station.reading().AL);
 }
 BENCHMARK(BM_FeedLine)->Unit(benchmark::kMicrosecond);
 
 // The same line on a display instance: no log row.
 void BM_FeedLineNoLog(benchmark::State& run) {
-    AppState state;
-    state.displayMode = true;
-    WeatherFeed feed(state);
+    WeatherStation station(InstanceRole::Display);
+    WeatherFeed& feed = station.feed();
     for (auto _ : run)
         feed.serialBytes(Line);
 }
@@ -99,11 +99,12 @@ void BM_LogRowText(benchmark::State& run) {
 BENCHMARK(BM_LogRowText)->Unit(benchmark::kMicrosecond);
 
 void BM_LogRow(benchmark::State& run) {
-    AppState state;
-    ParseWeatherLine(QString::fromLatin1(Line), state.currentWeather);
+    WeatherLog log;
+    WeatherRecord reading;
+    ParseWeatherLine(QString::fromLatin1(Line), reading);
     const QDateTime now(Day.addDays(1), QTime(10, 42, 7));
     for (auto _ : run)
-        LogWeather(state, now);
+        log.append(reading, now);
 }
 BENCHMARK(BM_LogRow)->Unit(benchmark::kMicrosecond);
 
@@ -131,9 +132,9 @@ BENCHMARK(BM_ReplayDayNoViewOpen)->Unit(benchmark::kMillisecond);
 
 void BM_FindLastMinute(benchmark::State& run) {
     WeatherDay::write();
-    AppState state;
+    WeatherLog log;
     for (auto _ : run) {
-        const LoggedWeather found = FindLoggedWeather(state, Day, QTime(23, 59));
+        const LoggedWeather found = log.find(Day, QTime(23, 59));
         if (found.Time != u"11:59:00pm")
             run.SkipWithError("the last minute was not found");
     }

@@ -2,8 +2,8 @@
 // the Trend Finder with the graph drawn, and a cursor moved in the throttle stop graph with
 // its caption worked out; the same log chosen in the performance factor graph with every run
 // drawn.
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "feed/WeatherStation.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
 #include "ui/graphs/PerformanceFactorWindow.h"
@@ -21,11 +21,14 @@
 
 namespace {
 
+// The run clipboard the logs share.
+RunClipboard::Runs clipboard;
+
 // An open log of the given number of runs in both lanes, each with a time, an AA, a timer
 // and its weather.
-std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs) {
-    auto log = std::make_unique<RaceLogWindow>(state);
-    log->slot = state.raceLogs.open(log.get());
+std::unique_ptr<RaceLogWindow> logWithRuns(WeatherStation& station, int runs) {
+    auto log = std::make_unique<RaceLogWindow>(station, clipboard);
+    station.raceLogs().open(&log->document());
     log->load(QColor(Qt::white));
     RunGrid& grid = *log->grid;
     while (grid.table().tableRows() - 1 < runs)
@@ -46,9 +49,9 @@ std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs) {
 
 // Choosing the log again in the list, as the user does, with the chart drawn each time.
 void BM_ThrottleStopGraphChooses1000RunLog(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000);
-    ThrottleStopGraphWindow window(state);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000);
+    ThrottleStopGraphWindow window(station.raceLogs());
     window.resize(window.sizeHint());
     window.show();
     for (auto _ : bench) {
@@ -62,9 +65,9 @@ BENCHMARK(BM_ThrottleStopGraphChooses1000RunLog)->Unit(benchmark::kMillisecond);
 // One step of a cursor drag: the cursor's reading, the line and the caption, and the cursors
 // drawn again over the runs.
 void BM_ThrottleStopGraphCursorMove(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000);
-    ThrottleStopGraphWindow window(state);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000);
+    ThrottleStopGraphWindow window(station.raceLogs());
     window.resize(window.sizeHint());
     window.show();
     window.cboRaceLogs->setCurrentIndex(0);
@@ -91,11 +94,11 @@ public:
 
 // The log chosen, the clearing question answered and the 1320 ft column drawn.
 void BM_TrendFinderDraws1000RunLog(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000);
     AnswerYes answers;
     Dialogs::Install(&answers);
-    TrendFinderWindow window(state);
+    TrendFinderWindow window(station.raceLogs());
     window.resize(window.sizeHint());
     window.show();
     for (auto _ : bench) {
@@ -111,10 +114,10 @@ BENCHMARK(BM_TrendFinderDraws1000RunLog)->Unit(benchmark::kMillisecond);
 // The performance factor graph: the long log chosen and "All" drawn. A short log is chosen
 // between the rounds, so that each round chooses the long one afresh.
 void BM_PerformanceFactorGraph1000Runs(benchmark::State& bench) {
-    AppState state;
-    auto small = logWithRuns(state, 1);
-    auto log = logWithRuns(state, 1000);
-    PerformanceFactorWindow window(state);
+    WeatherStation station;
+    auto small = logWithRuns(station, 1);
+    auto log = logWithRuns(station, 1000);
+    PerformanceFactorWindow window(station.raceLogs());
     window.resize(760, 520);
     window.show();
     for (auto _ : bench) {

@@ -1,8 +1,8 @@
 // The race log window under load: a run added and a cell edited in a log of 1,000 runs, a
 // prediction on such a log, the undo of a paste of 500 runs, and one feed line reaching twenty
 // open logs of 500 runs each.
-#include "core/AppState.h"
 #include "feed/WeatherFeed.h"
+#include "feed/WeatherStation.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/RaceLogWindow.h"
@@ -16,10 +16,13 @@
 
 namespace {
 
+// The run clipboard the logs share.
+RunClipboard::Runs clipboard;
+
 // A loaded log with the given number of runs and run 1 as a complete reference run.
-std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs, int slot) {
-    auto log = std::make_unique<RaceLogWindow>(state);
-    log->slot = slot;
+std::unique_ptr<RaceLogWindow> logWithRuns(WeatherStation& station, int runs, int slot) {
+    auto log = std::make_unique<RaceLogWindow>(station, clipboard);
+    log->document().setSlot(slot);
     log->load(QColor(Qt::white));
     log->show(); // the in-place editors only open on a window that shows
     RunGrid& grid = *log->grid;
@@ -44,8 +47,8 @@ std::unique_ptr<RaceLogWindow> logWithRuns(AppState& state, int runs, int slot) 
 }
 
 void BM_NewRunIn1000RunLog(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000, 0);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000, 0);
     RunGrid& grid = *log->grid;
     for (auto _ : bench) {
         grid.newRun();
@@ -57,8 +60,8 @@ void BM_NewRunIn1000RunLog(benchmark::State& bench) {
 BENCHMARK(BM_NewRunIn1000RunLog)->Unit(benchmark::kMicrosecond);
 
 void BM_CellEditIn1000RunLog(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000, 0);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000, 0);
     RunGrid& grid = *log->grid;
     grid.setCurrentRunCell(500, 6);
     for (auto _ : bench) {
@@ -71,8 +74,8 @@ void BM_CellEditIn1000RunLog(benchmark::State& bench) {
 BENCHMARK(BM_CellEditIn1000RunLog)->Unit(benchmark::kMicrosecond);
 
 void BM_UpdatePredictions1000Runs(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 1000, 0);
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000, 0);
     for (auto _ : bench)
         log->updatePredictions();
 }
@@ -81,8 +84,8 @@ BENCHMARK(BM_UpdatePredictions1000Runs)->Unit(benchmark::kMicrosecond);
 // A log of 500 runs that took 500 more in one paste, shown in its window: the undo of that
 // paste, with the grid following.
 void BM_UndoPasteOf500Runs(benchmark::State& bench) {
-    AppState state;
-    auto log = logWithRuns(state, 500, 0);
+    WeatherStation station;
+    auto log = logWithRuns(station, 500, 0);
     RaceLog& document = log->document();
     RunEdits::pasteRuns(document, 501, RunClipboard::copy(document.runs(), 1, 500));
     for (auto _ : bench) {
@@ -99,13 +102,13 @@ BENCHMARK(BM_UndoPasteOf500Runs)->Unit(benchmark::kMillisecond);
 // From the bytes of one serial line to every open log's caption updated and the weather log
 // row written.
 void feedLineToLogs(benchmark::State& bench, int logCount) {
-    AppState state;
+    WeatherStation station;
     std::vector<std::unique_ptr<RaceLogWindow>> logs;
     for (int slot = 0; slot < logCount; ++slot) {
-        logs.push_back(logWithRuns(state, 500, slot));
-        state.raceLogs.open(logs.back().get());
+        logs.push_back(logWithRuns(station, 500, slot));
+        station.raceLogs().open(&logs.back()->document());
     }
-    WeatherFeed feed(state);
+    WeatherFeed& feed = station.feed();
     const QByteArray line = " 11/22/2026 10:42:07 29.92 71.5 43.2 2100 5.1 45 0.487 49 98.6 "
                             "1410 120 275 7 11 340\r";
     for (auto _ : bench)

@@ -2,9 +2,9 @@
 // what shows, the same line with no view open, a day's replay into every chart and the rose,
 // and the memory all eleven take at full history.
 #include "WeatherDay.h"
-#include "core/AppState.h"
 #include "core/ViewTable.h"
 #include "feed/WeatherFeed.h"
+#include "feed/WeatherStation.h"
 #include "ui/charts/LiveViewWindow.h"
 #include "ui/charts/ViewWindows.h"
 
@@ -19,15 +19,16 @@ const QByteArray Line = " 11/22/2026 10:42:07 29.92 71.5 43.2 2100 5.1 45 0.487 
                         "1410 120 275 7 11 340\r";
 
 // An MDI area on the screen with the views given open in it, tiled so each is in sight.
+// A display instance writes no weather log row: only the views are measured.
 struct OpenWindows {
-    AppState state;
+    WeatherStation station{InstanceRole::Display};
     QMdiArea area;
 
     explicit OpenWindows(const QList<ViewTable::View>& views) {
         area.resize(1600, 1000);
         area.show();
         for (const ViewTable::View view : views)
-            ViewWindows::show(area, state.views, view);
+            ViewWindows::show(area, station.views(), view);
         area.tileSubWindows();
         QCoreApplication::processEvents();
     }
@@ -49,13 +50,13 @@ void repaint() {
 
 void feedLines(benchmark::State& bench, const QList<ViewTable::View>& views) {
     OpenWindows windows(views);
-    windows.state.displayMode = true; // no weather log row: only the views are measured
-    WeatherFeed feed(windows.state);
+    WeatherFeed& feed = windows.station.feed();
     for (auto _ : bench) {
         feed.serialBytes(Line);
         repaint();
     }
-    const auto* altitude = dynamic_cast<QWidget*>(windows.state.views.at(ViewTable::View::AADA));
+    const auto* altitude =
+        dynamic_cast<QWidget*>(windows.station.views().at(ViewTable::View::AADA));
     if (!views.isEmpty() &&
         (!altitude || !altitude->windowTitle().contains(QStringLiteral("1410"))))
         bench.SkipWithError("the captions did not follow the feed");
@@ -76,7 +77,8 @@ void BM_ReplayDayIntoEveryChart(benchmark::State& bench) {
     WeatherDay::write();
     OpenWindows windows(allViews());
     for (auto _ : bench) {
-        const int rows = LoadLoggedWeather(WeatherLogPath(WeatherDay::Day), windows.state.views);
+        const int rows =
+            LoadLoggedWeather(WeatherLogPath(WeatherDay::Day), windows.station.views());
         repaint();
         if (rows != WeatherDay::Seconds)
             bench.SkipWithError("the day did not replay whole");
@@ -100,8 +102,7 @@ double peakMegabytes() {
 void BM_ElevenViewsAtFullHistory(benchmark::State& bench) {
     for (auto _ : bench) {
         OpenWindows windows(allViews());
-        windows.state.displayMode = true;
-        WeatherFeed feed(windows.state);
+        WeatherFeed& feed = windows.station.feed();
         for (int line = 0; line < 5200; ++line)
             feed.serialBytes(Line);
         repaint();

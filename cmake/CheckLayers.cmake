@@ -1,9 +1,10 @@
 # Holds the sources to their floors. Each folder under SOURCE_DIR is a layer, in the order of
 # LAYERS from the ground up; a file may include from its own layer and the ones below it, never
 # from one above. The layers below ui build the core library, which must work without windows:
-# none of their files may include a header of Qt Widgets (the names found in WIDGETS_DIR).
+# none of their files may include a header of Qt Widgets (the names found in WIDGETS_DIR), nor
+# name a class that a window header declares, even without including it.
 #   cmake -DSOURCE_DIR=<src> -DWIDGETS_DIR=<QtWidgets include folder> -P CheckLayers.cmake
-set(LAYERS core feed racelog prediction pager charts output ui)
+set(LAYERS core racelog prediction feed pager charts output ui)
 get_filename_component(SOURCE_DIR "${SOURCE_DIR}" ABSOLUTE)
 list(FIND LAYERS ui window_layer)
 
@@ -18,12 +19,33 @@ file(GLOB_RECURSE sources RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/*.h" "${SOURCE
 if(NOT sources)
     message(FATAL_ERROR "No sources under ${SOURCE_DIR}")
 endif()
+# The classes and structs the window layer declares.
+set(window_classes "")
+foreach(source IN LISTS sources)
+    if(source MATCHES "^ui/.*\\.h$")
+        file(STRINGS "${SOURCE_DIR}/${source}" declarations
+             REGEX "^(class|struct)[ \t]+[A-Za-z_][A-Za-z0-9_]*[ \t]*[:{]")
+        foreach(line IN LISTS declarations)
+            string(REGEX REPLACE "^(class|struct)[ \t]+([A-Za-z_][A-Za-z0-9_]*).*" "\\2" name "${line}")
+            list(APPEND window_classes "${name}")
+        endforeach()
+    endif()
+endforeach()
+
 set(problems "")
 foreach(source IN LISTS sources)
     string(REGEX MATCH "^[^/]+" folder "${source}")
     list(FIND LAYERS "${folder}" level)
     if(level EQUAL -1)
         continue()
+    endif()
+    if(level LESS window_layer)
+        file(READ "${SOURCE_DIR}/${source}" text)
+        foreach(name IN LISTS window_classes)
+            if(text MATCHES "(^|[^A-Za-z0-9_])${name}([^A-Za-z0-9_]|$)")
+                string(APPEND problems "${source} names ${name}, a class of the windows\n")
+            endif()
+        endforeach()
     endif()
     file(STRINGS "${SOURCE_DIR}/${source}" includes REGEX "^[ \t]*#[ \t]*include")
     foreach(line IN LISTS includes)

@@ -66,9 +66,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const int rows = LoadLoggedWeather(path, views);
     require(rows >= 0 && view.points <= rows * int(charts.size()));
 
-    AppState state;
-    const LoggedWeather found = FindLoggedWeather(state, Day, QTime(minute / 60, minute % 60));
-    require(!state.loggingWeather);
+    WeatherLog log;
+    const LoggedWeather found = log.find(Day, QTime(minute / 60, minute % 60));
+    require(!log.isBusy());
     if (!found.Time.isEmpty()) {
         const auto second = ReadClockTime(found.Time);
         require(second && *second / 60 == minute);

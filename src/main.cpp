@@ -1,4 +1,3 @@
-#include "core/AppState.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/shell/DemoRecorder.h"
 #include "ui/shell/Startup.h"
@@ -28,8 +27,7 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QTextStream out(stdout);
     const auto dialogs = dialogSeam(out);
-    AppState state;
-    Startup startup(state, QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
+    Startup startup(QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
     if (const auto exitCode = startup.Main())
         return *exitCode;
     DemoRecorder::Install(*startup.mainWindow());

@@ -1,13 +1,16 @@
 #include "feed/WeatherFeed.h"
 
-#include "core/RaceLogDocument.h"
+#include "core/OpenViews.h"
 #include "feed/CommErrorText.h"
 #include "feed/StatusLine.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherParser.h"
+#include "prediction/LogPrediction.h"
+#include "racelog/OpenRaceLogs.h"
 
-WeatherFeed::WeatherFeed(AppState& state, QObject* parent)
-    : QObject(parent), state(state), framer([this](const QString& line) { serialLine(line); }) {}
+WeatherFeed::WeatherFeed(const Destinations& destinations, QObject* parent)
+    : QObject(parent), to(destinations), framer([this](const QString& line) { serialLine(line); }) {
+}
 
 void WeatherFeed::serialBytes(const QByteArray& bytes) {
     framer.receive(bytes);
@@ -44,19 +47,19 @@ quint64 WeatherFeed::overlongLines() const {
 }
 
 void WeatherFeed::ProcessWeatherRecord(const QString& line) {
-    const bool wholeRecord = ParseWeatherLine(line, state.currentWeather);
+    const bool wholeRecord = ParseWeatherLine(line, current);
 
     updateRaceLogs();
 
     emit onlineMarkEnabled();
 
-    state.statusLine = BuildStatusLine(state.currentWeather);
-    emit statusText(state.statusLine);
+    status = BuildStatusLine(current);
+    emit statusText(status);
 
-    state.views.showReading(state.currentWeather, state.statusLine);
+    to.views.showReading(current, status);
 
-    if (!state.displayMode)
-        LogWeather(state);
+    if (to.weatherLog)
+        to.weatherLog->append(current);
 
     if (wholeRecord)
         emit recordRead();
@@ -64,12 +67,8 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
 
 void WeatherFeed::updateRaceLogs() {
     // By index, reading the slot each time: a log may close while another one predicts.
-    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
-        RaceLogDocument* log = state.raceLogs.at(slot);
-        if (!log)
-            continue;
-        if (state.automaticUpdates)
-            log->takeLiveWeather(state.currentWeather.AA, state.currentWeather.VP);
-        log->updatePredictions();
+    for (int slot = 0; slot < to.raceLogs.slotCount(); ++slot) {
+        if (RaceLog* log = to.raceLogs.at(slot))
+            LogPrediction::takeReading(*log, current, to.prediction);
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/AppState.h"
+#include "core/WeatherRecord.h"
 #include "feed/SerialFramer.h"
 #include "feed/TcpLineSplitter.h"
 
@@ -8,16 +8,36 @@
 #include <QObject>
 #include <QString>
 
+class OpenRaceLogs;
+class OpenViews;
+class WeatherLog;
+struct PredictionSettings;
+
 // The weather feed: bytes from the instrument's serial port or from the TCP relay become the
 // live weather, and each line is handed on in a fixed order to the open race logs, the online
 // mark, the status line, the open views and the weather log.
 class WeatherFeed : public QObject {
     Q_OBJECT
 public:
-    explicit WeatherFeed(AppState& state, QObject* parent = nullptr);
+    // Where each reading goes: the open race logs with the settings of their predictions, the
+    // open views, and the weather log, which a display instance does not write (nullptr).
+    struct Destinations {
+        OpenRaceLogs& raceLogs;
+        const PredictionSettings& prediction;
+        const OpenViews& views;
+        WeatherLog* weatherLog;
+    };
+
+    explicit WeatherFeed(const Destinations& destinations, QObject* parent = nullptr);
 
     // Reads a line into the live weather and hands the reading on.
     void ProcessWeatherRecord(const QString& line);
+
+    // The live weather: the last reading, kept between lines (a broken line changes only the
+    // values it could read).
+    const WeatherRecord& reading() const { return current; }
+    // The status line made of the last reading.
+    const QString& statusLine() const { return status; }
 
     // Forgets the partial serial line and every buffered byte.
     void ResetReceiveState();
@@ -51,7 +71,9 @@ private:
     void serialLine(const QString& line);
     void updateRaceLogs();
 
-    AppState& state;
+    Destinations to;
+    WeatherRecord current;
+    QString status;
     SerialFramer framer;
     TcpLineSplitter splitter;
 };

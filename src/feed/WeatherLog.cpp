@@ -6,8 +6,6 @@
 #include "feed/DataFolder.h"
 #include "feed/WeatherLogFormat.h"
 
-#include <QFile>
-
 QString DateStamp(const QDate& day) {
     return DateText::FileStamp(day);
 }
@@ -21,37 +19,34 @@ QString WeatherLogPath(const QDate& day) {
     return WeatherLogFolder() + u'/' + DateStamp(day) + QStringLiteral(".csv");
 }
 
-void LogWeather(AppState& state) {
-    LogWeather(state, QDateTime::currentDateTime());
+void WeatherLog::append(const WeatherRecord& reading) {
+    append(reading, QDateTime::currentDateTime());
 }
 
-void LogWeather(AppState& state, const QDateTime& now) {
-    if (state.loggingWeather)
+void WeatherLog::append(const WeatherRecord& reading, const QDateTime& now) {
+    if (busy)
         return;
-    state.loggingWeather = true;
+    const Hold writing(*this);
 
     // The day's file is found, and the settings learn of it, with the first row of the day;
     // the rows after it go straight to that file.
-    QFile& file = state.weatherLogFile;
-    if (now.date() != state.weatherLogDay) {
-        state.weatherLogDay = now.date();
-        state.weatherLogPath = WeatherLogPath(now.date());
-        Registry::Set(SettingKeys::WeatherLog, state.weatherLogPath);
+    if (now.date() != day) {
+        day = now.date();
+        path = WeatherLogPath(now.date());
+        Registry::Set(SettingKeys::WeatherLog, path);
         file.close();
     }
     // The file stays open from row to row, unbuffered: each row is one write, so after a crash
     // the file holds every row but the one being written. A file that is gone from its folder,
     // or a folder that is gone, is made again for this row.
-    if (!file.isOpen() || !QFile::exists(state.weatherLogPath)) {
+    if (!file.isOpen() || !QFile::exists(path)) {
         file.close();
-        file.setFileName(state.weatherLogPath);
+        file.setFileName(path);
         if (!file.open(QIODevice::Append | QIODevice::Unbuffered)) {
             file.setFileName(WeatherLogPath(now.date()));
             file.open(QIODevice::Append | QIODevice::Unbuffered);
         }
     }
     if (file.isOpen())
-        file.write(WeatherLogRow(now.time(), state.currentWeather));
-
-    state.loggingWeather = false;
+        file.write(WeatherLogRow(now.time(), reading));
 }

@@ -1,13 +1,16 @@
 #pragma once
 
-#include "core/AppState.h"
 #include "feed/LoggedWeather.h"
 
 #include <QDate>
 #include <QDateTime>
+#include <QFile>
 #include <QString>
 #include <QTime>
 #include <functional>
+
+class OpenViews;
+struct WeatherRecord;
 
 // The daily weather log: one CSV file a day, YYYY-MM-DD.csv, in the program's data folder,
 // one row for each line of the feed. Rows are read back to replay a day into the charts and
@@ -20,14 +23,6 @@ QString DateStamp(const QDate& day = QDate::currentDate());
 QString WeatherLogFolder();
 // The log file of a day in that folder.
 QString WeatherLogPath(const QDate& day);
-
-// Appends the live weather to today's file, as a row stamped with the clock time, and keeps
-// the file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
-// crash loses nothing else. Skipped, not queued, while loggingWeather is set (a lookup is
-// scanning); a write that fails loses the row in silence.
-void LogWeather(AppState& state);
-// The same at a given moment of the clock; the day of `now` names the file.
-void LogWeather(AppState& state, const QDateTime& now);
 
 // Told, every few hundred rows of a replay, how much of the file is read (0 to 1); the replay
 // goes on while it returns true.
@@ -42,8 +37,43 @@ using ReplayProgress = std::function<bool(double fractionRead)>;
 int LoadLoggedWeather(const QString& path, const OpenViews& views,
                       const ReplayProgress& progress = {});
 
-// The first row of the given day's file written in the same minute as `time`. Waits a little
-// for a row being written, and blocks writing while it scans. An empty record when the file
-// does not exist, when no row matches, or when a row's time cannot be read (the scan stops
-// there).
-LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time);
+// The daily log this instance writes: today's file, kept open from row to row, and whether a
+// row is being written or a lookup is scanning, either of which holds the other back.
+class WeatherLog {
+public:
+    // Appends a reading to today's file, as a row stamped with the clock time, and keeps the
+    // file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
+    // crash loses nothing else. Skipped, not queued, while a lookup is scanning; a write that
+    // fails loses the row in silence.
+    void append(const WeatherRecord& reading);
+    // The same at a given moment of the clock; the day of `now` names the file.
+    void append(const WeatherRecord& reading, const QDateTime& now);
+
+    // The first row of the given day's file written in the same minute as `time`. Blocks
+    // writing while it scans. An empty record when the file does not exist, when no row
+    // matches, or when a row's time cannot be read (the scan stops there).
+    LoggedWeather find(const QDate& date, const QTime& time);
+
+    // A row is being written or a lookup is scanning.
+    bool isBusy() const { return busy; }
+    // Anything left half done by a command that was cut short no longer holds the log back.
+    void release() { busy = false; }
+
+    // Holds the log busy while it lives: a row being written, a lookup scanning.
+    class Hold {
+    public:
+        explicit Hold(WeatherLog& log) : log(log) { log.busy = true; }
+        ~Hold() { log.busy = false; }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        WeatherLog& log;
+    };
+
+private:
+    bool busy = false;
+    QDate day;    // the day of the last row written
+    QString path; // and its file, as the settings know it
+    QFile file;   // that file, open for appending from row to row
+};

@@ -25,13 +25,11 @@ LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
 
 } // namespace
 
-LoggedWeather FindLoggedWeather(AppState& state, const QDate& date, const QTime& time) {
-    const QString path = WeatherLogPath(date);
-    if (!time.isValid() || !QFile::exists(path))
+LoggedWeather WeatherLog::find(const QDate& date, const QTime& time) {
+    const QString dayPath = WeatherLogPath(date);
+    if (!time.isValid() || !QFile::exists(dayPath))
         return {};
 
-    state.loggingWeather = true;
-    const LoggedWeather found = scanForMinute(path, time.msecsSinceStartOfDay() / 60000);
-    state.loggingWeather = false;
-    return found;
+    const Hold scanning(*this);
+    return scanForMinute(dayPath, time.msecsSinceStartOfDay() / 60000);
 }

@@ -1,8 +1,7 @@
 #include "feed/WeatherStation.h"
 
-#include "core/AppState.h"
 #include "core/CommandTable.h"
-#include "core/RaceLogDocument.h"
+#include "racelog/RaceLog.h"
 
 namespace {
 
@@ -24,8 +23,8 @@ void setUp(QTimer& timer, const char* name, int milliseconds) {
 // Tells every open race log; by index, reading the slot each time, as the feed walks them.
 template <typename Tell> void tellRaceLogs(const OpenRaceLogs& logs, Tell tell) {
     for (int slot = 0; slot < logs.slotCount(); ++slot) {
-        if (RaceLogDocument* log = logs.at(slot))
-            tell(*log);
+        if (RaceLog* log = logs.at(slot))
+            tell(log->prediction());
     }
 }
 
@@ -39,8 +38,10 @@ QString firstStatus() {
 // The serial port's bytes are framed, handled and then relayed to a connected display
 // instance; the relay's bytes are only handled. The poll greys the online mark, and every
 // handled line lights it again.
-WeatherStation::WeatherStation(AppState& state, QObject* parent)
-    : QObject(parent), state(state), lines(state), lastStatus(firstStatus()) {
+WeatherStation::WeatherStation(InstanceRole role, QObject* parent)
+    : QObject(parent), instanceRole(role),
+      lines({logs, prediction, openViews, isDisplay() ? nullptr : &dailyLog}),
+      lastStatus(firstStatus()) {
     // The timers are found by their names under the window that holds the station.
     setUp(poll, "tmrMain", 20000);
     setUp(send, "tmrSend", 4000);
@@ -89,12 +90,12 @@ void WeatherStation::linkClosed() {
 
 void WeatherStation::feedStale(int seconds) {
     emit statusText(QStringLiteral("No weather for %1 s").arg(seconds));
-    tellRaceLogs(state.raceLogs, [seconds](RaceLogDocument& log) { log.predictionStale(seconds); });
+    tellRaceLogs(logs, [seconds](PublishedPrediction& log) { log.markStale(seconds); });
 }
 
 void WeatherStation::feedFresh() {
     emit statusText(lastStatus);
-    tellRaceLogs(state.raceLogs, [](RaceLogDocument& log) { log.predictionFresh(); });
+    tellRaceLogs(logs, [](PublishedPrediction& log) { log.markFresh(); });
 }
 
 void WeatherStation::relay(const QByteArray& line) {
@@ -107,8 +108,8 @@ void WeatherStation::sendTick() {
         emit pageDue();
 }
 
-void WeatherStation::startSerialPort(bool displayMode) {
-    if (displayMode || connection.portSettings.comPort == TcpIpComPort)
+void WeatherStation::startSerialPort() {
+    if (isDisplay() || connection.portSettings.comPort == TcpIpComPort)
         return;
     connection.StartComm();
     lines.ResetReceiveState();

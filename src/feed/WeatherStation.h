@@ -1,20 +1,24 @@
 #pragma once
 
+#include "core/InstanceRole.h"
+#include "core/OpenViews.h"
 #include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PagerSchedule.h"
 #include "feed/WeatherFeed.h"
+#include "feed/WeatherLog.h"
+#include "prediction/PredictionSettings.h"
+#include "racelog/OpenRaceLogs.h"
 
 #include <QObject>
 #include <QTimer>
 
-struct AppState;
-
-// The live weather of the program, behind one object: the links to the instrument (the serial
-// port and the relay), the framing and parsing of its lines with the echo of each serial line
-// to the relay, the poll, the daily weather log and the timing of the periodic page. Each line
-// goes to the open race logs, the status line, the views and the weather log in the feed's
-// fixed order; windows only listen.
+// The live weather of the program, behind one object that needs no window: the links to the
+// instrument (the serial port and the relay), the framing and parsing of its lines with the
+// echo of each serial line to the relay, the poll, the daily weather log and the timing of the
+// periodic page. It holds what each line goes to: the open race logs with the settings their
+// predictions share, and the open views. Each line goes to the open race logs, the status
+// line, the views and the weather log in the feed's fixed order; windows only listen.
 //
 // While a link is open and no whole record has come for the watchdog's threshold, the feed is
 // stale: the status line says "No weather for N s" each second in place of the old reading,
@@ -23,7 +27,20 @@ struct AppState;
 class WeatherStation : public QObject {
     Q_OBJECT
 public:
-    explicit WeatherStation(AppState& state, QObject* parent = nullptr);
+    explicit WeatherStation(InstanceRole role = InstanceRole::Main, QObject* parent = nullptr);
+
+    InstanceRole role() const { return instanceRole; }
+    bool isDisplay() const { return instanceRole == InstanceRole::Display; }
+
+    OpenRaceLogs& raceLogs() { return logs; }
+    const OpenRaceLogs& raceLogs() const { return logs; }
+    OpenViews& views() { return openViews; }
+    const OpenViews& views() const { return openViews; }
+    PredictionSettings& predictionSettings() { return prediction; }
+    WeatherLog& weatherLog() { return dailyLog; }
+    // The live weather and the status line made of it.
+    const WeatherRecord& reading() const { return lines.reading(); }
+    const QString& statusLine() const { return lines.statusLine(); }
 
     InstrumentConnection& link() { return connection; }
     WeatherFeed& feed() { return lines; }
@@ -36,7 +53,7 @@ public:
 
     // A main instance on a COM port opens it; one set to TCP/IP connects only when the user
     // applies the port settings, and a display instance reads the relay instead.
-    void startSerialPort(bool displayMode);
+    void startSerialPort();
     void startTimers();
     void stopTimers();
     // The relay goes first, then the port.
@@ -65,7 +82,11 @@ private:
     void feedStale(int seconds);
     void feedFresh();
 
-    AppState& state;
+    const InstanceRole instanceRole;
+    OpenRaceLogs logs;
+    OpenViews openViews;
+    PredictionSettings prediction;
+    WeatherLog dailyLog;
     InstrumentConnection connection;
     WeatherFeed lines;
     FeedWatchdog staleness;

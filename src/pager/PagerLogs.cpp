@@ -1,19 +1,28 @@
 #include "pager/PagerLogs.h"
 
-#include "core/RaceLogDocument.h"
+#include "feed/WeatherStation.h"
+#include "racelog/RaceLog.h"
 
 namespace PagerLogs {
 
-PagerComposer::PagerSlots pagerSlots(const QList<RaceLogDocument*>& raceLogs) {
+PagerComposer::PagerSlots pagerSlots(const QList<RaceLog*>& raceLogs) {
     PagerComposer::PagerSlots entries;
     entries.reserve(raceLogs.size());
-    for (const RaceLogDocument* log : raceLogs) {
+    for (const RaceLog* log : raceLogs) {
         if (log)
-            entries.append(PagerComposer::PagerEntry{log->pagerPredictions(), log->pagerMessage()});
+            entries.append(PagerComposer::PagerEntry{log->pagerPredictions(),
+                                                     log->prediction().line().pagerMessage});
         else
             entries.append(std::nullopt);
     }
     return entries;
+}
+
+QString pageText(const WeatherStation& station, const QTime& now) {
+    const PagerComposer::Weather weather =
+        station.watchdog().isStale() ? PagerComposer::Weather::Old : PagerComposer::Weather::Live;
+    return PagerComposer::pageText(now, pagerSlots(station.raceLogs().bySlot()),
+                                   station.statusLine(), weather);
 }
 
 } // namespace PagerLogs

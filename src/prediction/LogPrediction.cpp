@@ -1,5 +1,7 @@
 #include "prediction/LogPrediction.h"
 
+#include "core/NumberText.h"
+#include "core/WeatherRecord.h"
 #include "racelog/RaceLog.h"
 
 namespace LogPrediction {
@@ -23,6 +25,20 @@ PredictionModel::Outcome predict(const RaceLog& log, int slot, bool deltaVP) {
         slot,
         deltaVP,
     });
+}
+
+void publish(RaceLog& log, bool deltaVP) {
+    const PredictionModel::Outcome outcome = predict(log, log.slot(), deltaVP);
+    if (!outcome.publications.isEmpty())
+        log.prediction().publish(outcome.publications.last());
+    if (outcome.fault)
+        log.prediction().fail();
+}
+
+void takeReading(RaceLog& log, const WeatherRecord& reading, const PredictionSettings& settings) {
+    if (settings.automaticUpdates)
+        log.takeLiveWeather(QString::number(reading.AA), NumberText::General(reading.VP));
+    publish(log, settings.deltaVP);
 }
 
 RunCompletion::Outcome completeRun(const RaceLog& log, int row) {

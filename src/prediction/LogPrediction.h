@@ -1,11 +1,13 @@
 #pragma once
 
 #include "prediction/PredictionModel.h"
+#include "prediction/PredictionSettings.h"
 #include "prediction/RunCompletion.h"
 
 class RaceLog;
+struct WeatherRecord;
 
-// The prediction and the run completion of a race log, read from the log as it stands.
+// The predictor of a race log and its run completion, read from the log as it stands.
 namespace LogPrediction {
 
 // The log's run table as the prediction code reads it.
@@ -14,6 +16,14 @@ RunCells runCells(const RaceLog& log);
 // The log's prediction for the present air; slot names the log in the caption of a log that
 // has no page identifier.
 PredictionModel::Outcome predict(const RaceLog& log, int slot, bool deltaVP);
+
+// Runs the log's prediction and publishes it in the log: the last line made stands, or the
+// one before when the model made none; a fault is told after the line.
+void publish(RaceLog& log, bool deltaVP);
+
+// A reading of the feed: its adjusted altitude and vapor pressure become the log's inputs when
+// the settings take the live weather, and the prediction is published afresh.
+void takeReading(RaceLog& log, const WeatherRecord& reading, const PredictionSettings& settings);
 
 // The completion of the run in row from the log's reference run.
 RunCompletion::Outcome completeRun(const RaceLog& log, int row);

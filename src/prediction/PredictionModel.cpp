@@ -27,6 +27,12 @@ Publication publication(const Inputs& in, const QString& sPredictionText) {
             in.pageIdentifier + QStringLiteral("  ") + sPredictionText};
 }
 
+Publication publication(const Inputs& in, const QString& sPredictionText, double predictedEt) {
+    Publication line = publication(in, sPredictionText);
+    line.predictedEt = predictedEt;
+    return line;
+}
+
 // The throttle stop timer that makes the target: both times are taken to the model's zero
 // altitude (the reference at its own AA, the target at today's), and the timer makes up
 // the difference at the ratio's seconds per hundredth.
@@ -56,7 +62,7 @@ void predict(const Inputs& in, Outcome& out) {
     if (!et)
         return;
     QString sPredictionText = QStringLiteral("ET: ") + Format(et->predictedEt, "##.0000");
-    out.publications.append(publication(in, sPredictionText));
+    out.publications.append(publication(in, sPredictionText, et->predictedEt));
 
     const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
     if (!IsNumeric(in.targetEt) || !IsNumeric(timerRefText) || !IsNumeric(in.throttleStopRatio))
@@ -65,11 +71,17 @@ void predict(const Inputs& in, Outcome& out) {
     const double TS =
         throttleStop(et->referenceEt, et->referenceAltitude, et->altitude, targetET,
                      converted(timerRefText), converted(in.throttleStopRatio), et->sensitivity);
-    if (TS > 0 && targetET > 0)
+    const bool showsSetting = TS > 0 && targetET > 0;
+    if (showsSetting)
         sPredictionText += QStringLiteral("  TS @ ") + Format(targetET, "#0.00##") +
                            QStringLiteral(": ") + Format(TS, "##.0000");
     sPredictionText += vaporPressurePiece(in);
-    out.publications.append(publication(in, sPredictionText));
+    Publication line = publication(in, sPredictionText, et->predictedEt);
+    if (showsSetting) {
+        line.targetEt = targetET;
+        line.throttleStop = TS;
+    }
+    out.publications.append(line);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/Dialogs.h"
 #include "prediction/RunCells.h"
+#include "racelog/PredictionLine.h"
 
 #include <QList>
 #include <QString>
@@ -25,11 +26,9 @@ struct Inputs {
     bool deltaVP = false; // report the change of vapor pressure
 };
 
-// One publish of the prediction line: the log's piece of the page and its window caption.
-struct Publication {
-    QString pagerMessage;
-    QString caption;
-};
+// One publish of the prediction line: the log's piece of the page, its window caption and
+// the numbers in them.
+using Publication = PredictionLine;
 
 // At most two publishes, in order: the ET alone, then the full line. A fault means the
 // user is told the prediction failed; whatever was published before it stands.

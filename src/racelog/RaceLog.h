@@ -1,17 +1,18 @@
 #pragma once
 
 #include "racelog/Database.h"
+#include "racelog/PublishedPrediction.h"
 #include "racelog/RaceLogData.h"
 
 #include <QObject>
 #include <QUndoStack>
 #include <functional>
 
-// One race log: one car at one event. It holds the runs, the fields of the side panel and the
-// file the log is kept in; windows show it and edit it, and the prediction, the run commands
-// and the file routines work on it. Every change the user makes goes through change(), which
-// makes it one step of the log's undo stack; the log is modified while the stack is away from
-// the state last saved or loaded.
+// One race log: one car at one event. It holds the runs, the fields of the side panel, the file
+// the log is kept in and what its prediction says now; windows show it and edit it, and the
+// predictor, the run commands and the file routines work on it. Every change the user makes goes
+// through change(), which makes it one step of the log's undo stack; the log is modified while the
+// stack is away from the state last saved or loaded.
 class RaceLog : public QObject {
     Q_OBJECT
 public:
@@ -42,7 +43,7 @@ public:
     // A field typed by the user: one step, which later typing in the same field joins.
     void setField(Field field, const QString& text);
 
-    // The one door for a change of the runs or fields: edit changes the content, and what it
+    // The one entry point for a change of the runs or fields: edit changes the content, and what it
     // changed becomes one step named text ("Paste 3 Runs"), which undo takes back. An edit that
     // changes nothing leaves no step.
     void change(const QString& text, const std::function<void(RaceLogData&)>& edit);
@@ -54,6 +55,15 @@ public:
     // The live adjusted altitude and vapor pressure become the prediction's inputs. The feed's
     // values are no change of the user's: they take no step and do not modify the log.
     void takeLiveWeather(const QString& adjustedAltitude, const QString& vaporPressure);
+
+    // The slot the log holds among the open logs; a log without a page identifier is called by
+    // it ("Race Log# 1" for slot 0).
+    int slot() const { return openSlot; }
+    void setSlot(int slot) { openSlot = slot; }
+
+    // What the log's prediction says now; the predictor publishes it, everyone else reads it.
+    PublishedPrediction& prediction() { return published; }
+    const PublishedPrediction& prediction() const { return published; }
 
     // Whether the log's prediction goes into the periodic page; a setting of the moment, not
     // kept in the file.
@@ -96,6 +106,8 @@ private:
 
     RaceLogData data;
     QUndoStack undo;
+    int openSlot = 0;
+    PublishedPrediction published;
     bool pagerOn = false;
     QString path;
     QString title;

@@ -1,8 +1,13 @@
 #include "common/WindowTesting.h"
 
+#include "racelog/OpenRaceLogs.h"
+#include "ui/racelog/RaceLogWindow.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QIcon>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTimer>
 #include <QWidget>
 #include <QWidgetAction>
@@ -44,3 +49,14 @@ bool hasInk(const QImage& image, double share) {
 }
 
 } // namespace WindowTesting
+
+RaceLogWindow* WindowTesting::windowOfSlot(const QMdiArea& area, const OpenRaceLogs& logs,
+                                           int slot) {
+    const RaceLog* log = logs.at(slot);
+    for (QMdiSubWindow* child : area.subWindowList()) {
+        auto* window = qobject_cast<RaceLogWindow*>(child->widget());
+        if (log && window && &window->document() == log)
+            return window;
+    }
+    return nullptr;
+}

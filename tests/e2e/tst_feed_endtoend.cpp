@@ -1,11 +1,11 @@
 #include "ToolProcess.h"
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/DateText.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherFeed.h"
+#include "feed/WeatherStation.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QFile>
@@ -67,17 +67,17 @@ private slots:
         QVERIFY(!simulator.waitForLine(QStringLiteral("READY")).isEmpty());
         configurePort(device);
 
-        AppState state;
-        MainWindow window(state);
+        WeatherStation station;
+        MainWindow window(station);
         window.load();
         window.show();
         QVERIFY(dialogs.messages.isEmpty()); // a port is set, so no question about one
         QCOMPARE(statusText(window), QStringLiteral("Waiting for Weather Update..."));
 
         QTRY_VERIFY_WITH_TIMEOUT(fullStatusLine.match(statusText(window)).hasMatch(), 10000);
-        QCOMPARE(state.statusLine, statusText(window));
+        QCOMPARE(station.statusLine(), statusText(window));
         QVERIFY(window.findChild<QLabel*>(QStringLiteral("lblPellamor"))->isEnabled());
-        QVERIFY(state.currentWeather.ABP > 25 && state.currentWeather.ABP < 32);
+        QVERIFY(station.reading().ABP > 25 && station.reading().ABP < 32);
 
         // Each handled line leaves one row of the exact form in today's weather log.
         QTRY_VERIFY_WITH_TIMEOUT(weatherLogRows(home).size() >= 3, 10000);
@@ -109,16 +109,15 @@ private slots:
         QVERIFY(!simulator.waitForLine(QStringLiteral("READY")).isEmpty());
         configurePort(device, QStringLiteral("127.0.0.1"), relayPort);
 
-        AppState mainState;
-        MainWindow mainWindow(mainState);
+        WeatherStation mainStation;
+        MainWindow mainWindow(mainStation);
         mainWindow.load();
         // A main instance connects to the relay when its port settings are applied.
         QVERIFY(mainWindow.instrument().connectIPPort());
         QSignalSpy mainLines(&mainWindow.weatherFeed(), &WeatherFeed::statusText);
 
-        AppState displayState;
-        displayState.displayMode = true;
-        MainWindow displayWindow(displayState);
+        WeatherStation displayStation(InstanceRole::Display);
+        MainWindow displayWindow(displayStation);
         displayWindow.load();
         displayWindow.connectRelay();
         QCOMPARE(displayWindow.windowTitle(), QStringLiteral("Vessimar"));
@@ -128,7 +127,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(displayLines.count() >= 3, 15000);
         QVERIFY(fullStatusLine.match(statusText(displayWindow)).hasMatch());
         // The display shows what the main instance received, and sends nothing on.
-        QCOMPARE(displayState.currentWeather.ABP, mainState.currentWeather.ABP);
+        QCOMPARE(displayStation.reading().ABP, mainStation.reading().ABP);
         QCOMPARE(displayRelays.count(), 0);
 
         // Only the main instance writes the weather log: one row for each of its lines.

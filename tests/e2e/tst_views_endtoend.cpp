@@ -3,9 +3,9 @@
 // and every caption carries the numbers of the latest reading.
 #include "ToolProcess.h"
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "ui/charts/StripChart.h"
 #include "ui/charts/StripChartWindow.h"
 #include "ui/charts/ViewCommands.h"
@@ -33,8 +33,8 @@ void configurePort(const QString& device) {
     Registry::Set(serial + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
 }
 
-QString caption(const AppState& state, View view) {
-    return dynamic_cast<QWidget*>(state.views.at(view))->windowTitle();
+QString caption(const WeatherStation& station, View view) {
+    return dynamic_cast<QWidget*>(station.views().at(view))->windowTitle();
 }
 
 // The numbers of a caption, in order.
@@ -65,9 +65,9 @@ private slots:
         QVERIFY(!simulator.waitForLine(QStringLiteral("READY")).isEmpty());
         configurePort(device);
 
-        AppState state;
-        MainWindow window(state);
-        ViewCommands::add(window, state);
+        WeatherStation station;
+        MainWindow window(station);
+        ViewCommands::add(window, station.views());
         window.load();
         window.resize(1400, 900);
         window.show();
@@ -79,40 +79,41 @@ private slots:
         if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))
             window.grab().save(qEnvironmentVariable("TARNWICK_KEEP_PICTURES") +
                                QStringLiteral("/all-views.png"));
-        const WeatherRecord& w = state.currentWeather;
+        const WeatherRecord& w = station.reading();
         QVERIFY(w.ABP > 25);
 
         // Every chart has a point for each reading it took, about two a second.
         for (const View view : {View::WindSpeed, View::VaporPressure, View::AADA, View::ABP,
                                 View::RH, View::GR, View::CF, View::ADR}) {
-            StripChart* chart = dynamic_cast<StripChartWindow*>(state.views.at(view))->chart();
+            StripChart* chart = dynamic_cast<StripChartWindow*>(station.views().at(view))->chart();
             for (int line = 0; line < chart->lineCount(); ++line)
                 QVERIFY2(chart->line(line)->dataCount() >= 20,
                          qPrintable(ViewTable::entry(view).objectName.toString()));
         }
-        auto* rose = dynamic_cast<WindRoseWindow*>(state.views.at(View::RosePlot));
+        auto* rose = dynamic_cast<WindRoseWindow*>(station.views().at(View::RosePlot));
         QCOMPARE(rose->rose().lastAngle(), qint16((90 - w.WD + 360) % 360));
 
         // Every caption carries the latest reading's numbers.
-        QCOMPARE(numbers(caption(state, View::RosePlot)),
+        QCOMPARE(numbers(caption(station, View::RosePlot)),
                  QList<double>({double(w.WD), double(w.WS), double(w.WG)}));
-        QCOMPARE(numbers(caption(state, View::WindDirection)), QList<double>{double(w.WD)});
-        QCOMPARE(numbers(caption(state, View::WindSpeed)),
+        QCOMPARE(numbers(caption(station, View::WindDirection)), QList<double>{double(w.WD)});
+        QCOMPARE(numbers(caption(station, View::WindSpeed)),
                  QList<double>({double(w.WS), double(w.WG)}));
-        QCOMPARE(caption(state, View::Weather), state.statusLine);
-        const QList<double> vp = numbers(caption(state, View::VaporPressure));
+        QCOMPARE(caption(station, View::Weather), station.statusLine());
+        const QList<double> vp = numbers(caption(station, View::VaporPressure));
         QVERIFY(vp.size() == 2 && same(vp[0], w.VP) && same(vp[1], w.Temp));
-        QCOMPARE(numbers(caption(state, View::AADA)), QList<double>({double(w.AA), double(w.DA)}));
-        QVERIFY(same(numbers(caption(state, View::ABP)).value(0), w.ABP));
-        QVERIFY(same(numbers(caption(state, View::RH)).value(0), w.RH));
-        QCOMPARE(numbers(caption(state, View::GR)), QList<double>{double(w.GR)});
-        QVERIFY(same(numbers(caption(state, View::ADR)).value(0), w.ADR));
+        QCOMPARE(numbers(caption(station, View::AADA)),
+                 QList<double>({double(w.AA), double(w.DA)}));
+        QVERIFY(same(numbers(caption(station, View::ABP)).value(0), w.ABP));
+        QVERIFY(same(numbers(caption(station, View::RH)).value(0), w.RH));
+        QCOMPARE(numbers(caption(station, View::GR)), QList<double>{double(w.GR)});
+        QVERIFY(same(numbers(caption(station, View::ADR)).value(0), w.ADR));
         // The correction factor, worked out here from the reading.
         const double factor =
             (29.92 / w.ABP) * std::sqrt((w.Temp + 459.7) / 519.7) * (w.ABP / (w.ABP - w.VP));
-        QVERIFY(qAbs(numbers(caption(state, View::CF)).value(0) - factor) < 1e-5);
+        QVERIFY(qAbs(numbers(caption(station, View::CF)).value(0) - factor) < 1e-5);
 
-        auto* display = dynamic_cast<QWidget*>(state.views.at(View::Weather));
+        auto* display = dynamic_cast<QWidget*>(station.views().at(View::Weather));
         QCOMPARE(display->findChild<QLineEdit*>(QStringLiteral("txtAA"))->text(),
                  QString::number(w.AA));
         QVERIFY(dialogs.messages.isEmpty());

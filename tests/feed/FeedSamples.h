@@ -1,7 +1,8 @@
 #pragma once
 
-#include "core/RaceLogDocument.h"
 #include "core/WeatherRecord.h"
+#include "prediction/RunCells.h"
+#include "racelog/RaceLog.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -64,24 +65,36 @@ inline QByteArray ReadFile(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A race log that writes down what the feed asks of it, into a list shared with the test.
-class RecordingRaceLog : public RaceLogDocument {
+// A race log with a reference run and a performance factor, so that each feed line publishes a
+// prediction. It writes down into a list shared with the test what the feed did to it: the live
+// adjusted altitude taken, and each prediction published.
+class RecordingRaceLog : public RaceLog {
 public:
-    RecordingRaceLog(QString name, QStringList& events) : name(std::move(name)), events(events) {}
-    void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override {
-        aa = adjustedAltitude;
-        vp = vaporPressure;
-        events << name + QStringLiteral(" takeLiveWeather");
-    }
-    void updatePredictions() override {
-        ++predictions;
-        events << name + QStringLiteral(" updatePredictions");
-        if (onPredict)
-            onPredict();
+    RecordingRaceLog(QString name, QStringList& events) : name(std::move(name)), events(events) {
+        runs().setCell(1, RunColumn::Ft1320, QStringLiteral("9.5"));
+        runs().setCell(1, RunColumn::AA, QStringLiteral("2000"));
+        // What the user typed, until the feed writes.
+        change({}, [](RaceLogData& data) {
+            data.pf = QStringLiteral("5");
+            data.aa = QStringLiteral("-1");
+            data.vp = QStringLiteral("-1");
+        });
+        settle();
+        QObject::connect(this, &RaceLog::fieldChanged, [this](RaceLog::Field field) {
+            if (field == RaceLog::Field::AA)
+                this->events << this->name + QStringLiteral(" takeLiveWeather");
+        });
+        QObject::connect(&prediction(), &PublishedPrediction::published, [this] {
+            ++predictions;
+            this->events << this->name + QStringLiteral(" updatePredictions");
+            if (onPredict)
+                onPredict();
+        });
     }
 
-    qint32 aa = -1; // what the user typed, until the feed writes
-    float vp = -1;
+    qint32 aa() const { return field(Field::AA).toInt(); }
+    float vp() const { return field(Field::VP).toFloat(); }
+
     int predictions = 0;
     std::function<void()> onPredict;
 

@@ -3,6 +3,7 @@
 #include "core/LiveView.h"
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
+#include "feed/WeatherStation.h"
 
 #include <QSignalSpy>
 #include <QTcpServer>
@@ -53,16 +54,16 @@ int todaysRows() {
 // An open view that hands each reading it is shown to the test.
 class SeeingView : public LiveView {
 public:
-    SeeingView(AppState& state, std::function<void(const WeatherRecord&)> seen,
+    SeeingView(OpenViews& views, std::function<void(const WeatherRecord&)> seen,
                ViewTable::View view = ViewTable::View::WindSpeed)
-        : state(state), seen(std::move(seen)), view(view) {
-        state.views.open(view, this);
+        : views(views), seen(std::move(seen)), view(view) {
+        views.open(view, this);
     }
-    ~SeeingView() override { state.views.close(view, this); }
+    ~SeeingView() override { views.close(view, this); }
     void showReading(const WeatherRecord& reading, const QString&) override { seen(reading); }
 
 private:
-    AppState& state;
+    OpenViews& views;
     std::function<void(const WeatherRecord&)> seen;
     ViewTable::View view;
 };
@@ -83,21 +84,21 @@ private slots:
         QStringList events;
         RecordingRaceLog first(QStringLiteral("log0"), events);
         RecordingRaceLog third(QStringLiteral("log2"), events);
-        AppState state;
+        WeatherStation station;
         RecordingRaceLog closed(QStringLiteral("closed"), events);
-        state.raceLogs.open(&first);
-        state.raceLogs.open(&closed);
-        state.raceLogs.open(&third);
-        state.raceLogs.close(&closed);
-        WeatherFeed feed(state);
+        station.raceLogs().open(&first);
+        station.raceLogs().open(&closed);
+        station.raceLogs().open(&third);
+        station.raceLogs().close(&closed);
+        WeatherFeed& feed = station.feed();
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         QSignalSpy status(&feed, &WeatherFeed::statusText);
         QSignalSpy relay(&feed, &WeatherFeed::relayLine);
         connect(&feed, &WeatherFeed::onlineMarkEnabled, this, [&] { events << "online"; });
         connect(&feed, &WeatherFeed::statusText, this, [&](const QString& text) {
-            events << QStringLiteral("status kept=%1").arg(state.statusLine == text);
+            events << QStringLiteral("status kept=%1").arg(station.statusLine() == text);
         });
-        SeeingView view(state, [&](const WeatherRecord&) {
+        SeeingView view(station.views(), [&](const WeatherRecord&) {
             events << QStringLiteral("views rows=%1").arg(todaysRows());
         });
         connect(&feed, &WeatherFeed::relayLine, this, [&](const QByteArray&) {
@@ -118,33 +119,33 @@ private slots:
     void logsGetTheNewReading() {
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
-        AppState state;
-        state.raceLogs.open(&log);
-        WeatherFeed feed(state);
+        WeatherStation station;
+        station.raceLogs().open(&log);
+        WeatherFeed& feed = station.feed();
         feed.serialBytes(FullLine.toLatin1());
-        QCOMPARE(log.aa, 1250);
-        QCOMPARE(log.vp, 0.33f);
+        QCOMPARE(log.aa(), 1250);
+        QCOMPARE(log.vp(), 0.33f);
     }
 
     void automaticUpdatesOffKeepsInputsAndStillPredicts() {
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
-        AppState state;
-        state.automaticUpdates = false;
-        state.raceLogs.open(&log);
-        WeatherFeed feed(state);
+        WeatherStation station;
+        station.predictionSettings().automaticUpdates = false;
+        station.raceLogs().open(&log);
+        WeatherFeed& feed = station.feed();
         feed.serialBytes((FullLine + SecondLine).toLatin1());
-        QCOMPARE(log.aa, -1);
-        QCOMPARE(log.vp, -1.0f);
+        QCOMPARE(log.aa(), -1);
+        QCOMPARE(log.vp(), -1.0f);
         QCOMPARE(log.predictions, 2);
         QCOMPARE(events, (QStringList{"log0 updatePredictions", "log0 updatePredictions"}));
     }
 
     void openViewsGetTheNewReading() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QList<WeatherRecord> seen;
-        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(station.views(), [&](const WeatherRecord& record) { seen << record; });
         feed.serialBytes(FullLine.toLatin1());
         QCOMPARE(seen, QList<WeatherRecord>{FullRecord()});
     }
@@ -153,8 +154,8 @@ private slots:
     // ADR; opened here in another order, and one of them closed again.
     void theOpenViewsGetItInTheirFixedOrder() {
         using View = ViewTable::View;
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QStringList order;
         std::vector<std::unique_ptr<SeeingView>> views;
         const QList<std::pair<View, const char*>> opened{{View::ADR, "ADR"},
@@ -170,7 +171,7 @@ private slots:
                                                          {View::RosePlot, "RosePlot"}};
         for (const auto& [kind, name] : opened)
             views.push_back(std::make_unique<SeeingView>(
-                state,
+                station.views(),
                 [&order, text = name](const WeatherRecord&) { order << QLatin1String(text); },
                 kind));
         views[3].reset(); // RH closes
@@ -180,15 +181,15 @@ private slots:
     }
 
     void statusLineKeptInState() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         feed.serialBytes(FullLine.toLatin1());
-        QCOMPARE(state.statusLine, AllShown);
+        QCOMPARE(station.statusLine(), AllShown);
     }
 
     void relayIsTheLineAsItCame() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QSignalSpy relay(&feed, &WeatherFeed::relayLine);
         feed.serialBytes("\n" + FullLine.toLatin1() + "\n");
         QCOMPARE(relay.count(), 1);
@@ -196,22 +197,22 @@ private slots:
     }
 
     void fullLineSetsLiveWeather() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         feed.serialBytes(FullLine.toLatin1());
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
     }
 
     void wordBeforeDateDroppedByFraming() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         feed.serialBytes("READY" + FullLine.toLatin1());
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
     }
 
     void lineWithoutLeadingSpaceLosesItsDate() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         feed.serialBytes(FullLine.mid(1).toLatin1());
         // " 10:42:07 29.92 71.5 ..." : every field one token off, AL finds nothing.
         WeatherRecord expected;
@@ -230,30 +231,30 @@ private slots:
         expected.WD = 7;
         expected.WS = 11;
         expected.AL = 340; // token 16 finds no space behind "340", so WG keeps its value
-        QCOMPARE(state.currentWeather, expected);
+        QCOMPARE(station.reading(), expected);
     }
 
     void emptyLineStillRunsTheDispatch() {
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
-        AppState state;
-        state.raceLogs.open(&log);
-        state.currentWeather = FullRecord();
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
+        feed.serialBytes(FullLine.toLatin1());
+        station.raceLogs().open(&log);
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         feed.serialBytes(" \r");
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
         QCOMPARE(log.predictions, 1);
         QCOMPARE(online.count(), 1);
-        const QByteArray row = todaysLog();
-        QCOMPARE(row.count("\r\n"), 1);
+        const QByteArray rows = todaysLog();
+        QCOMPARE(rows.count("\r\n"), 2);
+        const QByteArray row = rows.mid(rows.indexOf("\r\n") + 2);
         QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));
     }
 
     void displayModeWritesNoLogRow() {
-        AppState state;
-        state.displayMode = true;
-        WeatherFeed feed(state);
+        WeatherStation station(InstanceRole::Display);
+        WeatherFeed& feed = station.feed();
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         feed.serialBytes(FullLine.toLatin1());
         feed.tcpBytes(SecondLine.toLatin1());
@@ -262,41 +263,40 @@ private slots:
     }
 
     void mainInstanceWritesOneRowPerLine() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         feed.serialBytes((FullLine + SecondLine + FullLine).toLatin1());
         QCOMPARE(todaysRows(), 3);
     }
 
     void tcpTwoLinesInOneChunkBothHandled() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QList<WeatherRecord> seen;
-        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(station.views(), [&](const WeatherRecord& record) { seen << record; });
         feed.tcpBytes((FullLine + SecondLine).toLatin1());
         QCOMPARE(seen, (QList<WeatherRecord>{FullRecord(), SecondRecord()}));
     }
 
     void tcpLineSplitAcrossChunksHandledWhole() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         const QByteArray line = FullLine.toLatin1();
         feed.tcpBytes(line.left(20));
         QCOMPARE(online.count(), 0);
         feed.tcpBytes(line.mid(20));
         QCOMPARE(online.count(), 1);
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
     }
 
     // CR LF line ends feed the same record as CR alone, over a real connection and on the
     // serial link.
     void crLfLinesParseAsCrLines() {
-        AppState state;
-        state.displayMode = true;
-        WeatherFeed feed(state);
+        WeatherStation station(InstanceRole::Display);
+        WeatherFeed& feed = station.feed();
         QList<WeatherRecord> seen;
-        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(station.views(), [&](const WeatherRecord& record) { seen << record; });
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         QTcpSocket sender;
@@ -321,11 +321,10 @@ private slots:
 
     // An overlong line is dropped whole on both links and counted; the next line is read.
     void overlongLinesAreDroppedAndCounted() {
-        AppState state;
-        state.displayMode = true;
-        WeatherFeed feed(state);
+        WeatherStation station(InstanceRole::Display);
+        WeatherFeed& feed = station.feed();
         QList<WeatherRecord> seen;
-        SeeingView view(state, [&](const WeatherRecord& record) { seen << record; });
+        SeeingView view(station.views(), [&](const WeatherRecord& record) { seen << record; });
         QByteArray overlong = FullLine.toLatin1();
         overlong.chop(1); // its CR
         while (overlong.size() <= 5000)
@@ -338,22 +337,21 @@ private slots:
     }
 
     void tcpLinesAreNotRelayed() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QSignalSpy relay(&feed, &WeatherFeed::relayLine);
         feed.tcpBytes(FullLine.toLatin1());
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
         QCOMPARE(relay.count(), 0);
     }
 
     // The main instance relays its serial line over TCP; the display instance parses it,
     // sends it on to nobody and writes no row.
     void relayedLineParsedOnDisplayInstance() {
-        AppState mainState;
-        WeatherFeed mainFeed(mainState);
-        AppState displayState;
-        displayState.displayMode = true;
-        WeatherFeed displayFeed(displayState);
+        WeatherStation mainInstance;
+        WeatherFeed& mainFeed = mainInstance.feed();
+        WeatherStation displayInstance(InstanceRole::Display);
+        WeatherFeed& displayFeed = displayInstance.feed();
 
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));
@@ -372,7 +370,7 @@ private slots:
         mainFeed.serialBytes((FullLine + SecondLine).toLatin1());
 
         QTRY_COMPARE(displayOnline.count(), 2);
-        QCOMPARE(displayState.currentWeather, SecondRecord());
+        QCOMPARE(displayInstance.reading(), SecondRecord());
         QCOMPARE(displayRelay.count(), 0);
         QCOMPARE(todaysRows(), 2); // the main instance's rows only
     }
@@ -382,9 +380,9 @@ private slots:
     void serialBytesDuringDispatchWaitTheirTurn() {
         QStringList events;
         RecordingRaceLog log(QStringLiteral("log0"), events);
-        AppState state;
-        state.raceLogs.open(&log);
-        WeatherFeed feed(state);
+        WeatherStation station;
+        station.raceLogs().open(&log);
+        WeatherFeed& feed = station.feed();
         log.onPredict = [&] {
             if (log.predictions == 1)
                 feed.serialBytes(SecondLine.toLatin1());
@@ -396,7 +394,7 @@ private slots:
         QCOMPARE(events,
                  (QStringList{"log0 takeLiveWeather", "log0 updatePredictions", "relay 11/22/26",
                               "log0 takeLiveWeather", "log0 updatePredictions", "relay 11/23/26"}));
-        QCOMPARE(state.currentWeather, SecondRecord());
+        QCOMPARE(station.reading(), SecondRecord());
     }
 
     void commErrorTexts_data() {
@@ -419,8 +417,8 @@ private slots:
     void commErrorTexts() {
         QFETCH(int, code);
         QFETCH(QString, text);
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QSignalSpy status(&feed, &WeatherFeed::statusText);
         feed.commError(code, QStringLiteral("No such file or directory"));
         QCOMPARE(status.count(), 1);
@@ -428,8 +426,8 @@ private slots:
     }
 
     void commErrorLosesThePartialLine() {
-        AppState state;
-        WeatherFeed feed(state);
+        WeatherStation station;
+        WeatherFeed& feed = station.feed();
         QSignalSpy online(&feed, &WeatherFeed::onlineMarkEnabled);
         const QByteArray line = FullLine.toLatin1();
         feed.serialBytes(line.left(40));
@@ -438,7 +436,7 @@ private slots:
         QCOMPARE(online.count(), 0);
         feed.serialBytes(line);
         QCOMPARE(online.count(), 1);
-        QCOMPARE(state.currentWeather, FullRecord());
+        QCOMPARE(station.reading(), FullRecord());
     }
 };
 

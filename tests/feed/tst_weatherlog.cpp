@@ -57,9 +57,9 @@ private slots:
     void logPathIsTheDayFile() { QCOMPARE(WeatherLogPath(Day), dayFile(Day)); }
 
     void rowFormatIsExact() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        log.append(reading, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
@@ -73,45 +73,49 @@ private slots:
     void rowTimeInTwelveHourForm() {
         QFETCH(QTime, time);
         QFETCH(QByteArray, text);
-        AppState state;
-        LogWeather(state, QDateTime(Day, time));
+        WeatherLog log;
+        const WeatherRecord reading;
+        log.append(reading, QDateTime(Day, time));
         QVERIFY(ReadFile(dayFile(Day)).startsWith(text));
     }
 
     void floatsInGeneralFormIntegersPlain() {
-        AppState state;
-        state.currentWeather.ABP = 0.00001f;
-        state.currentWeather.Temp = -3.25f;
-        state.currentWeather.AA = -120;
-        LogWeather(state, at(Day, 9, 0, 0));
+        WeatherLog log;
+        WeatherRecord reading;
+        reading.ABP = 0.00001f;
+        reading.Temp = -3.25f;
+        reading.AA = -120;
+        log.append(reading, at(Day, 9, 0, 0));
         QCOMPARE(ReadFile(dayFile(Day)),
                  QByteArray("\"09:00:00am\",1E-05,-3.25,0,-120,0,0,0,0,0,0,0,0,0,0,0\r\n"));
     }
 
     void rowsAreAppended() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state, at(Day, 10, 42, 7));
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        log.append(reading, at(Day, 10, 42, 7));
+        log.append(reading, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow + FullRow);
     }
 
     void pathKeptInTheSettings() {
-        AppState state;
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        const WeatherRecord reading;
+        log.append(reading, at(Day, 10, 42, 7));
         QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day));
     }
 
     // A row on a feed line never writes the settings file again for the same day's file.
     void thePathIsStoredOnlyWhenTheDayChanges() {
-        AppState state;
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        const WeatherRecord reading;
+        log.append(reading, at(Day, 10, 42, 7));
         QVERIFY(QFile::remove(Registry::StoreFilePath()));
-        LogWeather(state, at(Day, 10, 42, 9));
-        LogWeather(state, at(Day, 23, 59, 59));
+        log.append(reading, at(Day, 10, 42, 9));
+        log.append(reading, at(Day, 23, 59, 59));
         QVERIFY(!QFile::exists(Registry::StoreFilePath()));
-        LogWeather(state, at(Day.addDays(1), 0, 0, 1));
+        log.append(reading, at(Day.addDays(1), 0, 0, 1));
         QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day.addDays(1)));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 3);
@@ -119,39 +123,39 @@ private slots:
 
     // The folder of the logs removed during the day is made again by the next row.
     void aRowAfterTheFolderWentMakesItAgain() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        log.append(reading, at(Day, 10, 42, 7));
         QVERIFY(QDir(QFileInfo(dayFile(Day)).path()).removeRecursively());
-        LogWeather(state, at(Day, 10, 42, 7));
+        log.append(reading, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
     void aRowAfterTheFileWentMakesItAgain() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        log.append(reading, at(Day, 10, 42, 7));
         QVERIFY(QFile::remove(dayFile(Day)));
-        LogWeather(state, at(Day, 10, 42, 7));
+        log.append(reading, at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
     // Each row is on disk once it is logged, while the program goes on running: another
     // reader, or a crash now, finds every row.
     void eachRowIsInTheFileAtOnce() {
-        AppState state;
-        state.currentWeather = FullRecord();
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
         for (int row = 1; row <= 3; ++row) {
-            LogWeather(state, at(Day, 10, 42, row));
+            log.append(reading, at(Day, 10, 42, row));
             QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), row);
         }
     }
 
     void firstRowAfterMidnightStartsANewFile() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state, at(Day, 23, 59, 59));
-        LogWeather(state, at(Day.addDays(1), 0, 0, 1));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        log.append(reading, at(Day, 23, 59, 59));
+        log.append(reading, at(Day.addDays(1), 0, 0, 1));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 1);
         QVERIFY(ReadFile(dayFile(Day)).startsWith("\"11:59:59pm\","));
         QCOMPARE(ReadFile(dayFile(Day.addDays(1))).count("\r\n"), 1);
@@ -159,31 +163,34 @@ private slots:
     }
 
     void rowSkippedWhileTheLogIsBusy() {
-        AppState state;
-        state.loggingWeather = true;
-        LogWeather(state, at(Day, 10, 42, 7));
+        WeatherLog log;
+        const WeatherRecord reading;
+        const WeatherLog::Hold scanning(log);
+        log.append(reading, at(Day, 10, 42, 7));
         QVERIFY(!QFile::exists(dayFile(Day)));
-        QVERIFY(state.loggingWeather); // still the scanner's
+        QVERIFY(log.isBusy()); // still the scanner's
     }
 
     void busyFlagClearedAfterTheRow() {
-        AppState state;
-        LogWeather(state, at(Day, 10, 42, 7));
-        QVERIFY(!state.loggingWeather);
+        WeatherLog log;
+        const WeatherRecord reading;
+        log.append(reading, at(Day, 10, 42, 7));
+        QVERIFY(!log.isBusy());
     }
 
     void writeErrorLosesTheRowSilently() {
-        AppState state;
+        WeatherLog log;
+        const WeatherRecord reading;
         QVERIFY(QDir().mkpath(dayFile(Day))); // a folder where the file should be
-        LogWeather(state, at(Day, 10, 42, 7));
-        QVERIFY(!state.loggingWeather);
+        log.append(reading, at(Day, 10, 42, 7));
+        QVERIFY(!log.isBusy());
         QVERIFY(QFileInfo(dayFile(Day)).isDir());
     }
 
     void clockOfTheMachineNamesTodaysFile() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        LogWeather(state);
+        WeatherLog log;
+        const WeatherRecord reading = FullRecord();
+        log.append(reading);
         const QByteArray row = ReadFile(dayFile(QDate::currentDate()));
         QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));
     }

@@ -4,6 +4,7 @@
 #include "core/OpenViews.h"
 #include "feed/CorrectionFactor.h"
 #include "feed/WeatherLog.h"
+#include "feed/WeatherStation.h"
 
 #include <QTest>
 #include <memory>
@@ -181,16 +182,15 @@ private slots:
     }
 
     void replayLeavesTheLiveWeatherAlone() {
-        AppState state;
-        state.currentWeather.ABP = 28.5f;
-        state.currentWeather.WS = 3;
-        state.statusLine = QStringLiteral("ABP=28.5");
-        const WeatherRecord weatherBefore = state.currentWeather;
-        const QString statusBefore = state.statusLine;
+        WeatherStation station;
+        station.feed().ProcessWeatherRecord(FullLine);
+        const WeatherRecord weatherBefore = station.reading();
+        const QString statusBefore = station.statusLine();
         RecordingViews sink = RecordingViews::allOpen();
         QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
-        QCOMPARE(state.currentWeather, weatherBefore);
-        QCOMPARE(state.statusLine, statusBefore);
+        QCOMPARE(station.reading(), FullRecord());
+        QCOMPARE(station.reading(), weatherBefore);
+        QCOMPARE(station.statusLine(), statusBefore);
     }
 
     void correctionFactorFaultEndsTheReplay_data() {
@@ -268,10 +268,10 @@ private slots:
     }
 
     void writtenRowsReadBackTheSame() {
-        AppState state;
-        state.currentWeather = FullRecord();
-        state.currentWeather.ADR = 1.0f / 3.0f; // a float that needs all its digits
-        LogWeather(state, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
+        WeatherLog log;
+        WeatherRecord reading = FullRecord();
+        reading.ADR = 1.0f / 3.0f; // a float that needs all its digits
+        log.append(reading, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
         RecordingViews sink({View::ADR});
         LoadLoggedWeather(WeatherLogPath(QDate(2026, 11, 22)), sink.views);
         QCOMPARE(sink.calls, QStringList{QStringLiteral("adr t=%1 %2")

@@ -5,10 +5,10 @@
 #include "common/PtyPair.h"
 #include "common/TestHome.h"
 #include "common/TestRelay.h"
-#include "core/AppState.h"
-#include "core/RaceLogDocument.h"
 #include "feed/PortDevices.h"
 #include "feed/WeatherStation.h"
+#include "prediction/RunCells.h"
+#include "racelog/RaceLog.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -47,21 +47,26 @@ public:
     QByteArray received;
 };
 
-// An open race log as the station sees it, noting what reaches it and in which order.
-class NotingLog : public RaceLogDocument {
+// An open race log with a reference run, noting what reaches it and in which order: the live
+// weather taken, each prediction published, and its stale mark.
+class NotingLog : public RaceLog {
 public:
-    explicit NotingLog(QStringList& events) : events(events) {}
-    void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override {
-        events << QStringLiteral("weather %1 %2").arg(adjustedAltitude).arg(vaporPressure);
+    explicit NotingLog(QStringList& events) {
+        runs().setCell(1, RunColumn::Ft1320, QStringLiteral("9.5"));
+        runs().setCell(1, RunColumn::AA, QStringLiteral("2000"));
+        change({}, [](RaceLogData& data) { data.pf = QStringLiteral("5"); });
+        connect(this, &RaceLog::fieldChanged, [this, &events](Field field) {
+            if (field == Field::VP)
+                events << QStringLiteral("weather %1 %2")
+                              .arg(this->field(Field::AA), this->field(Field::VP));
+        });
+        connect(&prediction(), &PublishedPrediction::published,
+                [&events] { events << QStringLiteral("predict"); });
+        connect(&prediction(), &PublishedPrediction::staleChanged, [&events](int seconds) {
+            events << (seconds > 0 ? QStringLiteral("stale %1").arg(seconds)
+                                   : QStringLiteral("fresh"));
+        });
     }
-    void updatePredictions() override { events << QStringLiteral("predict"); }
-    void predictionStale(int seconds) override {
-        events << QStringLiteral("stale %1").arg(seconds);
-    }
-    void predictionFresh() override { events << QStringLiteral("fresh"); }
-
-private:
-    QStringList& events;
 };
 
 // One tick of a timer, now.
@@ -92,8 +97,7 @@ private slots:
     }
 
     void itsTimersPollAndCountTheSendTicks() {
-        AppState state;
-        WeatherStation station(state);
+        WeatherStation station;
         QCOMPARE(station.pollTimer().objectName(), QStringLiteral("tmrMain"));
         QCOMPARE(station.pollTimer().interval(), 20000);
         QCOMPARE(station.sendTimer().objectName(), QStringLiteral("tmrSend"));
@@ -108,12 +112,11 @@ private slots:
     // One serial line: the log first, then the online mark and the status line, the weather
     // log row, and last the echo to the relay.
     void aSerialLineReachesTheLogsTheStatusLineTheWeatherLogAndTheRelay() {
-        AppState state;
-        state.automaticUpdates = true;
+        WeatherStation station;
+        station.predictionSettings().automaticUpdates = true;
         QStringList events;
         NotingLog log(events);
-        state.raceLogs.open(&log);
-        WeatherStation station(state);
+        station.raceLogs().open(&log);
         cableOnComPort3(station);
         connect(&station, &WeatherStation::onlineChanged, this,
                 [&](bool online) { events << QStringLiteral("online %1").arg(online); });
@@ -126,7 +129,7 @@ private slots:
         QTcpSocket* display = relay.waitForClient();
         QVERIFY(display);
 
-        station.startSerialPort(false);
+        station.startSerialPort();
         QVERIFY(station.link().serialPort().isOpen());
         Instrument instrument(pty->instrumentEnd());
         instrument.port.write(Line);
@@ -139,7 +142,7 @@ private slots:
         QCOMPARE(events[2], QStringLiteral("online 1"));
         QVERIFY(events[3].startsWith(QStringLiteral("status ")));
         QVERIFY(events[3].contains(QStringLiteral("1250")));
-        QCOMPARE(state.currentWeather.AA, 1250);
+        QCOMPARE(station.reading().AA, 1250);
 
         // The day's weather log holds the row.
         const QDir folder(home->weatherLogFolder());
@@ -148,14 +151,13 @@ private slots:
         QFile day(folder.filePath(days[0]));
         QVERIFY(day.open(QIODevice::ReadOnly));
         QCOMPARE(day.readAll().count('\n'), 1);
-        state.raceLogs.close(&log);
+        station.raceLogs().close(&log);
     }
 
     void thePollAsksTheInstrumentAndGreysTheMark() {
-        AppState state;
-        WeatherStation station(state);
+        WeatherStation station;
         cableOnComPort3(station);
-        station.startSerialPort(false);
+        station.startSerialPort();
         Instrument instrument(pty->instrumentEnd());
         QSignalSpy online(&station, &WeatherStation::onlineChanged);
         tick(station.pollTimer());
@@ -165,13 +167,14 @@ private slots:
     }
 
     void aDisplayInstanceAndARelayPortOpenNoSerialPort() {
-        AppState state;
-        WeatherStation station(state);
+        WeatherStation display(InstanceRole::Display);
+        cableOnComPort3(display);
+        display.startSerialPort();
+        QVERIFY(!display.link().serialPort().isOpen());
+        WeatherStation station;
         cableOnComPort3(station);
-        station.startSerialPort(true);
-        QVERIFY(!station.link().serialPort().isOpen());
         station.link().portSettings.comPort = TcpIpComPort;
-        station.startSerialPort(false);
+        station.startSerialPort();
         QVERIFY(!station.link().serialPort().isOpen());
     }
 
@@ -179,18 +182,17 @@ private slots:
     // line counts the seconds since that line and the open log marks its prediction; a garbage
     // line changes nothing of it, and the next whole line ends it with its own reading.
     void aQuietInstrumentMakesTheFeedStale() {
-        AppState state;
+        WeatherStation station;
         QStringList events;
         NotingLog log(events);
-        state.raceLogs.open(&log);
-        WeatherStation station(state);
+        station.raceLogs().open(&log);
         station.watchdog().setThreshold(2);
         cableOnComPort3(station);
         QStringList texts;
         connect(&station, &WeatherStation::statusText, this,
                 [&](const QString& text) { texts << text; });
         QSignalSpy lines(&station, &WeatherStation::onlineChanged);
-        station.startSerialPort(false);
+        station.startSerialPort();
         QVERIFY(station.link().serialPort().isOpen());
         Instrument instrument(pty->instrumentEnd());
 
@@ -226,14 +228,13 @@ private slots:
         QVERIFY(!station.watchdog().isStale());
         QVERIFY2(texts.last().startsWith(QStringLiteral("ABP=30.01 ")), qPrintable(texts.last()));
         QCOMPARE(events.last(), QStringLiteral("fresh"));
-        state.raceLogs.close(&log);
+        station.raceLogs().close(&log);
     }
 
     // A port that opens and never delivers is stale a threshold after its opening. Closing it
     // ends the alarm for good, and the status line shows what it showed before.
     void aSilentPortGoesStaleFromItsOpeningUntilItCloses() {
-        AppState state;
-        WeatherStation station(state);
+        WeatherStation station;
         station.watchdog().setThreshold(2);
         cableOnComPort3(station);
         QStringList texts;
@@ -241,7 +242,7 @@ private slots:
                 [&](const QString& text) { texts << text; });
         QElapsedTimer sinceOpening;
         sinceOpening.start();
-        station.startSerialPort(false);
+        station.startSerialPort();
         QVERIFY(station.link().serialPort().isOpen());
 
         QTRY_VERIFY_WITH_TIMEOUT(!texts.isEmpty(), 4000);
@@ -259,8 +260,7 @@ private slots:
 
     // With a frequency of 2 every third tick is due; a forced page is due at the next tick.
     void theSendTicksSayWhenAPageIsDue() {
-        AppState state;
-        WeatherStation station(state);
+        WeatherStation station;
         QCOMPARE(station.pagerFrequency(), 75);
         station.setPagerFrequency(2);
         QSignalSpy due(&station, &WeatherStation::pageDue);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "core/AppState.h"
+#include "common/WindowTesting.h"
+#include "feed/WeatherStation.h"
 #include "racelog/RunTable.h"
 #include "ui/pager/PagerDispatch.h"
 #include "ui/racelog/LogSidePanel.h"
@@ -21,8 +22,8 @@
 // together. The test builds it inside a TestHome, so it starts from empty settings.
 struct PredictionWindows {
     PredictionWindows() {
-        commands = new RaceLogCommands(main, state);
-        pager = new PagerDispatch(main, state);
+        commands = new RaceLogCommands(main, station);
+        pager = new PagerDispatch(main);
     }
     ~PredictionWindows() {
         // The logs go without their save questions when the test is over.
@@ -42,17 +43,27 @@ struct PredictionWindows {
         return windows.size() > before ? qobject_cast<RaceLogWindow*>(windows.last()->widget())
                                        : nullptr;
     }
+    // A line of the instrument, as the relay brings it; the prediction inputs stay as typed.
+    void feedLine(const QString& line) {
+        station.predictionSettings().automaticUpdates = false;
+        station.feed().tcpBytes(line.toLatin1());
+    }
     RaceLogWindow* slot(int index) {
-        return index < state.raceLogs.slotCount()
-                   ? dynamic_cast<RaceLogWindow*>(state.raceLogs.at(index))
-                   : nullptr;
+        return WindowTesting::windowOfSlot(*main.mdiArea(), station.raceLogs(), index);
     }
 
-    AppState state;
-    MainWindow main{state};
+    WeatherStation station;
+    MainWindow main{station};
     RaceLogCommands* commands;
     PagerDispatch* pager;
 };
+
+// A whole line of the instrument and the status line it makes.
+inline const QString InstrumentLine = QStringLiteral(
+    " 11/22/26 10:42:07 29.92 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r");
+inline const QString InstrumentStatus =
+    QStringLiteral("ABP=29.92 Temp=71.5 RH=43.2 AA=1250 AH=5.1 GR=45 VP=0.33 DP=49 ADR=98.6 "
+                   "DA=1410 PA=120 WD=275 WS=7 WG=11 AL=340");
 
 // The caption as the main window's client area shows it.
 inline QString frameCaption(RaceLogWindow* log) {

@@ -1,17 +1,17 @@
 #include "ui/charts/ViewCommands.h"
 
-#include "core/AppState.h"
+#include "core/OpenViews.h"
 #include "ui/charts/ViewWindows.h"
 #include "ui/shell/MainWindow.h"
 
 namespace ViewCommands {
 
-void add(MainWindow& main, AppState& state) {
+void add(MainWindow& main, OpenViews& views) {
     for (const ViewTable::Entry& entry : ViewTable::Views) {
         if (!ViewWindows::canShow(entry.view))
             continue;
-        main.setCommand(entry.command.toString(), [&main, &state, view = entry.view] {
-            ViewWindows::show(*main.mdiArea(), state.views, view);
+        main.setCommand(entry.command.toString(), [&main, &views, view = entry.view] {
+            ViewWindows::show(*main.mdiArea(), views, view);
         });
     }
 }

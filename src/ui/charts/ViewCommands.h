@@ -1,12 +1,12 @@
 #pragma once
 
 class MainWindow;
-struct AppState;
+class OpenViews;
 
 // The main window's commands that show the live views, one for each view of the view table
 // that has a window.
 namespace ViewCommands {
 
-void add(MainWindow& main, AppState& state);
+void add(MainWindow& main, OpenViews& views);
 
 } // namespace ViewCommands

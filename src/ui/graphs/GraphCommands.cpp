@@ -1,6 +1,6 @@
 #include "ui/graphs/GraphCommands.h"
 
-#include "core/AppState.h"
+#include "racelog/OpenRaceLogs.h"
 #include "ui/graphs/PerformanceFactorWindow.h"
 #include "ui/graphs/ThrottleStopGraphWindow.h"
 #include "ui/graphs/TrendFinderWindow.h"
@@ -15,7 +15,7 @@ namespace GraphCommands {
 namespace {
 
 // Makes a graph window; the window restores its own place when it loads.
-using Maker = QWidget* (*)(AppState& state);
+using Maker = QWidget* (*)(OpenRaceLogs& raceLogs);
 
 struct Graph {
     const char* command;
@@ -29,7 +29,7 @@ const std::array<Graph, 3> Graphs{{
     {"miGraph", "frmGraph", &TrendFinderWindow::make},
 }};
 
-void show(MainWindow& main, AppState& state, const Graph& graph) {
+void show(MainWindow& main, OpenRaceLogs& raceLogs, const Graph& graph) {
     QMdiArea& area = *main.mdiArea();
     for (QMdiSubWindow* child : area.subWindowList()) {
         if (child->widget() && child->widget()->objectName() == QLatin1String(graph.objectName)) {
@@ -37,7 +37,7 @@ void show(MainWindow& main, AppState& state, const Graph& graph) {
             return;
         }
     }
-    QWidget* window = graph.make(state);
+    QWidget* window = graph.make(raceLogs);
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
     frame->show();
@@ -46,11 +46,11 @@ void show(MainWindow& main, AppState& state, const Graph& graph) {
 
 } // namespace
 
-void add(MainWindow& main, AppState& state) {
+void add(MainWindow& main, OpenRaceLogs& raceLogs) {
     for (const Graph& graph : Graphs) {
         if (graph.make)
             main.setCommand(QLatin1String(graph.command),
-                            [&main, &state, &graph] { show(main, state, graph); });
+                            [&main, &raceLogs, &graph] { show(main, raceLogs, graph); });
     }
 }
 

@@ -1,11 +1,11 @@
 #include "ui/graphs/PerformanceFactorWindow.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "core/SettingKeys.h"
 #include "prediction/ComputeFault.h"
 #include "racelog/KeyFilters.h"
+#include "racelog/OpenRaceLogs.h"
 #include "racelog/RaceLog.h"
 #include "ui/charts/ChartPrinting.h"
 #include "ui/graphs/RaceLogList.h"
@@ -61,13 +61,13 @@ void inform(const QString& text) {
 
 } // namespace
 
-PerformanceFactorWindow::PerformanceFactorWindow(AppState& state, QWidget* parent)
+PerformanceFactorWindow::PerformanceFactorWindow(OpenRaceLogs& raceLogs, QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("frmGraphET"));
     new KeptPlacement(*this, PlacementKey);
     setWindowTitle(QStringLiteral(" Performance Factor"));
     buildControls();
-    logs = new RaceLogList(*cboRaceLogs, state.raceLogs);
+    logs = new RaceLogList(*cboRaceLogs, raceLogs);
     connect(cboRaceLogs, &QComboBox::currentIndexChanged, this,
             &PerformanceFactorWindow::chooseLog);
     connect(cboRun, &QComboBox::activated, this, &PerformanceFactorWindow::drawRuns);
@@ -78,8 +78,8 @@ PerformanceFactorWindow::PerformanceFactorWindow(AppState& state, QWidget* paren
     chooseLog();
 }
 
-QWidget* PerformanceFactorWindow::make(AppState& state) {
-    return new PerformanceFactorWindow(state);
+QWidget* PerformanceFactorWindow::make(OpenRaceLogs& raceLogs) {
+    return new PerformanceFactorWindow(raceLogs);
 }
 
 void PerformanceFactorWindow::buildControls() {

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
-struct AppState;
+class OpenRaceLogs;
 class QComboBox;
 class QCustomPlot;
 class QLineEdit;
@@ -27,9 +27,9 @@ public:
     static constexpr int ClickTracking = 1;
     static constexpr int ZoomTracking = 6;
 
-    explicit PerformanceFactorWindow(AppState& state, QWidget* parent = nullptr);
+    explicit PerformanceFactorWindow(OpenRaceLogs& raceLogs, QWidget* parent = nullptr);
     // The window as the main window's command makes it.
-    static QWidget* make(AppState& state);
+    static QWidget* make(OpenRaceLogs& raceLogs);
 
     QSize sizeHint() const override { return {640, 480}; }
 

@@ -1,19 +1,11 @@
 #include "ui/graphs/RaceLogList.h"
 
-#include "core/OpenRaceLogs.h"
+#include "racelog/OpenRaceLogs.h"
 #include "racelog/RaceLog.h"
-#include "ui/racelog/RaceLogWindow.h"
+#include "racelog/RaceLogSlots.h"
 
 #include <QComboBox>
 #include <QSignalBlocker>
-
-namespace {
-
-RaceLogWindow* windowIn(const OpenRaceLogs& logs, int slot) {
-    return dynamic_cast<RaceLogWindow*>(logs.at(slot));
-}
-
-} // namespace
 
 RaceLogList::RaceLogList(QComboBox& comboBox, OpenRaceLogs& openLogs)
     : QObject(&comboBox), list(comboBox), logs(openLogs) {
@@ -29,13 +21,11 @@ void RaceLogList::fill() {
 // In slot order; a slot already listed (its log closed, a new one took the slot) is named
 // afresh.
 void RaceLogList::add(int slot) {
-    RaceLogWindow* window = windowIn(logs, slot);
-    if (!window)
+    const RaceLog* log = logs.at(slot);
+    if (!log)
         return;
-    const QString identifier = window->document().field(RaceLog::Field::PageIdentifier);
-    const QString name = identifier.isEmpty()
-                             ? QStringLiteral("Race Log# ") + QString::number(slot + 1)
-                             : identifier;
+    const QString identifier = log->field(RaceLog::Field::PageIdentifier);
+    const QString name = identifier.isEmpty() ? RaceLogSlots::numberedCaption(slot) : identifier;
     int row = 0;
     while (row < list.count() && list.itemData(row).toInt() < slot)
         ++row;
@@ -49,8 +39,8 @@ RaceLog* RaceLogList::chosen() {
     const int row = list.currentIndex();
     if (row < 0)
         return nullptr;
-    if (RaceLogWindow* window = windowIn(logs, list.itemData(row).toInt()))
-        return &window->document();
+    if (RaceLog* log = logs.at(list.itemData(row).toInt()))
+        return log;
     {
         const QSignalBlocker quiet(&list);
         list.removeItem(row);

@@ -1,14 +1,13 @@
 #include "ui/graphs/ThrottleStopGraphWindow.h"
 
-#include "core/AppState.h"
 #include "core/NumberText.h"
 #include "core/SettingKeys.h"
 #include "prediction/ThrottleStopPoints.h"
+#include "racelog/OpenRaceLogs.h"
 #include "racelog/RaceLog.h"
 #include "ui/charts/ChartPrinting.h"
 #include "ui/graphs/RaceLogList.h"
 #include "ui/graphs/RunGraph.h"
-#include "ui/racelog/RaceLogWindow.h"
 #include "ui/shell/WindowPlacement.h"
 
 #include <QComboBox>
@@ -50,8 +49,8 @@ void plotPoints(QCPGraph* plot, const std::vector<ThrottleStopPoints::Point>& po
 
 } // namespace
 
-ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* parent)
-    : QWidget(parent), state(appState) {
+ThrottleStopGraphWindow::ThrottleStopGraphWindow(OpenRaceLogs& openLogs, QWidget* parent)
+    : QWidget(parent), raceLogs(openLogs) {
     setObjectName(QStringLiteral("frmGraphTS"));
     new KeptPlacement(*this, placementKey());
     setWindowTitle(Caption);
@@ -108,7 +107,7 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
     layout->addWidget(tsGraph, 1);
 
     // Nothing is drawn until the user chooses a log.
-    logs = new RaceLogList(*cboRaceLogs, state.raceLogs);
+    logs = new RaceLogList(*cboRaceLogs, raceLogs);
     cboRaceLogs->setCurrentIndex(-1);
     connect(cboRaceLogs, &QComboBox::currentIndexChanged, this,
             &ThrottleStopGraphWindow::drawChosenLog);
@@ -124,8 +123,8 @@ ThrottleStopGraphWindow::ThrottleStopGraphWindow(AppState& appState, QWidget* pa
     chooseMouseMode(0);
 }
 
-QWidget* ThrottleStopGraphWindow::make(AppState& state) {
-    return new ThrottleStopGraphWindow(state);
+QWidget* ThrottleStopGraphWindow::make(OpenRaceLogs& raceLogs) {
+    return new ThrottleStopGraphWindow(raceLogs);
 }
 
 QSize ThrottleStopGraphWindow::sizeHint() const {
@@ -229,9 +228,7 @@ void ThrottleStopGraphWindow::setTsr() {
 RaceLog* ThrottleStopGraphWindow::openChosenLog() const {
     if (cboRaceLogs->currentIndex() < 0)
         return nullptr;
-    auto* window =
-        dynamic_cast<RaceLogWindow*>(state.raceLogs.at(cboRaceLogs->currentData().toInt()));
-    return window ? &window->document() : nullptr;
+    return raceLogs.at(cboRaceLogs->currentData().toInt());
 }
 
 void ThrottleStopGraphWindow::printDocument() {

@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-struct AppState;
+class OpenRaceLogs;
 class QComboBox;
 class QLabel;
 class QPushButton;
@@ -22,9 +22,9 @@ class RunGraph;
 class ThrottleStopGraphWindow : public QWidget, public PrintableWindow {
     Q_OBJECT
 public:
-    explicit ThrottleStopGraphWindow(AppState& state, QWidget* parent = nullptr);
+    explicit ThrottleStopGraphWindow(OpenRaceLogs& raceLogs, QWidget* parent = nullptr);
 
-    static QWidget* make(AppState& state);
+    static QWidget* make(OpenRaceLogs& raceLogs);
 
     QSize sizeHint() const override;
     void printDocument() override;
@@ -48,7 +48,7 @@ private:
     // The log of the chosen entry while it is open; its entry stays either way.
     RaceLog* openChosenLog() const;
 
-    AppState& state;
+    OpenRaceLogs& raceLogs;
     RaceLogList* logs;
     ThrottleStopPoints::Lanes shownLanes;
 };

@@ -1,10 +1,10 @@
 #include "ui/graphs/TrendFinderWindow.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "core/SettingKeys.h"
 #include "prediction/TrendColumns.h"
+#include "racelog/OpenRaceLogs.h"
 #include "racelog/RaceLog.h"
 #include "ui/charts/ChartPrinting.h"
 #include "ui/graphs/RaceLogList.h"
@@ -45,7 +45,7 @@ QString placementKey() {
 
 } // namespace
 
-TrendFinderWindow::TrendFinderWindow(AppState& state, QWidget* parent) : QWidget(parent) {
+TrendFinderWindow::TrendFinderWindow(OpenRaceLogs& raceLogs, QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("frmGraph"));
     new KeptPlacement(*this, placementKey());
     setWindowTitle(Caption);
@@ -96,7 +96,7 @@ TrendFinderWindow::TrendFinderWindow(AppState& state, QWidget* parent) : QWidget
     layout->addWidget(runGraph, 1);
 
     // Choosing a log draws nothing; the quantity chosen afterwards does.
-    logs = new RaceLogList(*cboRaceLogs, state.raceLogs);
+    logs = new RaceLogList(*cboRaceLogs, raceLogs);
     cboRaceLogs->setCurrentIndex(-1);
     connect(cboRaceLogs, &QComboBox::currentIndexChanged, this, &TrendFinderWindow::askToClear);
     // Choosing the same quantity again appends its column once more.
@@ -112,8 +112,8 @@ TrendFinderWindow::TrendFinderWindow(AppState& state, QWidget* parent) : QWidget
     chooseMouseMode(0);
 }
 
-QWidget* TrendFinderWindow::make(AppState& state) {
-    return new TrendFinderWindow(state);
+QWidget* TrendFinderWindow::make(OpenRaceLogs& raceLogs) {
+    return new TrendFinderWindow(raceLogs);
 }
 
 QSize TrendFinderWindow::sizeHint() const {

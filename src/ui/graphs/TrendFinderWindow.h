@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-struct AppState;
+class OpenRaceLogs;
 class QComboBox;
 class QLabel;
 class RaceLogList;
@@ -17,9 +17,9 @@ class RunGraph;
 class TrendFinderWindow : public QWidget, public PrintableWindow {
     Q_OBJECT
 public:
-    explicit TrendFinderWindow(AppState& state, QWidget* parent = nullptr);
+    explicit TrendFinderWindow(OpenRaceLogs& raceLogs, QWidget* parent = nullptr);
 
-    static QWidget* make(AppState& state);
+    static QWidget* make(OpenRaceLogs& raceLogs);
 
     QSize sizeHint() const override;
     void printDocument() override;

@@ -30,7 +30,7 @@ void ask(MainWindow& main) {
 
 } // namespace
 
-void add(MainWindow& main, AppState&) {
+void add(MainWindow& main) {
     main.setCommand(QStringLiteral("miIncrementalTimes"), [&main] { ask(main); });
 }
 

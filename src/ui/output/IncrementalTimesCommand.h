@@ -5,13 +5,12 @@
 class MainWindow;
 class QMdiArea;
 class ViewerWindow;
-struct AppState;
 
 // The main window's command for the incremental times report: it asks for the category and
 // the tag cars, then shows the report in the report viewer, replacing the report shown last.
 namespace IncrementalTimesCommand {
 
-void add(MainWindow& main, AppState& state);
+void add(MainWindow& main);
 
 // Reads the log afresh, since the report uses it up, and shows the report of it; nullptr
 // when the log can't be read.

@@ -1,6 +1,5 @@
 #include "ui/pager/PagerDispatch.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherStation.h"
@@ -11,8 +10,7 @@
 #include <QLineEdit>
 #include <QTime>
 
-PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
-    : QObject(&main), main(main), state(state) {
+PagerDispatch::PagerDispatch(MainWindow& main) : QObject(&main), main(main) {
     connect(&main.weatherStation(), &WeatherStation::pageDue, this, &PagerDispatch::sendPage);
     main.setCommand(QStringLiteral("btnSendPage"), [this] { forcePage(); });
     main.setCommand(QStringLiteral("btnSend"), [this] { sendCustomMessage(); });
@@ -22,12 +20,7 @@ PagerDispatch::PagerDispatch(MainWindow& main, AppState& state)
 // A closed port drops the page without a word; the next comes a period later. A stale feed
 // still pages, its weather marked as old.
 void PagerDispatch::sendPage() {
-    const PagerComposer::Weather weather = main.weatherStation().watchdog().isStale()
-                                               ? PagerComposer::Weather::Old
-                                               : PagerComposer::Weather::Live;
-    const QString page = PagerComposer::pageText(QTime::currentTime(),
-                                                 PagerLogs::pagerSlots(state.raceLogs.bySlot()),
-                                                 state.statusLine, weather);
+    const QString page = PagerLogs::pageText(main.weatherStation(), QTime::currentTime());
     PortLink& port = main.instrument().serialPort();
     if (port.isOpen())
         port.write(PagerComposer::pageCommand(page));

@@ -4,7 +4,6 @@
 
 #include <QObject>
 
-struct AppState;
 class QByteArray;
 class MainWindow;
 
@@ -16,7 +15,7 @@ class MainWindow;
 class PagerDispatch : public QObject {
     Q_OBJECT
 public:
-    PagerDispatch(MainWindow& main, AppState& state);
+    explicit PagerDispatch(MainWindow& main);
 
 private:
     void sendPage();
@@ -26,5 +25,4 @@ private:
     void sendByHand(const QByteArray& command, const Dialogs::Message& portClosed);
 
     MainWindow& main;
-    AppState& state;
 };

@@ -1,10 +1,10 @@
 #include "ui/racelog/RaceLogCommands.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/ProgramFolder.h"
-#include "core/RaceLogDocument.h"
+#include "feed/WeatherStation.h"
 #include "output/ExcelExport.h"
+#include "prediction/LogPrediction.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/RaceLogFileRequests.h"
 #include "racelog/RaceLogSlots.h"
@@ -30,8 +30,8 @@ constexpr int FirstTypeToolId = 10000;
 
 } // namespace
 
-RaceLogCommands::RaceLogCommands(MainWindow& main, AppState& state)
-    : QObject(&main), main(main), state(state) {
+RaceLogCommands::RaceLogCommands(MainWindow& main, WeatherStation& station)
+    : QObject(&main), main(main), station(station) {
     main.setCommand(QStringLiteral("miNewRaceLog"), [this] { newRaceLog(QString()); });
     main.setCommand(QStringLiteral("miOpenRaceLog"), [this] { openRaceLog(); });
     main.setCommand(QStringLiteral("miClose"), [this] { closeActive(); });
@@ -109,9 +109,9 @@ RaceLogLoad RaceLogCommands::loadRaceLog(const QString& path, const QString& tit
 
 // A new window in the first free slot, loaded and still hidden.
 RaceLogWindow* RaceLogCommands::createLog(const QString& raceLogType) {
-    auto* log = new RaceLogWindow(state);
+    auto* log = new RaceLogWindow(station, clipboard);
     main.mdiArea()->addSubWindow(log);
-    log->slot = state.raceLogs.open(log);
+    station.raceLogs().open(&log->document());
     log->raceLogType = raceLogType;
     log->load(main.mdiArea()->background().color());
     return log;
@@ -119,7 +119,7 @@ RaceLogWindow* RaceLogCommands::createLog(const QString& raceLogType) {
 
 void RaceLogCommands::showLog(RaceLogWindow* log) {
     if (log->windowTitle().isEmpty())
-        log->setWindowTitle(RaceLogSlots::numberedCaption(log->slot));
+        log->setWindowTitle(RaceLogSlots::numberedCaption(log->document().slot()));
     log->parentWidget()->show();
     log->show();
 }
@@ -131,6 +131,16 @@ QMdiSubWindow* RaceLogCommands::activeChild() const {
 RaceLogWindow* RaceLogCommands::activeLog() const {
     QMdiSubWindow* child = activeChild();
     return child ? qobject_cast<RaceLogWindow*>(child->widget()) : nullptr;
+}
+
+// The window that shows an open log; none for an empty slot.
+RaceLogWindow* RaceLogCommands::windowOf(const RaceLog* log) const {
+    for (QMdiSubWindow* child : main.mdiArea()->subWindowList()) {
+        auto* window = qobject_cast<RaceLogWindow*>(child->widget());
+        if (log && window && &window->document() == log)
+            return window;
+    }
+    return nullptr;
 }
 
 void RaceLogCommands::openRaceLog() {
@@ -154,18 +164,20 @@ void RaceLogCommands::saveActive(bool choosePath) {
 
 // Every open log in slot order; a log that has no file yet asks for one.
 void RaceLogCommands::saveAll() {
-    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
-        if (auto* log = dynamic_cast<RaceLogWindow*>(state.raceLogs.at(slot)))
-            log->saveLog(log->document().filePath());
+    const OpenRaceLogs& logs = station.raceLogs();
+    for (int slot = 0; slot < logs.slotCount(); ++slot) {
+        if (RaceLogWindow* window = windowOf(logs.at(slot)))
+            window->saveLog(window->document().filePath());
     }
 }
 
 // A failed prediction shows a box, during which a log may close: the slots are looked at
 // afresh for each log.
 void RaceLogCommands::predictAll() {
-    for (int slot = 0; slot < state.raceLogs.slotCount(); ++slot) {
-        if (RaceLogDocument* log = state.raceLogs.at(slot))
-            log->updatePredictions();
+    const OpenRaceLogs& logs = station.raceLogs();
+    for (int slot = 0; slot < logs.slotCount(); ++slot) {
+        if (RaceLog* log = logs.at(slot))
+            LogPrediction::publish(*log, station.predictionSettings().deltaVP);
     }
 }
 

@@ -1,22 +1,25 @@
 #pragma once
 
+#include "racelog/RunClipboard.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QObject>
 #include <QString>
 
-struct AppState;
 class PrintableWindow;
+class RaceLog;
 class RaceLogWindow;
 class QMdiSubWindow;
+class WeatherStation;
 
 // The main window's commands on race logs: new and open, save, close, print, predict all, and
 // the list of race log types under "New Race Log". It gives the main window these commands
-// when it is made, and keeps the open logs in the slots of AppState::raceLogs.
+// when it is made, registers each log it opens among the station's open logs, and keeps the
+// run clipboard the logs' windows share.
 class RaceLogCommands : public QObject {
     Q_OBJECT
 public:
-    RaceLogCommands(MainWindow& main, AppState& state);
+    RaceLogCommands(MainWindow& main, WeatherStation& station);
 
     // Hangs the list of race log types (the subkeys of the defaults) under "New Race Log",
     // in the File menu and on the tool bar. With no type, "New Race Log" stays a command.
@@ -28,11 +31,15 @@ public:
     // when it is no race log or when it lacks a column; the reason names the column.
     RaceLogLoad loadRaceLog(const QString& path, const QString& title);
 
+    // The runs cut or copied last in any of the logs.
+    const RunClipboard::Runs& runClipboard() const { return clipboard; }
+
 private:
     RaceLogWindow* createLog(const QString& raceLogType);
     void showLog(RaceLogWindow* log);
     QMdiSubWindow* activeChild() const;
     RaceLogWindow* activeLog() const;
+    RaceLogWindow* windowOf(const RaceLog* log) const;
 
     void openRaceLog();
     void closeActive();
@@ -43,5 +50,6 @@ private:
     void exportToExcel();
 
     MainWindow& main;
-    AppState& state;
+    WeatherStation& station;
+    RunClipboard::Runs clipboard;
 };

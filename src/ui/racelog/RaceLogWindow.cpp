@@ -1,12 +1,12 @@
 #include "ui/racelog/RaceLogWindow.h"
 
 #include "charts/RunAnnotations.h"
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
 #include "core/NumberText.h"
 #include "core/ProgramFolder.h"
 #include "core/Registry.h"
+#include "feed/WeatherStation.h"
 #include "output/PageDocument.h"
 #include "output/RaceLogPages.h"
 #include "output/RacepakFile.h"
@@ -54,12 +54,14 @@ const QString PanelOpenMark = QStringLiteral("<<<");
 
 } // namespace
 
-RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent), state(state) {
+RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipboard,
+                             QWidget* parent)
+    : QWidget(parent), station(station) {
     setObjectName(QStringLiteral("frmLog"));
     sidePanel = new LogSidePanel(this);
     sidePanel->hide();
     sidePanel->showLog(log);
-    grid = new RunGrid(state, log, this);
+    grid = new RunGrid(station, clipboard, log, this);
     grid->setObjectName(QStringLiteral("gridLog"));
     showColumnMenu = new ShowColumnMenu(log.runs(), this);
     grid->setShowColumnMenu(showColumnMenu);
@@ -68,6 +70,7 @@ RaceLogWindow::RaceLogWindow(AppState& state, QWidget* parent) : QWidget(parent)
     lblStale->hide();
     showAsWarning(*lblStale, true);
     addUndoCommands();
+    followPrediction();
 
     connect(grid, &RunGrid::panelToggleRequested, this, &RaceLogWindow::togglePanel);
     connect(grid, &RunGrid::panelTabRequested, this, &RaceLogWindow::showPanelTab);
@@ -143,6 +146,17 @@ void RaceLogWindow::addUndoCommands() {
         menu->insertActions(first, {undo, redo});
         menu->insertSeparator(first);
     }
+}
+
+// The caption shows the last line published; a fault is told in a box, after the line it
+// left standing.
+void RaceLogWindow::followPrediction() {
+    PublishedPrediction& prediction = log.prediction();
+    connect(&prediction, &PublishedPrediction::published, this,
+            [this](const PredictionLine& line) { setWindowTitle(line.caption); });
+    connect(&prediction, &PublishedPrediction::failed, this,
+            [] { Dialogs::Show(PredictionModel::faultMessage()); });
+    connect(&prediction, &PublishedPrediction::staleChanged, this, &RaceLogWindow::showStale);
 }
 
 // A race log is of use when it shows its side panel beside the run numbers and a few
@@ -331,50 +345,24 @@ void RaceLogWindow::paintRowBands() {
     log.runs().paintRowBands();
 }
 
-void RaceLogWindow::takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) {
-    log.takeLiveWeather(QString::number(adjustedAltitude), NumberText::General(vaporPressure));
-}
-
-// The last publish stands: the full line, or the ET alone when a fault came after it. Only it
-// is shown, so a caption that did not change is not set again with every feed line.
 void RaceLogWindow::updatePredictions() {
-    const PredictionModel::Outcome outcome = LogPrediction::predict(log, slot, state.deltaVP);
-    if (!outcome.publications.isEmpty()) {
-        const PredictionModel::Publication& publication = outcome.publications.last();
-        publishedMessage = publication.pagerMessage;
-        setWindowTitle(publication.caption);
-    }
-    if (outcome.fault)
-        Dialogs::Show(PredictionModel::faultMessage());
+    LogPrediction::publish(log, station.predictionSettings().deltaVP);
 }
 
-bool RaceLogWindow::pagerPredictions() const {
-    return log.pagerPredictions();
-}
-
-QString RaceLogWindow::pagerMessage() const {
-    return publishedMessage;
-}
-
-void RaceLogWindow::predictionStale(int seconds) {
-    lblStale->setText(QStringLiteral("Prediction stale: no weather for %1 s").arg(seconds));
-    if (!lblStale->isHidden())
+// 0 seconds: the weather is live again.
+void RaceLogWindow::showStale(int seconds) {
+    if (seconds > 0)
+        lblStale->setText(QStringLiteral("Prediction stale: no weather for %1 s").arg(seconds));
+    if (lblStale->isHidden() == (seconds == 0))
         return;
-    lblStale->show();
-    arrange();
-}
-
-void RaceLogWindow::predictionFresh() {
-    if (lblStale->isHidden())
-        return;
-    lblStale->hide();
+    lblStale->setVisible(seconds > 0);
     arrange();
 }
 
 // The box has already changed when this is asked; the warning does not undo it.
 void RaceLogWindow::warnOfManyPagingLogs() {
-    if (const auto warning =
-            PagerComposer::pagerPredictionsWarning(PagerLogs::pagerSlots(state.raceLogs.bySlot())))
+    if (const auto warning = PagerComposer::pagerPredictionsWarning(
+            PagerLogs::pagerSlots(station.raceLogs().bySlot())))
         Dialogs::Show(*warning);
 }
 
@@ -454,7 +442,8 @@ void RaceLogWindow::arrange() {
 
 // A log without a page identifier is called by its slot.
 void RaceLogWindow::settleCaption(const QString& pageIdentifier) {
-    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(slot) : pageIdentifier);
+    setWindowTitle(pageIdentifier.isEmpty() ? RaceLogSlots::numberedCaption(log.slot())
+                                            : pageIdentifier);
 }
 
 // The list in the panel follows the log; a run missing from it is reported.
@@ -485,11 +474,11 @@ void RaceLogWindow::showPages(void (*layout)(PageDocument&, const RaceLog&)) {
 // cannot be worked out ends the command; the marks made until then stay.
 void RaceLogWindow::annotateCharts() {
     grid->commitCellEdit();
-    const RunAnnotations::Marks marks =
-        RunAnnotations::marks(log.runs(), log.field(RaceLog::Field::PageIdentifier),
-                              [this](ViewTable::View view) { return state.views.isOpen(view); });
+    const RunAnnotations::Marks marks = RunAnnotations::marks(
+        log.runs(), log.field(RaceLog::Field::PageIdentifier),
+        [this](ViewTable::View view) { return station.views().isOpen(view); });
     for (const RunAnnotations::Mark& mark : marks.marks) {
-        if (auto* chart = dynamic_cast<StripChartWindow*>(state.views.at(mark.view)))
+        if (auto* chart = dynamic_cast<StripChartWindow*>(station.views().at(mark.view)))
             chart->annotate(mark.plot, mark.x, mark.y, mark.text);
     }
     if (marks.failed)
@@ -526,5 +515,5 @@ QWidget* RaceLogWindow::placedWindow() {
 }
 
 void RaceLogWindow::releaseSlot() {
-    state.raceLogs.close(this);
+    station.raceLogs().close(&log);
 }

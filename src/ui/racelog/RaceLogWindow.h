@@ -1,29 +1,30 @@
 #pragma once
 
-#include "core/RaceLogDocument.h"
 #include "racelog/Database.h"
 #include "racelog/RaceLog.h"
+#include "racelog/RunClipboard.h"
 #include "ui/output/PrintableWindow.h"
 
 #include <QColor>
 #include <QWidget>
 
-struct AppState;
 class LogSidePanel;
 class QLabel;
 class RunGrid;
 class ShowColumnMenu;
 class PageDocument;
+class WeatherStation;
 
 // The race log window: the view and editor of one RaceLog, its runs in the run table grid
 // and its settings, notes and prediction inputs in the side panel sidePanel, which the corner
 // cell of the table opens and closes. Undo and Redo take back the log's changes. The window
-// lives in a child window of the main window and holds the slot slot of the open logs while
-// it is open.
-class RaceLogWindow : public QWidget, public RaceLogDocument, public PrintableWindow {
+// lives in a child window of the main window; its log is among the station's open logs while
+// the window is open, and the window shows what the log's prediction publishes.
+class RaceLogWindow : public QWidget, public PrintableWindow {
     Q_OBJECT
 public:
-    explicit RaceLogWindow(AppState& state, QWidget* parent = nullptr);
+    RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipboard,
+                  QWidget* parent = nullptr);
     ~RaceLogWindow() override;
 
     // The window load: its place on the screen, the run table, the race tracks and the
@@ -48,24 +49,15 @@ public:
     // Every second run row gets the band colour.
     void paintRowBands();
 
-    void takeLiveWeather(qint32 adjustedAltitude, float vaporPressure) override;
-    // The prediction from the reference run, shown in the caption; pagerMessage carries it
-    // to the pager. A prediction that fails says so in a box.
-    void updatePredictions() override;
-    bool pagerPredictions() const override;
-    QString pagerMessage() const override;
-    // While the feed is stale a line above the runs (lblStale) says the prediction stands on
-    // old weather, and for how long.
-    void predictionStale(int seconds) override;
-    void predictionFresh() override;
+    // The prediction from the reference run, published in the log: the caption shows it, and
+    // a prediction that fails says so in a box.
+    void updatePredictions();
 
     // The runs as the times table, on paper and in PDF.
     void printDocument() override;
     void saveAsPdf() override;
 
-    int slot = 0;
     QString raceLogType;
-    QString publishedMessage;
 
     LogSidePanel* sidePanel;
     RunGrid* grid;
@@ -92,6 +84,10 @@ private:
     void arrange();
 
     void addUndoCommands();
+    void followPrediction();
+    // While the feed is stale a line above the runs (lblStale) says the prediction stands on
+    // old weather, and for how long.
+    void showStale(int seconds);
     void settleCaption(const QString& pageIdentifier);
     void warnOfManyPagingLogs();
     void completeRun(int row);
@@ -106,7 +102,7 @@ private:
     QWidget* placedWindow();
     void releaseSlot();
 
-    AppState& state;
+    WeatherStation& station;
     RaceLog log;
     QLabel* lblStale;
     int gridLeft = 0;

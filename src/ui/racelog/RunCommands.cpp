@@ -58,7 +58,7 @@ void importCurrentWeather(RaceLog& log, int row, const WeatherRecord& live) {
                     QStringLiteral("Pellamor Weather Import"), Dialogs::Icon::Information);
 }
 
-void importLoggedWeather(RaceLog& log, int row, AppState& state) {
+void importLoggedWeather(RaceLog& log, int row, WeatherLog& weatherLog) {
     LoggedWeather found;
     {
         Hourglass busy;
@@ -71,13 +71,13 @@ void importLoggedWeather(RaceLog& log, int row, AppState& state) {
             stamp.time = now.time();
         if (!date)
             stamp.date = now.date();
-        found = FindLoggedWeather(state, date.value_or(now).date(), time.value_or(now).time());
+        found = weatherLog.find(date.value_or(now).date(), time.value_or(now).time());
         RunEdits::importWeather(log, row, found.ABP != 0 ? &found : nullptr, stamp);
     }
     tellLoggedWeather(found.ABP != 0);
 }
 
-void importTimeSlip(RaceLog& log, int row, AppState& state) {
+void importTimeSlip(RaceLog& log, int row, WeatherLog& weatherLog) {
     const QString carNumber = log.field(RaceLog::Field::CarNumber);
     if (carNumber.isEmpty()) {
         Dialogs::Inform(QStringLiteral("You must have a car number entered for this feature!"),
@@ -116,7 +116,7 @@ void importTimeSlip(RaceLog& log, int row, AppState& state) {
         Hourglass busy;
         if (!date)
             stamp.date = runDate;
-        found = FindLoggedWeather(state, runDate, slip.time);
+        found = weatherLog.find(runDate, slip.time);
         RunEdits::importTimeSlip(log, row, &slip, found.ABP != 0 ? &found : nullptr, stamp);
     }
     tellLoggedWeather(found.ABP != 0);

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-struct AppState;
+class WeatherLog;
 class RaceLog;
 struct WeatherRecord;
 
@@ -23,12 +23,12 @@ void importCurrentWeather(RaceLog& log, int row, const WeatherRecord& live);
 
 // The weather log row of the run's minute. A run with no readable time or date is taken as
 // made now, and its cell says so from then on, whether weather is found or not.
-void importLoggedWeather(RaceLog& log, int row, AppState& state);
+void importLoggedWeather(RaceLog& log, int row, WeatherLog& weatherLog);
 
 // The time slip of the log's car from the timing receiver's log, the one whose time lies
 // within a quarter of an hour of the run's, and then the logged weather of the slip's minute,
 // all as one step. A run with no readable time is taken as made now and gets its date written,
 // even when no slip is found.
-void importTimeSlip(RaceLog& log, int row, AppState& state);
+void importTimeSlip(RaceLog& log, int row, WeatherLog& weatherLog);
 
 } // namespace RunCommands

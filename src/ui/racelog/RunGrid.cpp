@@ -1,7 +1,7 @@
 #include "ui/racelog/RunGrid.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunEdits.h"
@@ -40,10 +40,11 @@ bool isClipboardCode(int code) {
 // What a run grid keeps besides the view: the race log it shows, the cell editors, the menus,
 // and what the last mouse press left behind.
 struct RunGrid::Private {
-    Private(AppState& state, RaceLog& log, QWidget* grid)
-        : state(state), log(log), table(log.runs()), menus(grid) {}
+    Private(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log, QWidget* grid)
+        : station(station), clipboard(clipboard), log(log), table(log.runs()), menus(grid) {}
 
-    AppState& state;
+    WeatherStation& station;
+    RunClipboard::Runs& clipboard;
     RaceLog& log;
     RunTable& table; // the log's runs
     RunMenus menus;
@@ -60,8 +61,9 @@ struct RunGrid::Private {
     bool rowMenuFromPress = false;
 };
 
-RunGrid::RunGrid(AppState& state, RaceLog& log, QWidget* parent)
-    : QTableView(parent), d(new Private(state, log, this)) {
+RunGrid::RunGrid(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log,
+                 QWidget* parent)
+    : QTableView(parent), d(new Private(station, clipboard, log, this)) {
     RunTable& table = d->table;
     // The editors first: every change of the current cell commits what they hold.
     d->editors = new CellEditors(*this);
@@ -408,30 +410,30 @@ std::pair<int, int> RunGrid::selectedRuns() const {
 
 void RunGrid::cutRun() {
     if (const auto [first, last] = selectedRuns(); first >= 1)
-        RunEdits::cutRuns(d->log, first, last, d->state.runClipboard);
+        RunEdits::cutRuns(d->log, first, last, d->clipboard);
 }
 
 void RunGrid::copyRun() {
     if (const auto [first, last] = selectedRuns(); first >= 1)
-        d->state.runClipboard = RunClipboard::copy(d->table, first, last);
+        d->clipboard = RunClipboard::copy(d->table, first, last);
 }
 
 void RunGrid::pasteRun() {
     if (const int row = currentRunRow(); row >= 1)
-        RunEdits::pasteRuns(d->log, row, d->state.runClipboard);
+        RunEdits::pasteRuns(d->log, row, d->clipboard);
 }
 
 void RunGrid::getCurrentWeather() {
     if (const int row = currentRunRow(); row >= 1)
-        RunCommands::importCurrentWeather(d->log, row, d->state.currentWeather);
+        RunCommands::importCurrentWeather(d->log, row, d->station.reading());
 }
 
 void RunGrid::getLoggedWeather() {
     if (const int row = currentRunRow(); row >= 1)
-        RunCommands::importLoggedWeather(d->log, row, d->state);
+        RunCommands::importLoggedWeather(d->log, row, d->station.weatherLog());
 }
 
 void RunGrid::getTimeSlip() {
     if (const int row = currentRunRow(); row >= 1)
-        RunCommands::importTimeSlip(d->log, row, d->state);
+        RunCommands::importTimeSlip(d->log, row, d->station.weatherLog());
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "racelog/RunClipboard.h"
+
 #include <QTableView>
 
-struct AppState;
+class WeatherStation;
 class QMenu;
 class RaceLog;
 class RunTable;
@@ -15,7 +17,10 @@ class RunTable;
 class RunGrid : public QTableView {
     Q_OBJECT
 public:
-    RunGrid(AppState& state, RaceLog& log, QWidget* parent = nullptr);
+    // The station gives the live weather and the weather log to the weather imports; the
+    // clipboard is the one all race log windows share.
+    RunGrid(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log,
+            QWidget* parent = nullptr);
     ~RunGrid() override;
 
     RunTable& table() const;

@@ -1,6 +1,5 @@
 #include "ui/shell/MainWindow.h"
 
-#include "core/AppState.h"
 #include "core/Calculator.h"
 #include "core/Dialogs.h"
 #include "core/Hourglass.h"
@@ -46,8 +45,8 @@ QString manualIndexPath() {
 
 } // namespace
 
-MainWindow::MainWindow(AppState& state, QWidget* parent)
-    : QMainWindow(parent), state(state), backgroundColor(Palette::WorkspaceColor) {
+MainWindow::MainWindow(WeatherStation& station, QWidget* parent)
+    : QMainWindow(parent), station(station), backgroundColor(Palette::WorkspaceColor) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Tarnwick"));
     resize(1024, 720);
@@ -61,27 +60,26 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     addCommands();
     bar->showTools([this](const QString& name) { return commands.contains(name); });
 
-    station = new WeatherStation(state, this);
-    connect(station, &WeatherStation::statusText, this, &MainWindow::showStatus);
-    connect(station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
-    connect(&station->watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
-    connect(&station->watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
+    connect(&station, &WeatherStation::statusText, this, &MainWindow::showStatus);
+    connect(&station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
+    connect(&station.watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
+    connect(&station.watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
 }
 
 InstrumentConnection& MainWindow::instrument() const {
-    return station->link();
+    return station.link();
 }
 
 WeatherFeed& MainWindow::weatherFeed() const {
-    return station->feed();
+    return station.feed();
 }
 
 int MainWindow::pagerFrequency() const {
-    return station->pagerFrequency();
+    return station.pagerFrequency();
 }
 
 void MainWindow::setPagerFrequency(int frequency) {
-    station->setPagerFrequency(frequency);
+    station.setPagerFrequency(frequency);
 }
 
 QLabel* MainWindow::statusPanel(const QString& name) const {
@@ -156,7 +154,7 @@ void MainWindow::centerOnScreen() {
 
 // A display instance tells itself apart from the main instance by its caption.
 void MainWindow::showDisplayCaption() {
-    if (state.displayMode)
+    if (station.isDisplay())
         setWindowTitle(QStringLiteral("Vessimar"));
 }
 
@@ -176,22 +174,23 @@ void MainWindow::loadBackground() {
 }
 
 void MainWindow::loadPagerFrequency() {
-    station->setPagerFrequency(PagerSchedule::loadFrequency());
+    station.setPagerFrequency(PagerSchedule::loadFrequency());
 }
 
 void MainWindow::loadNoWeatherSeconds() {
-    station->watchdog().setThreshold(FeedWatchdog::loadThreshold());
+    station.watchdog().setThreshold(FeedWatchdog::loadThreshold());
 }
 
 void MainWindow::loadDeltaVP() {
     const QString text = Registry::Get(SettingKeys::DeltaVP);
-    state.deltaVP = text == u"1";
-    deltaVPUnread = !state.deltaVP && text != u"0" && text != Registry::NoKeyValue;
-    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.deltaVP);
+    bool& deltaVP = station.predictionSettings().deltaVP;
+    deltaVP = text == u"1";
+    deltaVPUnread = !deltaVP && text != u"0" && text != Registry::NoKeyValue;
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(deltaVP);
 }
 
 void MainWindow::resetRaceLogs() {
-    state.raceLogs.reset();
+    station.raceLogs().reset();
 }
 
 void MainWindow::loadPortSettings() {
@@ -210,12 +209,13 @@ void MainWindow::listRaceLogTypes() {
 
 // No live window is open yet; the logs follow the weather until the user says otherwise.
 void MainWindow::resetFlags() {
-    state.views.close(ViewTable::View::WindDirection);
-    state.views.close(ViewTable::View::WindSpeed);
-    state.views.close(ViewTable::View::VaporPressure);
-    state.automaticUpdates = true;
+    OpenViews& views = station.views();
+    views.close(ViewTable::View::WindDirection);
+    views.close(ViewTable::View::WindSpeed);
+    views.close(ViewTable::View::VaporPressure);
+    station.predictionSettings().automaticUpdates = true;
     bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(true);
-    state.loggingWeather = false;
+    station.weatherLog().release();
 }
 
 // The program runs without a link until the user chooses a port.
@@ -230,14 +230,14 @@ void MainWindow::askForPortWhenNone() {
 
 // The port settings belong to the main instance, which owns the instrument.
 void MainWindow::disablePropertiesInDisplayMode() {
-    if (state.displayMode)
+    if (station.isDisplay())
         bar->tool(QStringLiteral("miProperties"))->setEnabled(false);
 }
 
 // A display instance reads the relay on this machine unless told otherwise. Only memory
 // changes here; the settings reach the store at exit.
 void MainWindow::useRelayDefaultsInDisplayMode() {
-    if (!state.displayMode)
+    if (!station.isDisplay())
         return;
     PortSettings& settings = instrument().portSettings;
     if (settings.host.isEmpty() || settings.host == u"None")
@@ -249,7 +249,7 @@ void MainWindow::useRelayDefaultsInDisplayMode() {
 // A main instance on a COM port opens it now; one set to TCP/IP connects only when the user
 // applies the port settings.
 void MainWindow::startSerialPort() {
-    station->startSerialPort(state.displayMode);
+    station.startSerialPort();
 }
 
 void MainWindow::connectRelay() {
@@ -257,7 +257,7 @@ void MainWindow::connectRelay() {
 }
 
 void MainWindow::startTimers() {
-    station->startTimers();
+    station.startTimers();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -289,18 +289,18 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 // The relay goes first, then the port; the port settings in memory are kept for the next start.
 void MainWindow::closeLinks() {
-    station->closeLinks();
+    station.closeLinks();
     SavePortSettings(instrument().portSettings, portSettingsAsLoaded);
 }
 
 void MainWindow::stopTimers() {
-    station->stopTimers();
+    station.stopTimers();
 }
 
 // The weather log says whether a row is being written; a close that comes in meanwhile is
 // refused rather than cut the row short.
 bool MainWindow::weatherLogClosed() {
-    return !state.loggingWeather;
+    return !station.weatherLog().isBusy();
 }
 
 void MainWindow::saveDeltaVP() {
@@ -369,14 +369,16 @@ void MainWindow::setRaceLogListing(std::function<void()> listing) {
 
 // The flag turns over and the tool's check mark shows it.
 void MainWindow::toggleAutomaticUpdates() {
-    state.automaticUpdates = !state.automaticUpdates;
-    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(state.automaticUpdates);
+    bool& automaticUpdates = station.predictionSettings().automaticUpdates;
+    automaticUpdates = !automaticUpdates;
+    bar->tool(QStringLiteral("miAutomaticUpdates"))->setChecked(automaticUpdates);
 }
 
 void MainWindow::toggleDeltaVP() {
-    state.deltaVP = !state.deltaVP;
+    bool& deltaVP = station.predictionSettings().deltaVP;
+    deltaVP = !deltaVP;
     deltaVPUnread = false;
-    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(state.deltaVP);
+    bar->tool(QStringLiteral("miDeltaVP"))->setChecked(deltaVP);
 }
 
 void MainWindow::setBackground(quint32 color) {
@@ -386,7 +388,7 @@ void MainWindow::setBackground(quint32 color) {
 }
 
 void MainWindow::showPortSettings() {
-    PortDialog dialog(instrument(), station->watchdog(), this);
+    PortDialog dialog(instrument(), station.watchdog(), this);
     dialog.exec();
 }
 
@@ -457,7 +459,7 @@ void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
     progress.setWindowTitle(QStringLiteral("Load Logged Weather"));
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(0);
-    LoadLoggedWeather(file.path, state.views, [&progress](double fractionRead) {
+    LoadLoggedWeather(file.path, station.views(), [&progress](double fractionRead) {
         progress.setValue(int(fractionRead * Steps));
         return !progress.wasCanceled();
     });
@@ -466,5 +468,5 @@ void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
 // Clears each open chart in the order of the view table; the live weather and wind direction
 // windows keep what they show.
 void MainWindow::ClearViews() {
-    state.views.clear();
+    station.views().clear();
 }

@@ -9,7 +9,6 @@
 #include <QStringList>
 #include <functional>
 
-struct AppState;
 class CommandBar;
 class InstrumentConnection;
 class QLabel;
@@ -30,7 +29,9 @@ struct RaceLogLoad {
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    explicit MainWindow(AppState& state, QWidget* parent = nullptr);
+    // The station runs the live weather and holds the open logs and views; it outlives the
+    // window.
+    explicit MainWindow(WeatherStation& station, QWidget* parent = nullptr);
     ~MainWindow() override;
 
     // The form load, step by step in order. Called once by the start-up after construction.
@@ -43,7 +44,7 @@ public:
     QMdiArea* mdiArea() const;
 
     // The live weather: the instrument's links, the feed, the poll and the page timing.
-    WeatherStation& weatherStation() const { return *station; }
+    WeatherStation& weatherStation() const { return station; }
     // The instrument's port and the relay connection, with their settings.
     InstrumentConnection& instrument() const;
     // The feed that turns the instrument's bytes into the live weather.
@@ -120,10 +121,9 @@ private:
     void replayWithProgress(const Dialogs::FileChoice& file);
     void ClearViews();
 
-    AppState& state;
+    WeatherStation& station;
     QMdiArea* mdi = nullptr;
     CommandBar* bar = nullptr;
-    WeatherStation* station = nullptr;
     QHash<QString, std::function<void()>> commands;
     std::function<void(const QString&)> newRaceLogCommand;
     std::function<RaceLogLoad(const QString&)> raceLogLoader;

@@ -1,9 +1,9 @@
 #include "ui/shell/Startup.h"
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/WeatherStation.h"
 #include "ui/charts/ViewCommands.h"
 #include "ui/graphs/GraphCommands.h"
 #include "ui/output/IncrementalTimesCommand.h"
@@ -39,10 +39,10 @@ const QString oskerbyName = QStringLiteral("oskerby");
 
 } // namespace
 
-Startup::Startup(AppState& state, const QStringList& arguments, const QString& applicationFolder)
-    : state(state), commandLine(arguments.mid(1).join(u' ')), applicationFolder(applicationFolder) {
-}
+Startup::Startup(const QStringList& arguments, const QString& applicationFolder)
+    : commandLine(arguments.mid(1).join(u' ')), applicationFolder(applicationFolder) {}
 
+// The window goes before the station it shows.
 Startup::~Startup() {
     delete window;
 }
@@ -71,7 +71,7 @@ std::optional<int> Startup::Main() {
                                         Dialogs::Answer::Ok};
         if (Dialogs::Show(question) == Dialogs::Answer::Cancel)
             return 0;
-        state.displayMode = true;
+        role = InstanceRole::Display;
     }
 
     ShowSplashWhileLoading();
@@ -79,7 +79,7 @@ std::optional<int> Startup::Main() {
 
     // A display instance never takes files: a later start's path goes to the main instance.
     // The main instance takes them until its window has closed.
-    if (!state.displayMode) {
+    if (role == InstanceRole::Main) {
         connect(&channel, &InstanceChannel::pathReceived, this, &Startup::OpenHandedPath);
         connect(window->windowHandle(), &QWindow::visibleChanged, this, [this](bool visible) {
             if (!visible)
@@ -91,7 +91,7 @@ std::optional<int> Startup::Main() {
     if (!commandLine.isEmpty())
         window->openFile(commandLine);
 
-    if (state.displayMode)
+    if (role == InstanceRole::Display)
         return StartDisplay();
     return std::nullopt;
 }
@@ -105,14 +105,15 @@ void Startup::ShowSplashWhileLoading() {
     QTimer::singleShot(splashMs, &wait, &QEventLoop::quit);
     wait.exec(QEventLoop::ExcludeUserInputEvents);
 
-    window = new MainWindow(state);
+    station = std::make_unique<WeatherStation>(role);
+    window = new MainWindow(*station);
     // The race log, pager, view, graph and report commands join the one dispatch before the
     // load lists the race log types and starts the timers.
-    new RaceLogCommands(*window, state);
-    new PagerDispatch(*window, state);
-    ViewCommands::add(*window, state);
-    GraphCommands::add(*window, state);
-    IncrementalTimesCommand::add(*window, state);
+    new RaceLogCommands(*window, *station);
+    new PagerDispatch(*window);
+    ViewCommands::add(*window, station->views());
+    GraphCommands::add(*window, station->raceLogs());
+    IncrementalTimesCommand::add(*window);
     window->load();
 }
 

@@ -1,25 +1,28 @@
 #pragma once
 
 #include "core/InstanceChannel.h"
+#include "core/InstanceRole.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
-struct AppState;
 class MainWindow;
+class WeatherStation;
 
 // The start of the process. Main decides the role of this process - main instance or
-// display instance - or hands a race log to the running main instance and ends, then opens
-// the main window and connects the process to its source of weather records.
+// display instance - or hands a race log to the running main instance and ends, then makes
+// the weather station of that role, opens the main window on it and connects the process to
+// its source of weather records.
 class Startup : public QObject {
     Q_OBJECT
 public:
     // arguments as the process got them, the program's own name first; applicationFolder is
     // where the companion programs lie.
-    Startup(AppState& state, const QStringList& arguments, const QString& applicationFolder);
+    Startup(const QStringList& arguments, const QString& applicationFolder);
     ~Startup() override;
 
     // Runs the start-up. Gives the exit code when the process ends here, or nothing when the
@@ -27,6 +30,8 @@ public:
     std::optional<int> Main();
 
     MainWindow* mainWindow() const;
+    // The live weather and the open logs and views; made once the role is known.
+    WeatherStation* weatherStation() const { return station.get(); }
 
 private:
     void ShowSplashWhileLoading();
@@ -34,9 +39,10 @@ private:
     void OpenHandedPath(const QString& path);
     std::optional<int> StartDisplay();
 
-    AppState& state;
+    InstanceRole role = InstanceRole::Main;
     const QString commandLine;
     const QString applicationFolder;
     InstanceChannel channel;
+    std::unique_ptr<WeatherStation> station;
     QPointer<MainWindow> window;
 };

@@ -28,7 +28,7 @@ const QList<View> Charts{
 // The main window with every command, as the program puts it together.
 struct ViewWindows : PredictionWindows {
     ViewWindows() {
-        ViewCommands::add(main, state);
+        ViewCommands::add(main, station.views());
         main.resize(1400, 900);
         main.show();
     }
@@ -37,7 +37,7 @@ struct ViewWindows : PredictionWindows {
             run(entry.command.toString());
     }
     template <typename Window> Window* window(View view) {
-        return dynamic_cast<Window*>(state.views.at(view));
+        return dynamic_cast<Window*>(station.views().at(view));
     }
     StripChart* chart(View view) { return window<StripChartWindow>(view)->chart(); }
     WindRoseWindow* rose() { return window<WindRoseWindow>(View::RosePlot); }
@@ -123,7 +123,7 @@ private slots:
         windows.openAll();
         QCOMPARE(windows.main.mdiArea()->subWindowList().size(), 11);
         for (const ViewTable::Entry& entry : ViewTable::Views) {
-            auto* window = dynamic_cast<QWidget*>(windows.state.views.at(entry.view));
+            auto* window = dynamic_cast<QWidget*>(windows.station.views().at(entry.view));
             QVERIFY2(window, qPrintable(entry.objectName.toString()));
             QCOMPARE(window->objectName(), entry.objectName.toString());
             QCOMPARE(window->windowTitle(), entry.caption.toString());
@@ -140,14 +140,14 @@ private slots:
         int shift = 0;
         for (const ViewTable::Entry& entry : ViewTable::Views) {
             windows.run(entry.command.toString());
-            auto* view = dynamic_cast<QWidget*>(windows.state.views.at(entry.view));
+            auto* view = dynamic_cast<QWidget*>(windows.station.views().at(entry.view));
             auto* frame = qobject_cast<QMdiSubWindow*>(view->parentWidget());
             const QRect place(40 + shift, 30 + shift, 380 + shift, 260 + shift);
             shift += 7;
             frame->setGeometry(place);
-            windows.state.views.showReading(reading(), QStringLiteral("ABP=29.5"));
+            windows.station.views().showReading(reading(), QStringLiteral("ABP=29.5"));
             frame->close();
-            QTRY_VERIFY(!windows.state.views.isOpen(entry.view));
+            QTRY_VERIFY(!windows.station.views().isOpen(entry.view));
 
             const QString branch = QStringLiteral("SOFTWARE\\Zorvane\\") + entry.branch.toString() +
                                    QStringLiteral("\\ScreenSettings");
@@ -159,7 +159,7 @@ private slots:
                      QString::number(place.height()));
 
             windows.run(entry.command.toString());
-            view = dynamic_cast<QWidget*>(windows.state.views.at(entry.view));
+            view = dynamic_cast<QWidget*>(windows.station.views().at(entry.view));
             QCOMPARE(view->parentWidget()->geometry(), place);
             // Nothing of the first window: the caption is the view's own again, and a chart
             // or the rose holds nothing.
@@ -181,7 +181,7 @@ private slots:
         w.Temp = 60;
         w.WD = 180;
         w.WS = 9;
-        windows.state.views.showReading(w, QStringLiteral("ABP=29.92"));
+        windows.station.views().showReading(w, QStringLiteral("ABP=29.92"));
         windows.run(QStringLiteral("miClearViews"));
         for (const View view : Charts)
             QCOMPARE(windows.chart(view)->line(0)->dataCount(), 0);

@@ -22,7 +22,7 @@ using View = ViewTable::View;
 // The main window with the race log commands and the commands that show the live views.
 struct ChartWindows : PredictionWindows {
     ChartWindows() {
-        ViewCommands::add(main, state);
+        ViewCommands::add(main, station.views());
         main.resize(1200, 800);
         main.show();
     }
@@ -32,7 +32,7 @@ struct ChartWindows : PredictionWindows {
         return chartWindow(view);
     }
     StripChartWindow* chartWindow(View view) {
-        return dynamic_cast<StripChartWindow*>(state.views.at(view));
+        return dynamic_cast<StripChartWindow*>(station.views().at(view));
     }
     void close(View view) {
         if (StripChartWindow* window = chartWindow(view))
@@ -371,7 +371,7 @@ private slots:
         StripChartWindow* vp = windows.open(View::VaporPressure);
         StripChartWindow* gr = windows.open(View::GR);
         const float before = clockNow();
-        windows.state.views.showReading(reading(), QStringLiteral("status"));
+        windows.station.views().showReading(reading(), QStringLiteral("status"));
         const float after = clockNow();
 
         QCOMPARE(speed->windowTitle(), QStringLiteral("Wind Speed: 7 MPH  Gust: 12 MPH"));
@@ -394,14 +394,14 @@ private slots:
         ChartWindows windows;
         StripChartWindow* speed = windows.open(View::WindSpeed);
         WeatherRecord w = reading();
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         // One value keeps the span the axis had, around the value.
         QCOMPARE(axis(speed, "WS")->range().lower, 2.5);
         QCOMPARE(axis(speed, "WS")->range().upper, 11.5);
         w.WS = 3;
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         w.WS = 15;
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         QCOMPARE(axis(speed, "WS")->range().lower, 3.0);
         QCOMPARE(axis(speed, "WS")->range().upper, 15.0);
         // The time axis spans the points; readings within a moment of each other share their
@@ -420,7 +420,7 @@ private slots:
         w.Temp = 60;
         w.ABP = 29.92f;
         w.VP = 0;
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         QCOMPARE(line(cf, 0)->dataCount(), 1);
         QVERIFY(qAbs(line(cf, 0)->data()->at(0)->value - 1.0) < 1e-6);
         QCOMPARE(cf->windowTitle(), QStringLiteral("Correction Factor: 1"));
@@ -435,10 +435,10 @@ private slots:
         w.Temp = 60;
         w.ABP = 29.92f;
         w.VP = 0;
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         w.VP = 29.92f;
         w.ABP = 29.92f;
-        windows.state.views.showReading(w, QString());
+        windows.station.views().showReading(w, QString());
         QCOMPARE(line(cf, 0)->dataCount(), 1);
         QCOMPARE(cf->windowTitle(), QStringLiteral("Correction Factor: 1"));
         // The other charts take the reading.
@@ -473,8 +473,8 @@ private slots:
         ChartWindows windows;
         StripChartWindow* aada = windows.open(View::AADA);
         WeatherRecord row = reading();
-        windows.state.views.addLoggedRow(row, 0.625f, 1.0f);
-        windows.state.views.endOfReplay();
+        windows.station.views().addLoggedRow(row, 0.625f, 1.0f);
+        windows.station.views().endOfReplay();
         QCOMPARE(line(aada, 0)->data()->at(0)->key, 0.625);
         QCOMPARE(line(aada, 0)->data()->at(0)->value, 1850.0);
         QCOMPARE(line(aada, 1)->data()->at(0)->value, 2250.0);
@@ -489,10 +489,10 @@ private slots:
         QCoreApplication::processEvents();
         QSignalSpy drawn(abp->chart(), &QCustomPlot::afterReplot);
         for (int row = 0; row < 50; ++row)
-            windows.state.views.addLoggedRow(reading(), row / 100.0f, 1.0f);
+            windows.station.views().addLoggedRow(reading(), row / 100.0f, 1.0f);
         QCoreApplication::processEvents();
         QCOMPARE(drawn.count(), 0);
-        windows.state.views.endOfReplay();
+        windows.station.views().endOfReplay();
         QTRY_COMPARE(drawn.count(), 1);
         QCOMPARE(line(abp, 0)->dataCount(), 50);
     }
@@ -500,9 +500,9 @@ private slots:
     void clearViewsTakesThePointsAndLeavesTheMarks() {
         ChartWindows windows;
         StripChartWindow* speed = windows.open(View::WindSpeed);
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QString());
         speed->annotate(QStringLiteral("WS"), 0.5f, 7, QStringLiteral("1 Blue"));
-        windows.state.views.clear();
+        windows.station.views().clear();
         QCOMPARE(line(speed, 0)->dataCount(), 0);
         QCOMPARE(marks(speed).size(), 1);
         QVERIFY(cursor(speed, "WS"));
@@ -511,15 +511,15 @@ private slots:
     // Only open windows take readings: a window opened late, or opened again, starts empty.
     void aChartStartsEmptyWhenItOpens() {
         ChartWindows windows;
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QString());
         StripChartWindow* speed = windows.open(View::WindSpeed);
         QCOMPARE(line(speed, 0)->dataCount(), 0);
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QString());
         QCOMPARE(line(speed, 0)->dataCount(), 1);
         windows.close(View::WindSpeed);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!windows.state.views.isOpen(View::WindSpeed));
-        windows.state.views.showReading(reading(), QString());
+        QVERIFY(!windows.station.views().isOpen(View::WindSpeed));
+        windows.station.views().showReading(reading(), QString());
         speed = windows.open(View::WindSpeed);
         QCOMPARE(line(speed, 0)->dataCount(), 0);
         QCOMPARE(speed->windowTitle(), QStringLiteral("Wind Speed"));
@@ -652,7 +652,7 @@ private slots:
     void pdfExportAsksForAFileAndWritesTheChart() {
         ChartWindows windows;
         StripChartWindow* speed = windows.open(View::WindSpeed);
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QString());
         const QString chosen = home->root() + QStringLiteral("/wind");
         dialogs->queueFile(chosen);
         entry(speed, "mnuPDFExport")->trigger();
@@ -708,7 +708,7 @@ private slots:
     void printGoesToThePrinterWithoutADialog() {
         ChartWindows windows;
         StripChartWindow* rh = windows.open(View::RH);
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QString());
         dialogs->printTo = home->root() + QStringLiteral("/printed.pdf");
         dialogs->queuePrinter(true);
         entry(rh, "miPrint")->trigger();

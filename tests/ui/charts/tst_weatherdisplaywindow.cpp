@@ -21,7 +21,7 @@ const QStringList Names{"ABP", "AA", "WD",  "TEMP", "RH", "AH", "GR", "DA",
 
 struct DisplayWindows : PredictionWindows {
     DisplayWindows() {
-        ViewCommands::add(main, state);
+        ViewCommands::add(main, station.views());
         main.resize(1200, 800);
         main.show();
     }
@@ -30,7 +30,7 @@ struct DisplayWindows : PredictionWindows {
         return display();
     }
     WeatherDisplayWindow* display() {
-        return dynamic_cast<WeatherDisplayWindow*>(state.views.at(View::Weather));
+        return dynamic_cast<WeatherDisplayWindow*>(station.views().at(View::Weather));
     }
     QMdiSubWindow* frame() { return qobject_cast<QMdiSubWindow*>(display()->parentWidget()); }
 };
@@ -186,7 +186,7 @@ private slots:
     void aReadingFillsEveryBoxAsPlainNumberText() {
         DisplayWindows windows;
         WeatherDisplayWindow* display = windows.open();
-        windows.state.views.showReading(reading(), QStringLiteral("ABP: 29.92  Temp: 71.5"));
+        windows.station.views().showReading(reading(), QStringLiteral("ABP: 29.92  Temp: 71.5"));
         const QStringList expected{"29.92", "1850", "185",   "71.5", "42.25", "0.33", "51", "-250",
                                    "0.329", "1200", "96.45", "7",    "12",    "3",    "47"};
         for (int i = 0; i < Names.size(); ++i)
@@ -203,7 +203,7 @@ private slots:
         for (QLineEdit* text : display->boxes())
             connect(text, &QLineEdit::textChanged, display,
                     [&written, text] { written << text->objectName(); });
-        windows.state.views.showReading(reading(), QStringLiteral("status"));
+        windows.station.views().showReading(reading(), QStringLiteral("status"));
         QCOMPARE(written, QStringList({"caption", "txtAA", "txtABP", "txtADR", "txtAH", "txtAL",
                                        "txtDA", "txtDP", "txtGR", "txtPA", "txtRH", "txtTEMP",
                                        "txtVP", "txtWD", "txtWG", "txtWS"}));
@@ -212,8 +212,8 @@ private slots:
     void anEmptyStatusLineGivesAnEmptyCaption() {
         DisplayWindows windows;
         WeatherDisplayWindow* display = windows.open();
-        windows.state.views.showReading(reading(), QStringLiteral("ABP: 29.92"));
-        windows.state.views.showReading(reading(), QString());
+        windows.station.views().showReading(reading(), QStringLiteral("ABP: 29.92"));
+        windows.station.views().showReading(reading(), QString());
         QCOMPARE(display->windowTitle(), QString());
         QCOMPARE(box(display, "WD")->text(), QStringLiteral("185"));
     }
@@ -221,11 +221,11 @@ private slots:
     void clearViewsAndReplayPassItBy() {
         DisplayWindows windows;
         WeatherDisplayWindow* display = windows.open();
-        windows.state.views.showReading(reading(), QStringLiteral("status"));
+        windows.station.views().showReading(reading(), QStringLiteral("status"));
         windows.run(QStringLiteral("miClearViews"));
         WeatherRecord row = reading();
         row.WD = 10;
-        windows.state.views.addLoggedRow(row, 0.5f, 1.0f);
+        windows.station.views().addLoggedRow(row, 0.5f, 1.0f);
         QCOMPARE(box(display, "WD")->text(), QStringLiteral("185"));
         QCOMPARE(box(display, "ABP")->text(), QStringLiteral("29.92"));
     }

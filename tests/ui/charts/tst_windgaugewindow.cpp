@@ -17,7 +17,7 @@ using View = ViewTable::View;
 
 struct GaugeWindows : PredictionWindows {
     GaugeWindows() {
-        ViewCommands::add(main, state);
+        ViewCommands::add(main, station.views());
         main.resize(1200, 800);
         main.show();
     }
@@ -26,7 +26,7 @@ struct GaugeWindows : PredictionWindows {
         return gauge();
     }
     WindGaugeWindow* gauge() {
-        return dynamic_cast<WindGaugeWindow*>(state.views.at(View::WindDirection));
+        return dynamic_cast<WindGaugeWindow*>(station.views().at(View::WindDirection));
     }
     QMdiSubWindow* frame() { return qobject_cast<QMdiSubWindow*>(gauge()->parentWidget()); }
     void read(qint32 direction) {
@@ -34,7 +34,7 @@ struct GaugeWindows : PredictionWindows {
         w.ABP = 29.92f;
         w.WD = direction;
         w.WS = 6;
-        state.views.showReading(w, QStringLiteral("ABP: 29.92"));
+        station.views().showReading(w, QStringLiteral("ABP: 29.92"));
     }
 };
 
@@ -129,7 +129,7 @@ private slots:
         WeatherRecord row;
         row.ABP = 29.92f;
         row.WD = 180;
-        windows.state.views.addLoggedRow(row, 0.5f, 1.0f);
+        windows.station.views().addLoggedRow(row, 0.5f, 1.0f);
         QCOMPARE(gauge->dial()->mark(), 5);
         QCOMPARE(gauge->valueLabel()->text(), QStringLiteral("90"));
     }
@@ -153,7 +153,7 @@ private slots:
         windows.read(180);
         windows.frame()->close();
         QCoreApplication::processEvents();
-        QVERIFY(!windows.state.views.isOpen(View::WindDirection));
+        QVERIFY(!windows.station.views().isOpen(View::WindDirection));
         WindGaugeWindow* again = windows.open();
         QCOMPARE(again->dial()->mark(), 1);
         QCOMPARE(windows.frame()->windowTitle(), QStringLiteral("Wind Direction"));

@@ -26,7 +26,7 @@ const QColor Red(255, 0, 0);
 
 struct RoseWindows : PredictionWindows {
     RoseWindows() {
-        ViewCommands::add(main, state);
+        ViewCommands::add(main, station.views());
         main.resize(1200, 800);
         main.show();
     }
@@ -34,7 +34,9 @@ struct RoseWindows : PredictionWindows {
         run(QStringLiteral("miWindPlot"));
         return rose();
     }
-    WindRoseWindow* rose() { return dynamic_cast<WindRoseWindow*>(state.views.at(View::RosePlot)); }
+    WindRoseWindow* rose() {
+        return dynamic_cast<WindRoseWindow*>(station.views().at(View::RosePlot));
+    }
     QMdiSubWindow* frame() { return qobject_cast<QMdiSubWindow*>(rose()->parentWidget()); }
 };
 
@@ -152,13 +154,13 @@ private slots:
     void aReadingSetsTheCaptionAndAddsTheSpeedToItsSector() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(185, 7, 12), QString());
+        windows.station.views().showReading(wind(185, 7, 12), QString());
         QCOMPARE(windows.frame()->windowTitle(),
                  QStringLiteral("Wind Direction: 185 deg  Wind Speed: 7 MPH  Gust: 12 MPH"));
         // 90 - 185 = -95, so 265: sector 22.
         QCOMPARE(rose->rose().sum(22), 7);
         QCOMPARE(rose->rose().lastAngle(), qint16(265));
-        windows.state.views.showReading(wind(185, 4), QString());
+        windows.station.views().showReading(wind(185, 4), QString());
         QCOMPARE(rose->rose().sum(22), 11);
         QCOMPARE(rose->sumAt(265), 11.0f);
     }
@@ -183,7 +185,7 @@ private slots:
         WindRoseWindow* rose = windows.open();
         QCoreApplication::processEvents();
         const int before = rose->plot()->drawCount();
-        windows.state.views.showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
         QCOMPARE(rose->plot()->drawCount(), before + 1);
         rose->plot()->repaint();
         windows.frame()->update();
@@ -199,8 +201,8 @@ private slots:
     void theScreenShowsThePictureKept() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 10), QString());
-        windows.state.views.showReading(wind(90, 4), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(90, 4), QString());
         QCoreApplication::processEvents();
         const QImage shown = rose->plot()->grab().toImage().convertToFormat(QImage::Format_RGB32);
         QCOMPARE(shown, rose->plot()->picture().convertToFormat(QImage::Format_RGB32));
@@ -211,9 +213,9 @@ private slots:
         WindRoseWindow* rose = windows.open();
         windows.frame()->resize(500, 500);
         QCoreApplication::processEvents();
-        windows.state.views.showReading(wind(0, 10), QString());   // up the plot
-        windows.state.views.showReading(wind(270, 10), QString()); // to the left
-        windows.state.views.showReading(wind(135, 0), QString());  // the needle, down right
+        windows.station.views().showReading(wind(0, 10), QString());   // up the plot
+        windows.station.views().showReading(wind(270, 10), QString()); // to the left
+        windows.station.views().showReading(wind(135, 0), QString());  // the needle, down right
         const QImage image = rose->plot()->picture();
         const QPoint centre(qRound(image.width() / 2.0), qRound(image.height() / 2.0));
         const int radius = std::min(centre.x(), centre.y());
@@ -233,7 +235,7 @@ private slots:
     void withNothingSummedOnlyRingsCrossAndNeedle() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(45, 0), QString());
+        windows.station.views().showReading(wind(45, 0), QString());
         const QImage image = rose->plot()->picture().convertToFormat(QImage::Format_RGB32);
         QSet<QRgb> colours;
         for (int y = 0; y < image.height(); ++y)
@@ -245,7 +247,7 @@ private slots:
     void thePlotStaysRoundInAFlatWindow() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(200, 9), QString());
+        windows.station.views().showReading(wind(200, 9), QString());
         windows.frame()->resize(760, 230);
         QCoreApplication::processEvents();
         const QImage image = rose->plot()->picture();
@@ -275,8 +277,8 @@ private slots:
     void clearEmptiesTheSectorsAndLeavesTheNeedle() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 10), QString());
-        windows.state.views.showReading(wind(90, 6), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(90, 6), QString());
         rose->optionsMenu()->findChild<QAction*>(QStringLiteral("miClear"))->trigger();
         QCOMPARE(rose->sumAt(90), 0.0f);
         QCOMPARE(rose->sumAt(0), 0.0f);
@@ -290,7 +292,7 @@ private slots:
     void clearViewsClearsTheRose() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(10, 10), QString());
+        windows.station.views().showReading(wind(10, 10), QString());
         windows.run(QStringLiteral("miClearViews"));
         QCOMPARE(rose->sumAt(80), 0.0f);
         QCOMPARE(rose->rose().lastAngle(), qint16(80));
@@ -299,9 +301,9 @@ private slots:
     void aReplayedRowAddsItsSpeedButLeavesTheCaption() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 2), QString());
+        windows.station.views().showReading(wind(0, 2), QString());
         const QString caption = windows.frame()->windowTitle();
-        windows.state.views.addLoggedRow(wind(180, 9), 0.5f, 1.0f);
+        windows.station.views().addLoggedRow(wind(180, 9), 0.5f, 1.0f);
         QCOMPARE(rose->sumAt(270), 9.0f);
         QCOMPARE(rose->rose().lastAngle(), qint16(270));
         QCOMPARE(windows.frame()->windowTitle(), caption);
@@ -313,9 +315,9 @@ private slots:
         WindRoseWindow* rose = windows.open();
         const int draws = rose->plot()->drawCount();
         for (int row = 0; row < 50; ++row)
-            windows.state.views.addLoggedRow(wind(180, 2), row / 100.0f, 1.0f);
+            windows.station.views().addLoggedRow(wind(180, 2), row / 100.0f, 1.0f);
         QCOMPARE(rose->plot()->drawCount(), draws);
-        windows.state.views.endOfReplay();
+        windows.station.views().endOfReplay();
         QCOMPARE(rose->plot()->drawCount(), draws + 1);
         QCOMPARE(rose->sumAt(270), 100.0f);
     }
@@ -323,9 +325,9 @@ private slots:
     void aDirectionBeyondSixteenBitsLeavesTheRoseAlone() {
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 3), QString());
+        windows.station.views().showReading(wind(0, 3), QString());
         const int draws = rose->plot()->drawCount();
-        windows.state.views.showReading(wind(40000, 5), QString());
+        windows.station.views().showReading(wind(40000, 5), QString());
         QCOMPARE(windows.frame()->windowTitle(),
                  QStringLiteral("Wind Direction: 40000 deg  Wind Speed: 5 MPH  Gust: 0 MPH"));
         QCOMPARE(rose->rose().lastAngle(), qint16(90));
@@ -345,11 +347,11 @@ private slots:
     void aReopenedRoseStartsAfresh() {
         RoseWindows windows;
         windows.open();
-        windows.state.views.showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
         windows.frame()->close();
         QCoreApplication::processEvents();
-        QVERIFY(!windows.state.views.isOpen(View::RosePlot));
-        windows.state.views.showReading(wind(0, 10), QString());
+        QVERIFY(!windows.station.views().isOpen(View::RosePlot));
+        windows.station.views().showReading(wind(0, 10), QString());
         WindRoseWindow* again = windows.open();
         QCOMPARE(again->sumAt(90), 0.0f);
         QCOMPARE(windows.frame()->windowTitle(), QStringLiteral("Rose Plot"));
@@ -359,7 +361,7 @@ private slots:
         QTemporaryDir folder;
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
         dialogs->printTo = folder.filePath(QStringLiteral("printed.pdf"));
         dialogs->queuePrinter(true);
         windows.run(QStringLiteral("miPrint"));
@@ -378,7 +380,7 @@ private slots:
         QTemporaryDir folder;
         RoseWindows windows;
         WindRoseWindow* rose = windows.open();
-        windows.state.views.showReading(wind(0, 10), QString());
+        windows.station.views().showReading(wind(0, 10), QString());
         const QString chosen = folder.filePath(QStringLiteral("rose"));
         dialogs->queueFile(chosen);
         rose->optionsMenu()->findChild<QAction*>(QStringLiteral("mnuPDFExport"))->trigger();

@@ -8,7 +8,7 @@
 // The main window with its race logs and its graph commands, and the ways a test reaches a
 // graph window in it.
 struct GraphWindows : PredictionWindows {
-    GraphWindows() { GraphCommands::add(main, state); }
+    GraphWindows() { GraphCommands::add(main, station.raceLogs()); }
 
     // Opens the graph window through its command and returns it.
     template <typename Window> Window* open(const QString& command) {

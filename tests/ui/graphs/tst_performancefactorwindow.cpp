@@ -23,7 +23,7 @@ namespace {
 // The main window with the race log commands and the graph commands.
 struct GraphWindows : PredictionWindows {
     GraphWindows() {
-        GraphCommands::add(main, state);
+        GraphCommands::add(main, station.raceLogs());
         main.resize(1200, 800);
         main.show();
     }

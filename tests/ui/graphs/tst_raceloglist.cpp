@@ -48,7 +48,7 @@ private slots:
         windows.newLog()->document().setField(RaceLog::Field::PageIdentifier, "Red");
         windows.newLog();
         QComboBox list;
-        RaceLogList logs(list, windows.state.raceLogs);
+        RaceLogList logs(list, windows.station.raceLogs());
         QCOMPARE(entries(list), QStringList({"Red@0", "Race Log# 2@1"}));
         // A log opened later joins in its place.
         windows.newLog()->document().setField(RaceLog::Field::PageIdentifier, "Blue");
@@ -63,7 +63,7 @@ private slots:
         red->document().setField(RaceLog::Field::PageIdentifier, "Red");
         RaceLogWindow* second = windows.newLog();
         QComboBox list;
-        RaceLogList logs(list, windows.state.raceLogs);
+        RaceLogList logs(list, windows.station.raceLogs());
         list.setCurrentIndex(1);
         QCOMPARE(logs.chosen(), &second->document());
         closeLog(second, *dialogs);
@@ -80,7 +80,7 @@ private slots:
     void nothingChosenGivesNoLog() {
         PredictionWindows windows;
         QComboBox list;
-        RaceLogList logs(list, windows.state.raceLogs);
+        RaceLogList logs(list, windows.station.raceLogs());
         QCOMPARE(list.count(), 0);
         QCOMPARE(logs.chosen(), nullptr);
     }

@@ -434,14 +434,14 @@ private slots:
         window->tsGraph->setCursorPosition(1, QPointF(9.6, 1.3));
         RaceLog& document = log->document();
         const int steps = document.undoStack().count();
-        const QString page = log->pagerMessage();
+        const QString page = log->document().prediction().line().pagerMessage;
         window->cmdSet->click();
         QCOMPARE(document.field(RaceLog::Field::TSR), QStringLiteral("0.010000"));
         QCOMPARE(log->sidePanel->txtTSR->text(), QStringLiteral("0.010000"));
         QCOMPARE(document.undoStack().count(), steps + 1);
         QCOMPARE(document.undoStack().undoText(), QStringLiteral("Set TSR"));
         QCOMPARE(log->findChild<QAction*>("miUndo")->text(), QStringLiteral("Undo Set TSR"));
-        QCOMPARE(log->pagerMessage(), page);
+        QCOMPARE(log->document().prediction().line().pagerMessage, page);
         log->findChild<QAction*>("miUndo")->trigger();
         QCOMPARE(document.field(RaceLog::Field::TSR), QStringLiteral("0.25"));
         QCOMPARE(document.undoStack().count(), steps + 1);

@@ -1,8 +1,8 @@
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "core/SettingKeys.h"
+#include "feed/WeatherStation.h"
 #include "output/PageDocument.h"
 #include "output/TimeSlip.h"
 #include "ui/output/IncrementalTimesCommand.h"
@@ -69,7 +69,7 @@ class TestIncrementalTimesDialog : public QObject {
     std::unique_ptr<TestHome> home;
     std::unique_ptr<QTemporaryDir> folder;
     std::unique_ptr<ScriptedDialogs> dialogs;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
     std::unique_ptr<MainWindow> main;
 
     void writeLog(const QString& text) {
@@ -94,13 +94,13 @@ private slots:
         home = std::make_unique<TestHome>();
         folder = std::make_unique<QTemporaryDir>();
         dialogs = std::make_unique<ScriptedDialogs>();
-        state = std::make_unique<AppState>();
-        main = std::make_unique<MainWindow>(*state);
-        IncrementalTimesCommand::add(*main, *state);
+        station = std::make_unique<WeatherStation>();
+        main = std::make_unique<MainWindow>(*station);
+        IncrementalTimesCommand::add(*main);
     }
     void cleanup() {
         main.reset();
-        state.reset();
+        station.reset();
         dialogs.reset();
         folder.reset();
         home.reset();

@@ -95,7 +95,7 @@ private slots:
         red->updatePredictions();
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), -50000));
         QVERIFY(QTest::qWaitFor([&] { return red->sidePanel->txtAA->text() != u"-50000"; }, 10000));
-        const qint32 live = windows.state.currentWeather.AA;
+        const qint32 live = windows.station.reading().AA;
         QCOMPARE(red->sidePanel->txtAA->text(), QString::number(live));
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), live));
         QCOMPARE(frameCaption(blue), expectedCaption(QStringLiteral("Blue"), live));

@@ -84,7 +84,7 @@ private slots:
 
     void thePageHoldsTheTickedLogsInSlotOrderAndTheWeather() {
         PagerWindow window;
-        window.state.deltaVP = true;
+        window.station.predictionSettings().deltaVP = true;
         RaceLogWindow* red = window.newLog();
         RaceLogWindow* idle = window.newLog();
         RaceLogWindow* blue = window.newLog();
@@ -95,21 +95,21 @@ private slots:
         window.run(QStringLiteral("btnPredict"));
         blue->sidePanel->chkPagerPredictions->click();
         red->sidePanel->chkPagerPredictions->click();
-        window.state.statusLine = QStringLiteral("ABP=29.92 Temp=72.5 RH=35");
+        window.feedLine(InstrumentLine);
         window.tick();
         QCOMPARE(window.port->written.size(), 1);
-        QCOMPARE(pageBody(window.port->written[0]),
-                 QStringLiteral("Red> ") + WorkedCase::Line + QStringLiteral(" Blue> ") +
-                     WorkedCase::Line + QStringLiteral(" ABP=29.92 Temp=72.5 RH=35"));
+        QCOMPARE(pageBody(window.port->written[0]), QStringLiteral("Red> ") + WorkedCase::Line +
+                                                        QStringLiteral(" Blue> ") +
+                                                        WorkedCase::Line + u' ' + InstrumentStatus);
     }
 
     // A log that never predicted takes part with a blank and no text.
     void aTickedLogWithoutPredictionGivesABlank() {
         PagerWindow window;
         window.newLog()->sidePanel->chkPagerPredictions->click();
-        window.state.statusLine = QStringLiteral("ABP=29.92");
+        window.feedLine(InstrumentLine);
         window.tick();
-        QCOMPARE(pageBody(window.port->written.value(0)), QStringLiteral(" ABP=29.92"));
+        QCOMPARE(pageBody(window.port->written.value(0)), u' ' + InstrumentStatus);
     }
 
     // Pages come on the first tick after the frequency's ticks have passed; a new frequency

@@ -64,12 +64,12 @@ private slots:
 
     void theWorkedCaseShowsInTheCaptionAndThePage() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
-        QCOMPARE(log->pagerMessage(), WorkedMessage);
-        QCOMPARE(log->pagerMessage(), WorkedMessage);
+        QCOMPARE(log->document().prediction().line().pagerMessage, WorkedMessage);
+        QCOMPARE(log->document().prediction().line().pagerMessage, WorkedMessage);
         QCOMPARE(log->windowTitle(), WorkedCaption);
         QCOMPARE(frameCaption(log), WorkedCaption);
         QVERIFY(dialogs->messages.isEmpty());
@@ -77,24 +77,26 @@ private slots:
 
     void theSecondSlotIsNumberedTwo() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         windows.newLog();
         RaceLogWindow* second = windows.newLog();
-        QCOMPARE(second->slot, 1);
+        QCOMPARE(second->document().slot(), 1);
         WorkedCase::fill(second);
         second->updatePredictions();
-        QCOMPARE(second->pagerMessage(), QStringLiteral("RaceLog# 2> ") + WorkedCase::Line);
+        QCOMPARE(second->document().prediction().line().pagerMessage,
+                 QStringLiteral("RaceLog# 2> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(second), QStringLiteral("Race Log# 2  ") + WorkedCase::Line);
     }
 
     void anIdentifierNamesTheLog() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
         log->updatePredictions();
-        QCOMPARE(log->pagerMessage(), QStringLiteral("Red> ") + WorkedCase::Line);
+        QCOMPARE(log->document().prediction().line().pagerMessage,
+                 QStringLiteral("Red> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(log), QStringLiteral("Red  ") + WorkedCase::Line);
     }
 
@@ -114,14 +116,14 @@ private slots:
         const QString caption = frameCaption(log);
         log->updatePredictions();
         QCOMPARE(frameCaption(log), caption);
-        QVERIFY(log->pagerMessage().isEmpty());
+        QVERIFY(log->document().prediction().line().pagerMessage.isEmpty());
         QVERIFY(dialogs->messages.isEmpty());
     }
 
     // The ET is published before the timer's step overflows, and it stays.
     void aFaultShowsTheBoxAndKeepsTheEt() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->sidePanel->txtTSR->setText(QStringLiteral("1e307"));
@@ -132,27 +134,28 @@ private slots:
         QCOMPARE(box.title, QStringLiteral("Predict"));
         QCOMPARE(box.icon, Icon::Information);
         QCOMPARE(box.buttons, Dialogs::Buttons::Ok);
-        QCOMPARE(log->pagerMessage(), QStringLiteral("RaceLog# 1> ET: 9.5041"));
+        QCOMPARE(log->document().prediction().line().pagerMessage,
+                 QStringLiteral("RaceLog# 1> ET: 9.5041"));
         QCOMPARE(frameCaption(log), QStringLiteral("Race Log# 1  ET: 9.5041"));
     }
 
     // A later call that ends early leaves the last good prediction in the page.
     void aLaterInvalidInputKeepsTheLastMessage() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
         log->sidePanel->txtAA->setText(QStringLiteral("abc"));
         log->updatePredictions();
-        QCOMPARE(log->pagerMessage(), WorkedMessage);
+        QCOMPARE(log->document().prediction().line().pagerMessage, WorkedMessage);
         QCOMPARE(frameCaption(log), WorkedCaption);
     }
 
     // The figure still in the cell editor is part of the prediction.
     void cmdPredictCommitsTheOpenEditorFirst() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
@@ -171,7 +174,7 @@ private slots:
 
     void btnPredictUpdatesEveryOpenLog() {
         PredictionWindows windows;
-        windows.state.deltaVP = true;
+        windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* first = windows.newLog();
         RaceLogWindow* second = windows.newLog();
         RaceLogWindow* third = windows.newLog();
@@ -180,11 +183,12 @@ private slots:
         third->sidePanel->txtPageIdentifier->setText(QStringLiteral("Blue"));
         // A closed log leaves its slot empty; the others are still reached.
         delete second->parentWidget();
-        QCOMPARE(windows.state.raceLogs.at(1), nullptr);
+        QCOMPARE(windows.station.raceLogs().at(1), nullptr);
         QVERIFY(windows.tool(QStringLiteral("btnPredict"))->isVisible());
         windows.run(QStringLiteral("btnPredict"));
         QCOMPARE(frameCaption(first), WorkedCaption);
-        QCOMPARE(third->pagerMessage(), QStringLiteral("Blue> ") + WorkedCase::Line);
+        QCOMPARE(third->document().prediction().line().pagerMessage,
+                 QStringLiteral("Blue> ") + WorkedCase::Line);
         QCOMPARE(frameCaption(third), QStringLiteral("Blue  ") + WorkedCase::Line);
     }
 
@@ -321,7 +325,7 @@ private slots:
         QCOMPARE(warning.buttons, Dialogs::Buttons::OkCancel);
         // The answer is not looked at: the box stays ticked.
         QVERIFY(boxes[2]->isChecked());
-        QVERIFY(windows.slot(2)->pagerPredictions());
+        QVERIFY(windows.slot(2)->document().pagerPredictions());
 
         // Four on, one off: three stay on and it warns again.
         boxes[3]->click();
@@ -331,7 +335,7 @@ private slots:
         // The third off leaves two: no warning.
         boxes[2]->click();
         QCOMPARE(dialogs->messages.size(), 3);
-        QVERIFY(!windows.slot(2)->pagerPredictions());
+        QVERIFY(!windows.slot(2)->document().pagerPredictions());
     }
 };
 

@@ -1,8 +1,9 @@
 #include "SqliteShell.h"
 #include "common/TestHome.h"
-#include "core/AppState.h"
+#include "common/WindowTesting.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "racelog/Database.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
@@ -71,7 +72,7 @@ public:
 // The main window with its race log commands, shown and in front.
 struct MainWindowHarness {
     MainWindowHarness() {
-        commands = new RaceLogCommands(main, state);
+        commands = new RaceLogCommands(main, station);
         main.show();
         QVERIFY(QTest::qWaitForWindowActive(&main));
     }
@@ -84,9 +85,7 @@ struct MainWindowHarness {
     QAction* tool(const char* name) { return main.findChild<QAction*>(name); }
     void run(const char* name) { tool(name)->trigger(); }
     RaceLogWindow* slot(int index) {
-        return index < state.raceLogs.slotCount()
-                   ? dynamic_cast<RaceLogWindow*>(state.raceLogs.at(index))
-                   : nullptr;
+        return WindowTesting::windowOfSlot(*main.mdiArea(), station.raceLogs(), index);
     }
     QList<QMdiSubWindow*> children() { return main.mdiArea()->subWindowList(); }
     RaceLogWindow* active() {
@@ -99,8 +98,8 @@ struct MainWindowHarness {
     // Deletes what the closes left for later.
     static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-    AppState state;
-    MainWindow main{state};
+    WeatherStation station;
+    MainWindow main{station};
     RaceLogCommands* commands;
 };
 
@@ -159,12 +158,12 @@ private slots:
         MainWindowHarness window;
         window.run("miNewRaceLog");
         window.run("miNewRaceLog");
-        QCOMPARE(window.state.raceLogs.slotCount(), 2);
+        QCOMPARE(window.station.raceLogs().slotCount(), 2);
         RaceLogWindow* first = window.slot(0);
         RaceLogWindow* second = window.slot(1);
         QVERIFY(first && second);
-        QCOMPARE(first->slot, 0);
-        QCOMPARE(second->slot, 1);
+        QCOMPARE(first->document().slot(), 0);
+        QCOMPARE(second->document().slot(), 1);
         QCOMPARE(first->windowTitle(), QStringLiteral("Race Log# 1"));
         QCOMPARE(second->windowTitle(), QStringLiteral("Race Log# 2"));
         QVERIFY(first->isVisible() && second->isVisible());
@@ -188,7 +187,7 @@ private slots:
         MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 1);
         QCOMPARE(dialogs->fileRequests[0].title, QStringLiteral("Save Race Log - Race Log# 1"));
-        QCOMPARE(window.state.raceLogs.at(0), nullptr);
+        QCOMPARE(window.station.raceLogs().at(0), nullptr);
         QCOMPARE(window.slot(1), second);
         QCOMPARE(window.children().size(), 1);
         QVERIFY(dialogs->messages.isEmpty());
@@ -198,9 +197,9 @@ private slots:
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));
         QCOMPARE(window.slot(0)->windowTitle(), QStringLiteral("Race Log# 1"));
-        QCOMPARE(window.state.raceLogs.slotCount(), 2);
+        QCOMPARE(window.station.raceLogs().slotCount(), 2);
         window.run("miNewRaceLog");
-        QCOMPARE(window.state.raceLogs.slotCount(), 3);
+        QCOMPARE(window.station.raceLogs().slotCount(), 3);
         QCOMPARE(window.slot(2)->windowTitle(), QStringLiteral("Race Log# 3"));
     }
 
@@ -307,7 +306,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Save Race Log?"));
         QCOMPARE(contents(path), before);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.raceLogs.at(0), nullptr);
+        QCOMPARE(window.station.raceLogs().at(0), nullptr);
     }
 
     void aFailedSaveOnCloseKeepsTheWindowOutOfTheList() {
@@ -327,7 +326,7 @@ private slots:
         QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to create log database!"));
         QCOMPARE(window.children().size(), 1);
         QVERIFY(log->isVisible());
-        QCOMPARE(window.state.raceLogs.at(0), nullptr);
+        QCOMPARE(window.station.raceLogs().at(0), nullptr);
 
         // Save All no longer reaches it, and its slot goes to the next log.
         window.run("miSaveAll");
@@ -395,7 +394,7 @@ private slots:
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.station.raceLogs().bySlot(), QList<RaceLog*>{nullptr});
         QVERIFY(!window.commands->loadRaceLog(QString(), "x.trl").loaded);
         QVERIFY(!window.commands->loadRaceLog(path, QString()).loaded);
         QVERIFY(!window.commands->loadRaceLog(home->root(), "folder").loaded);
@@ -416,7 +415,7 @@ private slots:
                                                 path +
                                                 QStringLiteral("\r\nThe file is not a race log."));
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.station.raceLogs().bySlot(), QList<RaceLog*>{nullptr});
     }
 
     // A file that lacks a column says which, and leaves no half-loaded window.
@@ -432,7 +431,7 @@ private slots:
                      QStringLiteral("\r\nThe file has no column Log.mph1320."));
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Tarnwick - Load Race Log"));
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(window.station.raceLogs().bySlot(), QList<RaceLog*>{nullptr});
         // The next log takes the first slot again.
         window.run("miNewRaceLog");
         QVERIFY(window.slot(0));
@@ -587,7 +586,7 @@ private slots:
         MainWindowHarness::settle();
         QCOMPARE(dialogs->fileRequests.size(), 2);
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(window.state.raceLogs.bySlot(), (QList<RaceLogDocument*>{nullptr, nullptr}));
+        QCOMPARE(window.station.raceLogs().bySlot(), (QList<RaceLog*>{nullptr, nullptr}));
     }
 
     void printAndPdfWithNoWindowSayTheyCannot() {

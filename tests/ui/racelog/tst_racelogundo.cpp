@@ -136,7 +136,7 @@ private slots:
                                                               windows.grid->model()->index(2, 11)),
                                                QItemSelectionModel::ClearAndSelect);
         windows.keys(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(windows.state.runClipboard.size(), 3);
+        QCOMPARE(windows.commands->runClipboard().size(), 3);
         windows.grid->setCurrentRunCell(3, 12);
         windows.keys(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(windows.grid->table().tableRows(), 6);
@@ -172,8 +172,8 @@ private slots:
     void importedWeatherIsTakenBack() {
         UndoWindows windows;
         QVERIFY(windows.ready());
-        windows.state.currentWeather.ABP = 29.5f;
-        windows.state.currentWeather.AA = 1800;
+        windows.feedLine(QStringLiteral(
+            " 11/22/26 10:42:07 29.5 71.5 43.2 1800 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r"));
         windows.grid->setCurrentRunCell(1, 3);
         windows.grid->getCurrentWeather();
         QCOMPARE(windows.cell(1, 22), QStringLiteral("29.5"));
@@ -219,7 +219,7 @@ private slots:
         windows.close();
         QVERIFY(dialogs->messages.isEmpty());
         QVERIFY(dialogs->fileRequests.isEmpty());
-        QCOMPARE(windows.state.raceLogs.at(0), nullptr);
+        QCOMPARE(windows.station.raceLogs().at(0), nullptr);
     }
 
     void aChangeUndoneLeavesNothingToSave() {
@@ -229,7 +229,7 @@ private slots:
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
         windows.close();
         QVERIFY(dialogs->fileRequests.isEmpty());
-        QCOMPARE(windows.state.raceLogs.at(0), nullptr);
+        QCOMPARE(windows.station.raceLogs().at(0), nullptr);
     }
 
     void aSavedLogAsksOnlyWhileItDiffersFromItsFile() {

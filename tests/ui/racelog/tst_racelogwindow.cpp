@@ -1,8 +1,8 @@
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/DateText.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
 #include "racelog/Database.h"
 #include "racelog/RunTable.h"
@@ -47,7 +47,7 @@ QByteArray contents(const QString& path) {
 // A log window on its own, loaded as a new log of a type in a slot.
 struct LogWindow {
     explicit LogWindow(const QString& type = QString(), int slot = 0) {
-        log.slot = slot;
+        log.document().setSlot(slot);
         log.raceLogType = type;
         log.resize(900, 500);
         log.load(QColor(0x33, 0x66, 0x99));
@@ -68,8 +68,9 @@ struct LogWindow {
         next->setFocus();
     }
 
-    AppState state;
-    RaceLogWindow log{state};
+    WeatherStation station;
+    RunClipboard::Runs clipboard;
+    RaceLogWindow log{station, clipboard};
 };
 
 } // namespace
@@ -104,7 +105,7 @@ private slots:
         QCOMPARE(window.table().look(1, 0).background, CellColor::ReferenceRun);
         QVERIFY(log.document().filePath().isEmpty());
         QVERIFY(log.document().fileTitle().isEmpty());
-        QVERIFY(log.pagerMessage().isEmpty());
+        QVERIFY(log.document().prediction().line().pagerMessage.isEmpty());
         QCOMPARE(log.windowTitle(), QString());
     }
 
@@ -531,10 +532,10 @@ private slots:
 
     void theLiveWeatherFillsThePredictionInputs() {
         LogWindow window;
-        window.log.takeLiveWeather(2150, 0.487f);
+        window.log.document().takeLiveWeather(QStringLiteral("2150"), QStringLiteral("0.487"));
         QCOMPARE(window.panel().txtAA->text(), QStringLiteral("2150"));
         QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.487"));
-        window.log.takeLiveWeather(-120, 0.5f);
+        window.log.document().takeLiveWeather(QStringLiteral("-120"), QStringLiteral("0.5"));
         QCOMPARE(window.panel().txtAA->text(), QStringLiteral("-120"));
         QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.5"));
     }

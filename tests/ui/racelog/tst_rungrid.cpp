@@ -1,7 +1,7 @@
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/DateText.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
@@ -33,8 +33,9 @@ using Dialogs::Icon;
 // runs.
 class LogWindow {
 public:
-    explicit LogWindow(AppState& state) {
-        grid = new RunGrid(state, document, &window);
+    // The clipboard is the one the test's logs share.
+    LogWindow(WeatherStation& station, RunClipboard::Runs& runClipboard) : clipboard(runClipboard) {
+        grid = new RunGrid(station, clipboard, document, &window);
         grid->setObjectName(QStringLiteral("gridLog"));
         auto* layout = new QVBoxLayout(&window);
         layout->addWidget(grid);
@@ -110,6 +111,7 @@ public:
     int referenceIndex() const { return document.content().refRunIndex; }
 
     // Declared first so that the grid, in the window, goes before the log it shows.
+    RunClipboard::Runs& clipboard;
     RaceLog document;
     RunTable& table = document.runs();
     QWidget window;
@@ -153,19 +155,21 @@ bool isTimeBetween(const QString& cell, const QString& before, const QString& af
 class TestRunGrid : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
+    RunClipboard::Runs runClipboard;
 
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = std::make_unique<AppState>();
+        station = std::make_unique<WeatherStation>();
+        runClipboard.clear();
     }
     void cleanup() { home.reset(); }
 
     // --- The view --------------------------------------------------------------------------
 
     void widthsComeFromTheRunTable() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QCOMPARE(log.grid->verticalHeader()->width(), 38);
         QCOMPARE(log.grid->columnWidth(0), 67);
         log.table.hideColumn(7);
@@ -176,7 +180,7 @@ private slots:
     }
 
     void cornerIsABlueHandle() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QAbstractButton* corner = log.corner();
         QVERIFY(corner && corner->isVisible());
@@ -191,7 +195,7 @@ private slots:
     }
 
     void cornerClickWithAnyButtonTogglesThePanel() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QSignalSpy toggles(log.grid, &RunGrid::panelToggleRequested);
         QTest::mouseClick(log.corner(), Qt::LeftButton);
@@ -209,7 +213,7 @@ private slots:
     // --- New Run -----------------------------------------------------------------------------
 
     void newRunInABlankLogCarriesBlanksAndBandsRow2() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         const QString before = DateText::TimeText(QTime::currentTime());
         log.rowCommand(1, "miNewRun");
@@ -229,7 +233,7 @@ private slots:
     }
 
     void newRunCarriesShiftTimeDialInAndTimer1Only() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         log.grid->setCurrentRunCell(1, 7);
@@ -249,14 +253,14 @@ private slots:
     // --- Editing a cell ----------------------------------------------------------------------
 
     void editorsAreHiddenUntilUsed() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QVERIFY(log.txtTime() && log.txtCtrlDate() && log.cboLane() && log.txtEdit());
         QCOMPARE(log.openEditors(), QStringList());
     }
 
     void firstDigitInATimeCellIsLost() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
@@ -275,7 +279,7 @@ private slots:
     }
 
     void firstDigitInADateCellIsLost() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         log.typeOnGrid(1, 2, '7');
@@ -287,7 +291,7 @@ private slots:
     }
 
     void timeIsFilteredAndPutRight() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.focusCell(1, 1);
         QTest::keyClick(log.grid, Qt::Key_Return);
@@ -305,7 +309,7 @@ private slots:
     }
 
     void dateIsFilteredAndPutRight() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.focusCell(1, 2);
         QTest::keyClick(log.grid, Qt::Key_Return);
@@ -321,7 +325,7 @@ private slots:
     }
 
     void firstLetterInANumberCellIsTakenAndEmptiedOnLeaving() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 19, QStringLiteral("1250"));
         log.typeOnGrid(1, 19, 'x');
@@ -337,7 +341,7 @@ private slots:
     }
 
     void numberCellTakesASignedNumber() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 6, '-');
         QTest::keyClicks(log.txtEdit(), QStringLiteral("1a.2 5"));
@@ -349,7 +353,7 @@ private slots:
     }
 
     void clipboardKeysOfAnEditorAreNotFiltered() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QGuiApplication::clipboard()->setText(QStringLiteral("abc"));
         log.focusCell(1, 6);
@@ -361,7 +365,7 @@ private slots:
     }
 
     void doubleClickOpensTheEditorWithTheCellSelected() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 19, QStringLiteral("1250"));
         log.grid->scrollTo(log.table.index(0, 18));
@@ -377,7 +381,7 @@ private slots:
     }
 
     void doubleClickOutsideTheRunsOpensNothing() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->setCurrentRunCell(1, 4);
         const QPoint below(log.cellCentre(1, 4).x(), log.grid->viewport()->height() - 5);
@@ -387,7 +391,7 @@ private slots:
     }
 
     void escapeKeepsTheOldText() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 19, QStringLiteral("1250"));
         log.focusCell(1, 19);
@@ -400,7 +404,7 @@ private slots:
     }
 
     void upAndDownCommitAndMoveARow() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -429,7 +433,7 @@ private slots:
     }
 
     void laneOffersLeftAndRightOnly() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QComboBox* lane = log.cboLane();
         QCOMPARE(items(lane), (QStringList{"Left", "Right"}));
@@ -462,7 +466,7 @@ private slots:
     }
 
     void laneKeepsItsItemForATypedCharacter() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 3, QStringLiteral("Right"));
         log.typeOnGrid(1, 3, 'x');
@@ -472,7 +476,7 @@ private slots:
     }
 
     void upAndDownInTheLaneChangeTheItem() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.table.setCell(1, 3, QStringLiteral("Left"));
@@ -486,7 +490,7 @@ private slots:
     }
 
     void leavingACellOrScrollingCommits() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.typeOnGrid(1, 4, '3');
@@ -502,7 +506,7 @@ private slots:
     }
 
     void focusBackToTheGridCommits() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 8, '5');
         QTest::mouseClick(log.grid->viewport(), Qt::LeftButton, {}, log.cellCentre(1, 1));
@@ -511,7 +515,7 @@ private slots:
     }
 
     void hiddenColumnsOpenNoEditor() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->setCurrentRunCell(1, 9);
         log.grid->setFocus();
@@ -521,7 +525,7 @@ private slots:
     }
 
     void aGridGoneWithAnEditorOpenWritesNothing() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.focusCell(1, 1);
@@ -536,7 +540,7 @@ private slots:
     // --- Tab -------------------------------------------------------------------------------
 
     void tabFromTheLastColumnGoesToColumn1OfTheSameRun() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.focusCell(2, 33);
@@ -548,7 +552,7 @@ private slots:
     }
 
     void tabPassesOverHiddenColumns() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.hideColumn(5);
         log.table.hideColumn(6);
@@ -564,7 +568,7 @@ private slots:
     }
 
     void tabToAColumnOffScreenMakesItTheLeftmost() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         const QRect screen = log.grid->viewport()->rect();
         int column = 1;
@@ -580,7 +584,7 @@ private slots:
     // --- Menus -----------------------------------------------------------------------------
 
     void menusHoldTheirItemsInOrder() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QMenu showColumn(QStringLiteral("Show Column"));
         log.grid->setShowColumnMenu(&showColumn);
         QMenu* column = log.grid->columnMenu();
@@ -642,7 +646,7 @@ private slots:
     }
 
     void rightPressOnARunNumberOpensTheRowMenuForThatRun() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -667,7 +671,7 @@ private slots:
     }
 
     void rightPressBelowTheRunsOpensNoRowMenu() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QTest::mousePress(log.runNumbers(), Qt::RightButton, {},
                           QPoint(10, log.runNumbers()->height() - 5));
@@ -675,7 +679,7 @@ private slots:
     }
 
     void rightReleaseOnACellCommitsAndOpensTheColumnMenu() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.typeOnGrid(1, 12, '9');
         QTest::mouseRelease(log.grid->viewport(), Qt::RightButton, {}, log.cellCentre(1, 4));
@@ -685,7 +689,7 @@ private slots:
     }
 
     void rightReleaseOnTheHeaderRowOpensTheColumnMenu() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QWidget* header = log.grid->horizontalHeader()->viewport();
         QTest::mouseClick(header, Qt::RightButton, {}, QPoint(20, 5));
@@ -693,7 +697,7 @@ private slots:
     }
 
     void aFailureOnARunNumberIsReported() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         connect(log.grid->rowMenu(), &QMenu::aboutToShow, this,
@@ -706,7 +710,7 @@ private slots:
     }
 
     void panelCommandsAskForTheirTab() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         QSignalSpy tabs(log.grid, &RunGrid::panelTabRequested);
         log.rowCommand(1, "miPredict");
@@ -719,7 +723,7 @@ private slots:
     }
 
     void referenceRunAsksForThatRun() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         QSignalSpy reference(log.grid, &RunGrid::referenceRunRequested);
@@ -731,7 +735,7 @@ private slots:
     // --- Delete Run ------------------------------------------------------------------------
 
     void deleteAsksAndRemovesTheRun() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -753,7 +757,7 @@ private slots:
     }
 
     void deleteWithNoStillDropsTheLastReferenceItem() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         log.grid->newRun();
@@ -767,7 +771,7 @@ private slots:
     }
 
     void deleteMarksRun1AgainWhenItWasTheReferenceAlready() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         QVERIFY(log.document.selectReferenceRun(0));
@@ -784,7 +788,7 @@ private slots:
     }
 
     void deletingTheOnlyRunBlanksItAndKeepsRow1() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         ScriptedDialogs dialogs;
@@ -800,15 +804,15 @@ private slots:
     // --- Cut, Copy, Paste ------------------------------------------------------------------
 
     void pasteLeavesAmbientLightAsItWas() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         fillRun(log.table, 1);
         log.table.setCell(2, 33, QStringLiteral("340"));
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard.value(0)[7], QStringLiteral("1.7"));
-        QCOMPARE(state->runClipboard.value(0)[33], QString());
+        QCOMPARE(log.clipboard.value(0)[7], QStringLiteral("1.7"));
+        QCOMPARE(log.clipboard.value(0)[33], QString());
         log.grid->setCurrentRunCell(2, 5);
         QTest::keyClick(log.grid, Qt::Key_V, Qt::ControlModifier);
         for (int column = 1; column <= 32; ++column)
@@ -819,7 +823,7 @@ private slots:
     }
 
     void clipboardKeysBelongToTheGridOverTheWindowsShortcuts() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QAction windowCopy(QStringLiteral("Copy"));
         windowCopy.setShortcut(QKeySequence::Copy);
         log.window.addAction(&windowCopy);
@@ -828,24 +832,24 @@ private slots:
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard.value(0)[5], QStringLiteral("1.5"));
+        QCOMPARE(log.clipboard.value(0)[5], QStringLiteral("1.5"));
         QCOMPARE(windowCopies.size(), 0);
     }
 
     void cutEmptiesTheRunButItsAmbientLight() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         fillRun(log.table, 1);
         log.focusCell(1, 5);
         QTest::keyClick(log.grid, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(state->runClipboard.value(0)[32], QStringLiteral("1.32"));
+        QCOMPARE(log.clipboard.value(0)[32], QStringLiteral("1.32"));
         for (int column = 1; column <= 32; ++column)
             QCOMPARE(log.table.cell(1, column), QString());
         QCOMPARE(log.table.cell(1, 33), QStringLiteral("1.33"));
     }
 
     void menuCutCopyPasteWorkOnTheRun() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.grid->newRun();
         fillRun(log.table, 1);
@@ -857,8 +861,8 @@ private slots:
     }
 
     void aRunCopiedInOneLogPastesIntoAnother() {
-        LogWindow first(*state);
-        LogWindow second(*state);
+        LogWindow first(*station, runClipboard);
+        LogWindow second(*station, runClipboard);
         QVERIFY(first.ready());
         fillRun(first.table, 1);
         first.rowCommand(1, "miCopy");
@@ -872,24 +876,10 @@ private slots:
     // --- Weather -----------------------------------------------------------------------------
 
     void currentWeatherFillsTheWeatherColumns() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
-        WeatherRecord& weather = state->currentWeather;
-        weather.ABP = 29.921f;
-        weather.Temp = 71.5f;
-        weather.RH = 43.2f;
-        weather.AA = 1250;
-        weather.AH = 5.1f;
-        weather.GR = 45;
-        weather.VP = 0.33f;
-        weather.DP = 49;
-        weather.ADR = 0.987f;
-        weather.DA = 1410;
-        weather.PA = 120;
-        weather.WD = 275;
-        weather.WS = 7;
-        weather.WG = 11;
-        weather.AL = 340;
+        station->feed().tcpBytes(" 11/22/26 10:42:07 29.921 71.5 43.2 1250 5.1 45 0.33 49 0.987 "
+                                 "1410 120 275 7 11 340\r");
         log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.table.setCell(1, 2, QStringLiteral("11/22/26"));
         ScriptedDialogs dialogs;
@@ -920,7 +910,7 @@ private slots:
                   "340\r\n");
         day.close();
 
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 1, QStringLiteral("10:42am"));
         log.table.setCell(1, 2, QStringLiteral("11/22/26"));
@@ -937,7 +927,7 @@ private slots:
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Log Weather Import"));
         QCOMPARE(dialogs.messages[0].icon, Icon::Information);
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-        QVERIFY(!state->loggingWeather);
+        QVERIFY(!station->weatherLog().isBusy());
     }
 
     void loggedWeatherOfAMinuteWithNoRowImportsNothing() {
@@ -948,7 +938,7 @@ private slots:
                   "340\r\n");
         day.close();
 
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         log.table.setCell(1, 1, QStringLiteral("10:45am"));
         log.table.setCell(1, 2, QStringLiteral("11/22/26"));
@@ -965,7 +955,7 @@ private slots:
     }
 
     void loggedWeatherForABlankTimeWritesTheTimeEvenWhenNothingIsFound() {
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         const QString before = DateText::TimeText(QTime::currentTime());
@@ -992,7 +982,7 @@ private slots:
         }
         day.close();
 
-        LogWindow log(*state);
+        LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
         log.rowCommand(1, "miGetLoggedWeather");

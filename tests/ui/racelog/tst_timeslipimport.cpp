@@ -1,9 +1,9 @@
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/DateText.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "core/SettingKeys.h"
+#include "feed/WeatherStation.h"
 #include "output/TimeSlip.h"
 #include "racelog/ColumnTable.h"
 #include "racelog/RaceLog.h"
@@ -59,10 +59,10 @@ const QList<std::pair<int, QString>> SlipCells{
 // The run table of a race log window over a log of car 7.
 class LogWindow {
 public:
-    explicit LogWindow(AppState& state) {
+    explicit LogWindow(WeatherStation& station) {
         document.setField(RaceLog::Field::CarNumber, QStringLiteral("7"));
         document.undoStack().clear();
-        grid = new RunGrid(state, document, &window);
+        grid = new RunGrid(station, clipboard, document, &window);
         grid->setObjectName(QStringLiteral("gridLog"));
         auto* layout = new QVBoxLayout(&window);
         layout->addWidget(grid);
@@ -83,6 +83,7 @@ public:
         return texts;
     }
 
+    RunClipboard::Runs clipboard;
     RaceLog document;
     RunTable& table = document.runs();
     QWidget window;
@@ -94,7 +95,7 @@ public:
 class TestTimeSlipImport : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
 
     // The receiver's log of the event, named in the program's own setting as on a PC without
     // the receiver's software.
@@ -130,10 +131,10 @@ class TestTimeSlipImport : public QObject {
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = std::make_unique<AppState>();
+        station = std::make_unique<WeatherStation>();
     }
     void cleanup() {
-        state.reset();
+        station.reset();
         home.reset();
     }
 
@@ -142,7 +143,7 @@ private slots:
     void theSlipAndTheWeatherOfItsMinuteFillTheRun() {
         writeSlips(pairing("11/22/2026 10:20:00am") + pairing("11/22/2026 10:58:40am"));
         writeWeatherDay();
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         ScriptedDialogs dialogs;
         log.importSlip(1);
@@ -166,13 +167,13 @@ private slots:
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Log Weather Import"));
         QCOMPARE(dialogs.messages[0].icon, Icon::Information);
         QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
-        QVERIFY(!state->loggingWeather);
+        QVERIFY(!station->weatherLog().isBusy());
     }
 
     // The slip comes in even when the weather log has no row of its minute.
     void aSlipWithoutLoggedWeatherStillFillsTheRun() {
         writeSlips(pairing("11/22/2026 10:45:10am"));
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         ScriptedDialogs dialogs;
         log.importSlip(1);
@@ -189,7 +190,7 @@ private slots:
     void oneUndoStepTakesTheWholeImportBack() {
         writeSlips(pairing("11/22/2026 10:58:40am"));
         writeWeatherDay();
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         const QStringList before = log.cells(1);
         ScriptedDialogs dialogs;
@@ -209,7 +210,7 @@ private slots:
     // A lane the receiver writes in any other form leaves the lane cell alone.
     void anUnknownLaneLeavesTheLaneCell() {
         writeSlips(pairing("11/22/2026 10:50:00am", QStringLiteral("r")));
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         log.table.setCell(1, 3, QStringLiteral("Left"));
         ScriptedDialogs dialogs;
@@ -222,7 +223,7 @@ private slots:
 
     void withoutACarNumberNothingIsLookedUp() {
         writeSlips(pairing("11/22/2026 10:50:00am"));
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         log.document.setField(RaceLog::Field::CarNumber, QString());
         const int steps = log.document.undoStack().count();
@@ -240,7 +241,7 @@ private slots:
 
     // Neither the receiver's software nor the program names a log.
     void withoutALogFileNothingIsImported() {
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         const QStringList before = log.cells(1);
         ScriptedDialogs dialogs;
@@ -257,7 +258,7 @@ private slots:
     void anUnreadableLogGivesBothMessages() {
         writeSlips(pairing("11/22/2026 10:50:00am") +
                    slip("11/22/2026 10:51:00am", QStringLiteral("7"), QStringLiteral("L")));
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         const QStringList before = log.cells(1);
         ScriptedDialogs dialogs;
@@ -278,7 +279,7 @@ private slots:
         const QString path = writeSlips(pairing("11/22/2026 10:35:00am"));
         Registry::Set(SettingKeys::ReceiverLogFile, path);
         Registry::Set(SettingKeys::TimeSlipLogFile, home->root() + QStringLiteral("/none.csv"));
-        LogWindow log(*state);
+        LogWindow log(*station);
         typeRun(log);
         const QStringList before = log.cells(1);
         ScriptedDialogs dialogs;
@@ -300,7 +301,7 @@ private slots:
     // no slip is found, as one step of the command.
     void aRunWithoutATimeIsDatedEvenWhenNoSlipIsFound() {
         writeSlips(pairing("11/22/2026 10:50:00am"));
-        LogWindow log(*state);
+        LogWindow log(*station);
         ScriptedDialogs dialogs;
         log.importSlip(1);
         QCOMPARE(log.table.cell(1, 1), QString());
@@ -312,7 +313,7 @@ private slots:
     }
 
     void theCommandStandsInTheRowMenu() {
-        LogWindow log(*state);
+        LogWindow log(*station);
         auto* action = log.window.findChild<QAction*>(QStringLiteral("miiCardWeather"));
         QVERIFY(action);
         QCOMPARE(action->text(), QStringLiteral("Get iCard && Weather..."));

@@ -1,11 +1,11 @@
 #include "common/TestHome.h"
 #include "common/WindowTesting.h"
-#include "core/AppState.h"
 #include "core/CommandTable.h"
 #include "core/DateText.h"
 #include "core/Palette.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/WeatherFeed.h"
+#include "feed/WeatherStation.h"
 #include "ui/shell/CommandBar.h"
 #include "ui/shell/MainWindow.h"
 
@@ -46,7 +46,7 @@ QStringList visibleNames(const QList<QAction*>& actions) {
 class TestMainWindowBar : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
     std::unique_ptr<MainWindow> window;
 
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
@@ -55,12 +55,12 @@ class TestMainWindowBar : public QObject {
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = std::make_unique<AppState>();
-        window = std::make_unique<MainWindow>(*state);
+        station = std::make_unique<WeatherStation>();
+        window = std::make_unique<MainWindow>(*station);
     }
     void cleanup() {
         window.reset();
-        state.reset();
+        station.reset();
         home.reset();
     }
 

@@ -1,10 +1,10 @@
 #include "common/TestHome.h"
 #include "common/WindowTesting.h"
-#include "core/AppState.h"
 #include "core/LiveView.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherLog.h"
+#include "feed/WeatherStation.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QApplication>
@@ -71,17 +71,17 @@ public:
 // An open pressure chart that records what a replay sends it, and whether it was cleared.
 class RecordingViews : public LiveView {
 public:
-    explicit RecordingViews(AppState& state) : state(state) {
-        state.views.open(ViewTable::View::ABP, this);
+    explicit RecordingViews(WeatherStation& station) : views(station.views()) {
+        views.open(ViewTable::View::ABP, this);
     }
-    ~RecordingViews() override { state.views.close(ViewTable::View::ABP, this); }
+    ~RecordingViews() override { views.close(ViewTable::View::ABP, this); }
     void showReading(const WeatherRecord&, const QString&) override {}
     void addLoggedPoint(float, const QList<float>& values) override {
         pressures.append(values.value(0));
     }
     void clear() override { ++clears; }
 
-    AppState& state;
+    OpenViews& views;
     QList<float> pressures;
     int clears = 0;
 };
@@ -105,7 +105,7 @@ const QString weatherRow = QStringLiteral(
 class TestMainWindowCommands : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
     std::unique_ptr<MainWindow> window;
 
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
@@ -132,8 +132,8 @@ class TestMainWindowCommands : public QObject {
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = std::make_unique<AppState>();
-        window = std::make_unique<MainWindow>(*state);
+        station = std::make_unique<WeatherStation>();
+        window = std::make_unique<MainWindow>(*station);
         window->load();
         window->resize(900, 700);
         window->show();
@@ -141,7 +141,7 @@ private slots:
     }
     void cleanup() {
         window.reset();
-        state.reset();
+        station.reset();
         home.reset();
     }
 
@@ -186,22 +186,22 @@ private slots:
     }
 
     void automaticUpdatesToggle() {
-        QVERIFY(state->automaticUpdates);
+        QVERIFY(station->predictionSettings().automaticUpdates);
         tool("miAutomaticUpdates")->trigger();
-        QVERIFY(!state->automaticUpdates);
+        QVERIFY(!station->predictionSettings().automaticUpdates);
         QVERIFY(!tool("miAutomaticUpdates")->isChecked());
         window->dispatch("miAutomaticUpdates");
-        QVERIFY(state->automaticUpdates);
+        QVERIFY(station->predictionSettings().automaticUpdates);
         QVERIFY(tool("miAutomaticUpdates")->isChecked());
     }
 
     void deltaVPToggles() {
-        QVERIFY(!state->deltaVP);
+        QVERIFY(!station->predictionSettings().deltaVP);
         tool("miDeltaVP")->trigger();
-        QVERIFY(state->deltaVP);
+        QVERIFY(station->predictionSettings().deltaVP);
         QVERIFY(tool("miDeltaVP")->isChecked());
         window->dispatch("miDeltaVP");
-        QVERIFY(!state->deltaVP);
+        QVERIFY(!station->predictionSettings().deltaVP);
         QVERIFY(!tool("miDeltaVP")->isChecked());
     }
 
@@ -375,7 +375,7 @@ private slots:
 
     void loadLoggedWeatherAsksAndReplays() {
         ScriptedDialogs dialogs;
-        RecordingViews views(*state);
+        RecordingViews views(*station);
         dialogs.queueFile(writeWeatherLog("2026-11-22.csv", 3));
         dialogs.queueAnswer(Dialogs::Answer::No);
         tool("miLoadLoggedWeather")->trigger();
@@ -396,19 +396,19 @@ private slots:
     // instance's log through the same command.
     void aDisplayInstanceReplaysTheMainInstancesLog() {
         window.reset();
-        state = std::make_unique<AppState>();
-        state->displayMode = true;
-        window = std::make_unique<MainWindow>(*state);
+        station = std::make_unique<WeatherStation>(InstanceRole::Display);
+        window = std::make_unique<MainWindow>(*station);
         ScriptedDialogs dialogs;
         window->load();
         dialogs.messages.clear();
-        RecordingViews views(*state);
+        RecordingViews views(*station);
 
-        AppState mainInstance;
-        mainInstance.currentWeather.ABP = 29.5f;
-        LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-        mainInstance.currentWeather.ABP = 29.75f;
-        LogWeather(mainInstance, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
+        WeatherLog mainInstance;
+        WeatherRecord reading;
+        reading.ABP = 29.5f;
+        mainInstance.append(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+        reading.ABP = 29.75f;
+        mainInstance.append(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
         dialogs.queueFile(WeatherLogPath(QDate(2026, 11, 22)));
         dialogs.queueAnswer(Dialogs::Answer::No);
         QVERIFY(tool("miLoadLoggedWeather")->isEnabled());
@@ -453,20 +453,22 @@ private slots:
 
     void loadLoggedWeatherWithNoChartLeavesTheLiveWeatherAlone() {
         ScriptedDialogs dialogs;
-        state->currentWeather.ABP = 28.5f;
-        state->statusLine = QStringLiteral("ABP=28.5");
+        station->feed().tcpBytes(
+            " 11/22/26 10:42:07 28.5 71.5 43.2 1250 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r");
+        const QString status = station->statusLine();
+        QVERIFY(status.startsWith(QStringLiteral("ABP=28.5 ")));
         dialogs.queueFile(writeWeatherLog("quiet.csv", 5));
         dialogs.queueAnswer(Dialogs::Answer::No);
         window->dispatch("miLoadLoggedWeather");
         QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(state->currentWeather.ABP, 28.5f);
-        QCOMPARE(state->statusLine, QStringLiteral("ABP=28.5"));
+        QCOMPARE(station->reading().ABP, 28.5f);
+        QCOMPARE(station->statusLine(), status);
         QVERIFY(!QGuiApplication::overrideCursor());
     }
 
     void loadLoggedWeatherReplaysAfterClearing() {
         ScriptedDialogs dialogs;
-        RecordingViews views(*state);
+        RecordingViews views(*station);
         dialogs.queueFile(writeWeatherLog("day.csv", 2));
         dialogs.queueAnswer(Dialogs::Answer::Yes);
         window->dispatch("miLoadLoggedWeather");
@@ -476,7 +478,7 @@ private slots:
     }
 
     void clearViewsClearsTheOpenCharts() {
-        RecordingViews views(*state);
+        RecordingViews views(*station);
         QVERIFY(tool("miClearViews")->isVisible());
         tool("miClearViews")->trigger();
         QCOMPARE(views.clears, 1);

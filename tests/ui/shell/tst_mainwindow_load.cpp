@@ -1,10 +1,10 @@
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/LiveView.h"
-#include "core/RaceLogDocument.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/WeatherStation.h"
+#include "racelog/RaceLog.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QAction>
@@ -25,22 +25,22 @@ const QString PortKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
 class TestMainWindowLoad : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
-    std::unique_ptr<AppState> state;
+    std::unique_ptr<WeatherStation> station;
     std::unique_ptr<MainWindow> window;
 
-    void makeWindow() { window = std::make_unique<MainWindow>(*state); }
+    void makeWindow() { window = std::make_unique<MainWindow>(*station); }
     QAction* tool(const QString& name) { return window->findChild<QAction*>(name); }
-    QTimer* timer(const QString& name) { return window->findChild<QTimer*>(name); }
+    QTimer* timer(const QString& name) { return station->findChild<QTimer*>(name); }
     QColor background() { return window->mdiArea()->background().color(); }
 
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
-        state = std::make_unique<AppState>();
+        station = std::make_unique<WeatherStation>();
     }
     void cleanup() {
         window.reset();
-        state.reset();
+        station.reset();
         home.reset();
         qunsetenv("TARNWICK_TIMER_SCALE");
     }
@@ -62,7 +62,7 @@ private slots:
     }
 
     void aDisplayInstanceIsVessimarAndKeepsThePortSettings() {
-        state->displayMode = true;
+        station = std::make_unique<WeatherStation>(InstanceRole::Display);
         makeWindow();
         window->load();
         // Still off once the port settings dialog joins the bar.
@@ -109,7 +109,7 @@ private slots:
         window->load();
         QVERIFY(dialogs.messages.isEmpty());
         QCOMPARE(window->background(), 0x8000000Cu);
-        QVERIFY(state->deltaVP);
+        QVERIFY(station->predictionSettings().deltaVP);
         QCOMPARE(window->instrument().portSettings.comPort, qint16(25));
         QCOMPARE(window->instrument().portSettings.baud, qint16(5));
         QCOMPARE(window->instrument().portSettings.parity, qint16(0));
@@ -133,7 +133,7 @@ private slots:
         Registry::Set(Defaults, "DeltaVP", "yes");
         makeWindow();
         window->load();
-        QVERIFY(!state->deltaVP);
+        QVERIFY(!station->predictionSettings().deltaVP);
         window->show();
         tool("miBlue")->trigger();
         tool("miDeltaVP")->trigger();
@@ -179,38 +179,36 @@ private slots:
         QFETCH(bool, on);
         if (!stored.isNull())
             Registry::Set(Defaults, "DeltaVP", stored);
-        state->deltaVP = !on;
+        station->predictionSettings().deltaVP = !on;
         makeWindow();
         window->load();
-        QCOMPARE(state->deltaVP, on);
+        QCOMPARE(station->predictionSettings().deltaVP, on);
         QCOMPARE(tool("miDeltaVP")->isChecked(), on);
     }
 
     void startsFresh() {
-        struct IdleLog : RaceLogDocument {
-            void takeLiveWeather(qint32, float) override {}
-            void updatePredictions() override {}
-        } first, second;
+        RaceLog first;
+        RaceLog second;
         struct IdleView : LiveView {
             void showReading(const WeatherRecord&, const QString&) override {}
         } view;
-        state->raceLogs.open(&first);
-        state->raceLogs.open(&second);
+        station->raceLogs().open(&first);
+        station->raceLogs().open(&second);
         for (const ViewTable::View kind :
              {ViewTable::View::WindDirection, ViewTable::View::WindSpeed,
               ViewTable::View::VaporPressure})
-            state->views.open(kind, &view);
-        state->automaticUpdates = false;
-        state->loggingWeather = true;
+            station->views().open(kind, &view);
+        station->predictionSettings().automaticUpdates = false;
+        std::optional<WeatherLog::Hold> scanning(station->weatherLog());
         makeWindow();
         window->load();
-        QCOMPARE(state->raceLogs.bySlot(), QList<RaceLogDocument*>{nullptr});
-        QVERIFY(!state->views.isOpen(ViewTable::View::WindDirection));
-        QVERIFY(!state->views.isOpen(ViewTable::View::WindSpeed));
-        QVERIFY(!state->views.isOpen(ViewTable::View::VaporPressure));
-        QVERIFY(state->automaticUpdates);
+        QCOMPARE(station->raceLogs().bySlot(), QList<RaceLog*>{nullptr});
+        QVERIFY(!station->views().isOpen(ViewTable::View::WindDirection));
+        QVERIFY(!station->views().isOpen(ViewTable::View::WindSpeed));
+        QVERIFY(!station->views().isOpen(ViewTable::View::VaporPressure));
+        QVERIFY(station->predictionSettings().automaticUpdates);
         QVERIFY(tool("miAutomaticUpdates")->isChecked());
-        QVERIFY(!state->loggingWeather);
+        QVERIFY(!station->weatherLog().isBusy());
     }
 
     void setDateTimeStaysOff() {
@@ -233,6 +231,7 @@ private slots:
 
     void timersCanRunFasterForTests() {
         qputenv("TARNWICK_TIMER_SCALE", "0.01");
+        station = std::make_unique<WeatherStation>();
         makeWindow();
         QCOMPARE(timer("tmrMain")->interval(), 200);
         QCOMPARE(timer("tmrSend")->interval(), 40);
@@ -253,7 +252,7 @@ private slots:
         window.reset();
         makeWindow();
         window->load();
-        QVERIFY(state->deltaVP);
+        QVERIFY(station->predictionSettings().deltaVP);
         QCOMPARE(background(), QColor(0, 0, 0xC0));
         window->show();
         tool("miDeltaVP")->trigger();
@@ -325,7 +324,7 @@ private slots:
     void aDisplayInstanceReadsTheRelayOnThisMachineUnlessToldOtherwise() {
         ScriptedDialogs dialogs;
         Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "6", "None");
-        state->displayMode = true;
+        station = std::make_unique<WeatherStation>(InstanceRole::Display);
         makeWindow();
         window->load();
         QCOMPARE(window->instrument().portSettings.host, QStringLiteral("localhost"));
@@ -350,7 +349,7 @@ private slots:
         window->load();
         dialogs.messages.clear(); // the load asked for a port
         window->show();
-        state->loggingWeather = true;
+        const WeatherLog::Hold writing(station->weatherLog());
         QVERIFY(!window->close());
         QVERIFY(window->isVisible());
         QCOMPARE(dialogs.messages.size(), 1);
@@ -375,10 +374,10 @@ private slots:
         window->load();
         dialogs.messages.clear(); // the load asked for a port
         window->show();
-        state->loggingWeather = true;
+        std::optional<WeatherLog::Hold> writing(station->weatherLog());
         QVERIFY(!window->close());
         QCOMPARE(dialogs.messages.size(), 1);
-        state->loggingWeather = false;
+        writing.reset();
         QVERIFY(window->close());
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));

@@ -1,9 +1,9 @@
 #include "ScreenLayout.h"
 #include "common/TestHome.h"
 #include "common/WindowTesting.h"
-#include "core/AppState.h"
 #include "core/CommandTable.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Startup.h"
 
@@ -34,14 +34,13 @@ class TestMainWindowSmallScreen : public QObject {
     Q_OBJECT
     std::unique_ptr<TestHome> home;
     std::unique_ptr<ScriptedDialogs> dialogs;
-    std::unique_ptr<AppState> state;
     std::unique_ptr<Startup> startup;
     QTemporaryDir programFolder;
     // The icon the desktop entry installs, drawn.
     const QImage programIcon = drawn(QIcon(QStringLiteral(TARNWICK_PROGRAM_ICON)));
 
     MainWindow& start() {
-        startup = std::make_unique<Startup>(*state, QStringList{"tarnwick"}, programFolder.path());
+        startup = std::make_unique<Startup>(QStringList{"tarnwick"}, programFolder.path());
         [&] { QCOMPARE(startup->Main(), std::nullopt); }();
         return *startup->mainWindow();
     }
@@ -50,11 +49,9 @@ private slots:
     void init() {
         home = std::make_unique<TestHome>();
         dialogs = std::make_unique<ScriptedDialogs>();
-        state = std::make_unique<AppState>();
     }
     void cleanup() {
         startup.reset();
-        state.reset();
         dialogs.reset();
         home.reset();
     }

@@ -1,9 +1,9 @@
 #include "common/OtherInstance.h"
 #include "common/TestHome.h"
-#include "core/AppState.h"
 #include "core/CommandTable.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "feed/WeatherStation.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Startup.h"
 
@@ -57,7 +57,6 @@ class TestStartupMain : public QObject {
 private:
     std::unique_ptr<TestHome> home;
     std::unique_ptr<ScriptedDialogs> dialogs;
-    std::unique_ptr<AppState> state;
     // The program folder of the start under test: empty, or holding a stand-in relay that
     // notes each start in a file beside it.
     QTemporaryDir bareFolder;
@@ -66,7 +65,7 @@ private:
     QString relayStarts() const { return relayFolder.filePath("oskerby.starts"); }
 
     std::unique_ptr<Startup> startup(const QStringList& arguments, const QString& folder) {
-        return std::make_unique<Startup>(*state, QStringList{"tarnwick"} + arguments, folder);
+        return std::make_unique<Startup>(QStringList{"tarnwick"} + arguments, folder);
     }
 
 private slots:
@@ -81,7 +80,6 @@ private slots:
     void init() {
         home = std::make_unique<TestHome>();
         dialogs = std::make_unique<ScriptedDialogs>();
-        state = std::make_unique<AppState>();
         QFile::remove(relayStarts());
     }
 
@@ -98,8 +96,8 @@ private slots:
         // The splash stood for its second and is gone.
         QVERIFY(clock.elapsed() >= 1000);
         QVERIFY(!splashShown());
-        QVERIFY(!state->displayMode);
         QVERIFY(start->mainWindow());
+        QVERIFY(!start->weatherStation()->isDisplay());
         QVERIFY(start->mainWindow()->isVisible());
         QVERIFY(!saidTitle(*dialogs, "Tarnwick"));
         // A main instance never starts the relay.
@@ -217,7 +215,7 @@ private slots:
         QCOMPARE(question.icon, Dialogs::Icon::Information);
         QCOMPARE(question.buttons, Dialogs::Buttons::OkCancel);
         QVERIFY(!start->mainWindow());
-        QVERIFY(!state->displayMode);
+        QVERIFY(!start->weatherStation());
         QVERIFY(!QFile::exists(Registry::StoreFilePath()));
         QVERIFY(!QFile::exists(relayStarts()));
     }
@@ -228,7 +226,7 @@ private slots:
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
         QCOMPARE(start->Main(), std::nullopt);
-        QVERIFY(state->displayMode);
+        QVERIFY(start->weatherStation()->isDisplay());
         QCOMPARE(dialogs->messages.at(0).text, displayQuestion);
         QVERIFY(start->mainWindow()->isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(relayStarts()), 5000);

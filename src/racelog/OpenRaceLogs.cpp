@@ -1,17 +1,20 @@
-#include "core/OpenRaceLogs.h"
+#include "racelog/OpenRaceLogs.h"
 
-int OpenRaceLogs::open(RaceLogDocument* log) {
+#include "racelog/RaceLog.h"
+
+int OpenRaceLogs::open(RaceLog* log) {
     qsizetype slot = logs.indexOf(nullptr);
     if (slot < 0) {
         slot = logs.size();
         logs.append(nullptr);
     }
     logs[slot] = log;
+    log->setSlot(int(slot));
     emit opened(int(slot));
     return int(slot);
 }
 
-void OpenRaceLogs::close(RaceLogDocument* log) {
+void OpenRaceLogs::close(RaceLog* log) {
     const qsizetype slot = log ? logs.indexOf(log) : -1;
     if (slot < 0)
         return;

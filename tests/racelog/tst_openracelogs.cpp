@@ -1,16 +1,12 @@
-#include "core/OpenRaceLogs.h"
-#include "core/RaceLogDocument.h"
+#include "racelog/OpenRaceLogs.h"
+#include "racelog/RaceLog.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 namespace {
 
-class Log : public RaceLogDocument {
-public:
-    void takeLiveWeather(qint32, float) override {}
-    void updatePredictions() override {}
-};
+using Log = RaceLog;
 
 QList<int> slotsIn(const QSignalSpy& spy) {
     QList<int> list;
@@ -40,9 +36,13 @@ private slots:
         QCOMPARE(logs.open(&second), 1);
         QCOMPARE(logs.open(&third), 2);
         logs.close(&second);
-        QCOMPARE(logs.bySlot(), (QList<RaceLogDocument*>{&first, nullptr, &third}));
+        QCOMPARE(logs.bySlot(), (QList<RaceLog*>{&first, nullptr, &third}));
         QCOMPARE(logs.open(&fourth), 1);
-        QCOMPARE(logs.bySlot(), (QList<RaceLogDocument*>{&first, &fourth, &third}));
+        QCOMPARE(logs.bySlot(), (QList<RaceLog*>{&first, &fourth, &third}));
+        // Each log knows its slot, which names it where it has no page identifier.
+        QCOMPARE(first.slot(), 0);
+        QCOMPARE(fourth.slot(), 1);
+        QCOMPARE(third.slot(), 2);
     }
 
     // A closed log leaves its slot empty: the slots after it keep their numbers, and with them
@@ -82,7 +82,7 @@ private slots:
         logs.open(&first);
         logs.open(&second);
         logs.reset();
-        QCOMPARE(logs.bySlot(), QList<RaceLogDocument*>{nullptr});
+        QCOMPARE(logs.bySlot(), QList<RaceLog*>{nullptr});
     }
 };
 

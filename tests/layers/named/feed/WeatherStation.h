@@ -1,0 +1,7 @@
+#pragma once
+
+class MainWindow;
+
+class WeatherStation {
+    MainWindow* window = nullptr;
+};

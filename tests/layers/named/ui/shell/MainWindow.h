@@ -1,0 +1,5 @@
+#pragma once
+
+#include <QMainWindow>
+
+class MainWindow : public QMainWindow {};
