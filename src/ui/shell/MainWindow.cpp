@@ -64,6 +64,8 @@ MainWindow::MainWindow(AppState& state, QWidget* parent)
     station = new WeatherStation(state, this);
     connect(station, &WeatherStation::statusText, this, &MainWindow::showStatus);
     connect(station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
+    // A failure of the links opens its box at once, before the connection goes on.
+    connect(&station->link(), &InstrumentConnection::warning, this, &Dialogs::Show);
     connect(&station->watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
     connect(&station->watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
 }
