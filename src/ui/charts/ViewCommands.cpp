@@ -7,13 +7,10 @@
 namespace ViewCommands {
 
 void add(MainWindow& main, AppState& state) {
-    for (const ViewTable::Entry& entry : ViewTable::Views) {
-        if (!ViewWindows::canShow(entry.view))
-            continue;
+    for (const ViewTable::Entry& entry : ViewTable::Views)
         main.setCommand(entry.command.toString(), [&main, &state, view = entry.view] {
             ViewWindows::show(*main.mdiArea(), state.views, view);
         });
-    }
 }
 
 } // namespace ViewCommands

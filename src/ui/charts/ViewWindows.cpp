@@ -9,7 +9,6 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <array>
 
 namespace ViewWindows {
 
@@ -18,26 +17,29 @@ namespace {
 using View = ViewTable::View;
 using Maker = LiveViewWindow* (*)(View view, OpenViews& views);
 
-// The window of each view, in the order of the view table; nullptr where none is built yet.
-const std::array<Maker, ViewTable::Count> Makers{{
-    WindRoseWindow::make,       // RosePlot
-    WindGaugeWindow::make,      // WindDirection
-    StripChartWindow::make,     // WindSpeed
-    WeatherDisplayWindow::make, // Weather
-    StripChartWindow::make,     // VaporPressure
-    StripChartWindow::make,     // AADA
-    StripChartWindow::make,     // ABP
-    StripChartWindow::make,     // RH
-    StripChartWindow::make,     // GR
-    StripChartWindow::make,     // CF
-    StripChartWindow::make,     // ADR
-}};
+// The window of each view; every view not named here is a strip chart.
+Maker makerOf(View view) {
+    switch (view) {
+    case View::RosePlot:
+        return WindRoseWindow::make;
+    case View::WindDirection:
+        return WindGaugeWindow::make;
+    case View::Weather:
+        return WeatherDisplayWindow::make;
+    case View::WindSpeed:
+    case View::VaporPressure:
+    case View::AADA:
+    case View::ABP:
+    case View::RH:
+    case View::GR:
+    case View::CF:
+    case View::ADR:
+        break;
+    }
+    return StripChartWindow::make;
+}
 
 } // namespace
-
-bool canShow(View view) {
-    return Makers[std::size_t(view)] != nullptr;
-}
 
 LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
     if (auto* open = dynamic_cast<LiveViewWindow*>(views.at(view))) {
@@ -45,9 +47,7 @@ LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
             area.setActiveSubWindow(frame);
         return open;
     }
-    if (!canShow(view))
-        return nullptr;
-    LiveViewWindow* window = Makers[std::size_t(view)](view, views);
+    LiveViewWindow* window = makerOf(view)(view, views);
     QMdiSubWindow* frame = area.addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
     window->joinViews();
