@@ -1,14 +1,11 @@
 #include "ui/charts/ViewWindows.h"
 
-#include "core/OpenViews.h"
 #include "ui/charts/LiveViewWindow.h"
 #include "ui/charts/StripChartWindow.h"
 #include "ui/charts/WeatherDisplayWindow.h"
 #include "ui/charts/WindGaugeWindow.h"
 #include "ui/charts/WindRoseWindow.h"
-
-#include <QMdiArea>
-#include <QMdiSubWindow>
+#include "ui/shell/SingleWindows.h"
 
 namespace ViewWindows {
 
@@ -41,19 +38,12 @@ Maker makerOf(View view) {
 
 } // namespace
 
-LiveViewWindow* show(QMdiArea& area, OpenViews& views, View view) {
-    if (auto* open = dynamic_cast<LiveViewWindow*>(views.at(view))) {
-        if (auto* frame = qobject_cast<QMdiSubWindow*>(open->parentWidget()))
-            area.setActiveSubWindow(frame);
-        return open;
-    }
-    LiveViewWindow* window = makerOf(view)(view, views);
-    QMdiSubWindow* frame = area.addSubWindow(window);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    window->joinViews();
-    frame->show();
-    window->show();
-    return window;
+void show(QMdiArea& area, OpenViews& views, View view) {
+    SingleWindows::show(area, ViewTable::entry(view).objectName.toString(), [&] {
+        LiveViewWindow* window = makerOf(view)(view, views);
+        window->joinViews();
+        return window;
+    });
 }
 
 } // namespace ViewWindows

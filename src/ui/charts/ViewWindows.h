@@ -2,7 +2,6 @@
 
 #include "core/ViewTable.h"
 
-class LiveViewWindow;
 class OpenViews;
 class QMdiArea;
 
@@ -11,6 +10,6 @@ namespace ViewWindows {
 
 // Brings the view's window to the front when it is open. Otherwise makes it in the MDI
 // area at the place it had when it was last closed, lets it join the open views and shows it.
-LiveViewWindow* show(QMdiArea& area, OpenViews& views, ViewTable::View view);
+void show(QMdiArea& area, OpenViews& views, ViewTable::View view);
 
 } // namespace ViewWindows
