@@ -1,38 +1,26 @@
 #include "charts/WeatherBoxes.h"
 
-#include "core/NumberText.h"
+#include "feed/WeatherQuantities.h"
 
 namespace WeatherBoxes {
 
-namespace {
-
-QString number(float value) {
-    return NumberText::General(value);
-}
-
-QString number(qint32 value) {
-    return QString::number(value);
-}
-
-} // namespace
-
 // clang-format off
 const std::array<Box, Count> Boxes{{
-    {u"ABP",  u"Absolute Barometric Pressure",      [](const WeatherRecord& w) { return number(w.ABP); }},
-    {u"AA",   u"Adjusted Altitude",                 [](const WeatherRecord& w) { return number(w.AA); }},
-    {u"WD",   u"Wind Direction",                    [](const WeatherRecord& w) { return number(w.WD); }},
-    {u"TEMP", u"Temperature in Degrees Fahrenheit", [](const WeatherRecord& w) { return number(w.Temp); }},
-    {u"RH",   u"Relative Humidity",                 [](const WeatherRecord& w) { return number(w.RH); }},
-    {u"AH",   u"Absolute Humidity",                 [](const WeatherRecord& w) { return number(w.AH); }},
-    {u"GR",   u"Grains per lb",                     [](const WeatherRecord& w) { return number(w.GR); }},
-    {u"DA",   u"Density Altitude",                  [](const WeatherRecord& w) { return number(w.DA); }},
-    {u"VP",   u"Vapor Pressure",                    [](const WeatherRecord& w) { return number(w.VP); }},
-    {u"PA",   u"Pressure Altitude",                 [](const WeatherRecord& w) { return number(w.PA); }},
-    {u"ADR",  u"Air Density Ratio",                 [](const WeatherRecord& w) { return number(w.ADR); }},
-    {u"WS",   u"Wind Speed",                        [](const WeatherRecord& w) { return number(w.WS); }},
-    {u"WG",   u"Wind Gust",                         [](const WeatherRecord& w) { return number(w.WG); }},
-    {u"AL",   u"Ambient Light",                     [](const WeatherRecord& w) { return number(w.AL); }},
-    {u"DP",   u"Dew Point",                         [](const WeatherRecord& w) { return number(w.DP); }},
+    {u"ABP",  u"Absolute Barometric Pressure",      [](const WeatherRecord& w) { return valueText(w.ABP); }},
+    {u"AA",   u"Adjusted Altitude",                 [](const WeatherRecord& w) { return valueText(w.AA); }},
+    {u"WD",   u"Wind Direction",                    [](const WeatherRecord& w) { return valueText(w.WD); }},
+    {u"TEMP", u"Temperature in Degrees Fahrenheit", [](const WeatherRecord& w) { return valueText(w.Temp); }},
+    {u"RH",   u"Relative Humidity",                 [](const WeatherRecord& w) { return valueText(w.RH); }},
+    {u"AH",   u"Absolute Humidity",                 [](const WeatherRecord& w) { return valueText(w.AH); }},
+    {u"GR",   u"Grains per lb",                     [](const WeatherRecord& w) { return valueText(w.GR); }},
+    {u"DA",   u"Density Altitude",                  [](const WeatherRecord& w) { return valueText(w.DA); }},
+    {u"VP",   u"Vapor Pressure",                    [](const WeatherRecord& w) { return valueText(w.VP); }},
+    {u"PA",   u"Pressure Altitude",                 [](const WeatherRecord& w) { return valueText(w.PA); }},
+    {u"ADR",  u"Air Density Ratio",                 [](const WeatherRecord& w) { return valueText(w.ADR); }},
+    {u"WS",   u"Wind Speed",                        [](const WeatherRecord& w) { return valueText(w.WS); }},
+    {u"WG",   u"Wind Gust",                         [](const WeatherRecord& w) { return valueText(w.WG); }},
+    {u"AL",   u"Ambient Light",                     [](const WeatherRecord& w) { return valueText(w.AL); }},
+    {u"DP",   u"Dew Point",                         [](const WeatherRecord& w) { return valueText(w.DP); }},
 }};
 
 const std::array<QStringView, Count> FillOrder{

@@ -10,9 +10,19 @@ namespace {
 const QString StartFailure = QStringLiteral("  Unable to start serial communications");
 const QString CloseFailure = QStringLiteral("  Unable to close serial communications");
 
-void warnSerialPort(const QString& failure) {
-    Dialogs::Inform(QStringLiteral("WARNING:\r\n") + failure, QStringLiteral("Serial Port - Open"),
-                    Dialogs::Icon::Critical);
+// Every failure the connection tells of is a one-button box with the critical icon.
+Dialogs::Message criticalBox(const QString& text, const QString& title) {
+    return {text, title, Dialogs::Icon::Critical, Dialogs::Buttons::Ok, Dialogs::Answer::Ok};
+}
+
+Dialogs::Message serialPortWarning(const QString& failure) {
+    return criticalBox(QStringLiteral("WARNING:\r\n") + failure,
+                       QStringLiteral("Serial Port - Open"));
+}
+
+Dialogs::Message networkError(int code, const QString& text) {
+    return criticalBox(QStringLiteral("Error %1: %2").arg(code).arg(text),
+                       QStringLiteral("Network Connection"));
 }
 
 bool namesSomething(const QString& text) {
@@ -97,7 +107,7 @@ bool InstrumentConnection::StartComm() {
         return true;
     commPort = 2;
     if (!serial->discardInput()) {
-        warnSerialPort(StartFailure);
+        emit warning(serialPortWarning(StartFailure));
         return false;
     }
     ApplyPortSettings();
@@ -109,7 +119,7 @@ bool InstrumentConnection::CloseComm() {
     if (!serial->isOpen())
         return true;
     if (!serial->discardInput()) {
-        warnSerialPort(CloseFailure);
+        emit warning(serialPortWarning(CloseFailure));
         return false;
     }
     serial->close();
@@ -138,8 +148,8 @@ bool InstrumentConnection::ApplyPortSettings() {
 
 void InstrumentConnection::applyLink(const QString& hostText, const QString& portText) {
     if (!ApplyPortSettings())
-        Dialogs::Inform(QStringLiteral("Error applying settings"), QStringLiteral("Tarnwick"),
-                        Dialogs::Icon::Critical);
+        emit warning(
+            criticalBox(QStringLiteral("Error applying settings"), QStringLiteral("Tarnwick")));
     portSettings.host = hostText.trimmed();
     portSettings.tcpPort = portText.trimmed();
     showRelayFailure = connectIPPort();
@@ -182,7 +192,7 @@ void InstrumentConnection::reconnectRelay() {
 // user asked for is shown.
 void InstrumentConnection::relayError(int code, const QString& text) {
     if (showRelayFailure)
-        showNetworkError(code, text);
+        emit warning(networkError(code, text));
     showRelayFailure = false;
     if (!tcp.isOpen())
         relayLost();
@@ -196,9 +206,4 @@ void InstrumentConnection::poll() {
 
 bool InstrumentConnection::anyLinkOpen() const {
     return serial->isOpen() || tcp.isOpen();
-}
-
-void InstrumentConnection::showNetworkError(int code, const QString& text) {
-    Dialogs::Inform(QStringLiteral("Error ") + QString::number(code) + QStringLiteral(": ") + text,
-                    QStringLiteral("Network Connection"), Dialogs::Icon::Critical);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Dialogs.h"
 #include "feed/LineSettings.h"
 #include "feed/PortLink.h"
 #include "feed/PortSettings.h"
@@ -72,6 +73,10 @@ signals:
     // The serial port or the relay connection closed, or the serial port was replaced; the
     // other one may still be open.
     void linkClosed();
+    // A failure the user is to be told of, as the box that tells it. The connection goes on
+    // only once every slot has returned, so a box shown from a slot comes before whatever the
+    // connection does next.
+    void warning(const Dialogs::Message& message);
 
 private:
     std::unique_ptr<PortLink> serial;
@@ -99,5 +104,4 @@ private:
     void relayLost();
     void reconnectRelay();
     void relayError(int code, const QString& text);
-    void showNetworkError(int code, const QString& text);
 };

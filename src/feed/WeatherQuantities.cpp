@@ -2,10 +2,18 @@
 
 #include "core/NumberText.h"
 
+QString valueText(float value) {
+    return NumberText::General(value);
+}
+
+QString valueText(qint32 value) {
+    return QString::number(value);
+}
+
 QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
     if (quantity.real)
-        return NumberText::General(record.*quantity.real);
-    return QString::number(record.*quantity.whole);
+        return valueText(record.*quantity.real);
+    return valueText(record.*quantity.whole);
 }
 
 bool StoreQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value) {

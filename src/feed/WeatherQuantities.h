@@ -34,8 +34,12 @@ inline constexpr std::array<WeatherQuantity, 15> WeatherQuantities{{
     {"AL", "AL=", nullptr, &WeatherRecord::AL},
 }};
 
-// The quantity as the program writes it everywhere: a float in general number form, an
-// integer as plain digits.
+// A value of a reading as the program writes it everywhere, in the status line, the weather
+// log, the views and the race log: a float in general number form, an integer as plain digits.
+QString valueText(float value);
+QString valueText(qint32 value);
+
+// The quantity of the reading, written as valueText writes it.
 QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record);
 
 // Stores a value that came through a 32-bit float: as it is into a float field, rounded to

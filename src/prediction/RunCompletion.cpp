@@ -121,13 +121,13 @@ Dialogs::Message faultMessage() {
             Dialogs::Buttons::Ok, Dialogs::Answer::Ok};
 }
 
-std::optional<Proposal> confirm(const Outcome& outcome) {
+std::optional<Proposal> confirm(const Outcome& outcome, const AskUser& ask) {
     if (std::holds_alternative<Fault>(outcome)) {
-        Dialogs::Show(faultMessage());
+        ask(faultMessage());
         return std::nullopt;
     }
     const auto* proposal = std::get_if<Proposal>(&outcome);
-    if (!proposal || Dialogs::Show(proposal->question) != Dialogs::Answer::Yes)
+    if (!proposal || ask(proposal->question) != Dialogs::Answer::Yes)
         return std::nullopt;
     return *proposal;
 }

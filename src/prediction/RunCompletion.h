@@ -4,6 +4,7 @@
 #include "prediction/RunCells.h"
 
 #include <QString>
+#include <functional>
 #include <optional>
 #include <variant>
 
@@ -40,8 +41,11 @@ Outcome compute(const Inputs& inputs);
 // The box a fault shows.
 Dialogs::Message faultMessage();
 
-// Tells of a fault or asks the proposal's question; the proposal to write when the user
-// answers yes, else nothing.
-std::optional<Proposal> confirm(const Outcome& outcome);
+// Shows a box to the user and gives the answer; the window passes the program's own.
+using AskUser = std::function<Dialogs::Answer(const Dialogs::Message& message)>;
+
+// Tells of a fault or asks the proposal's question, both through ask; the proposal to write
+// when the user answers yes, else nothing.
+std::optional<Proposal> confirm(const Outcome& outcome, const AskUser& ask);
 
 } // namespace RunCompletion

@@ -1,17 +1,10 @@
 #include "racelog/RunWeather.h"
 
-#include "core/NumberText.h"
 #include "core/WeatherRecord.h"
+#include "feed/WeatherQuantities.h"
 #include "racelog/RunTable.h"
 
 namespace {
-
-QString text(float value) {
-    return NumberText::General(value);
-}
-QString text(qint32 value) {
-    return QString::number(value);
-}
 
 struct WeatherCell {
     int column;
@@ -20,21 +13,21 @@ struct WeatherCell {
 
 // clang-format off
 constexpr WeatherCell WeatherCells[] = {
-    {22, [](const WeatherRecord& w) { return text(w.ABP); }},
-    {23, [](const WeatherRecord& w) { return text(w.Temp); }},
-    {24, [](const WeatherRecord& w) { return text(w.RH); }},
-    {19, [](const WeatherRecord& w) { return text(w.AA); }},
-    {25, [](const WeatherRecord& w) { return text(w.AH); }},
-    {26, [](const WeatherRecord& w) { return text(w.GR); }},
-    {21, [](const WeatherRecord& w) { return text(w.VP); }},
-    {27, [](const WeatherRecord& w) { return text(w.DP); }},
-    {28, [](const WeatherRecord& w) { return text(w.ADR); }},
-    {20, [](const WeatherRecord& w) { return text(w.DA); }},
-    {29, [](const WeatherRecord& w) { return text(w.PA); }},
-    {30, [](const WeatherRecord& w) { return text(w.WD); }},
-    {31, [](const WeatherRecord& w) { return text(w.WS); }},
-    {32, [](const WeatherRecord& w) { return text(w.WG); }},
-    {33, [](const WeatherRecord& w) { return text(w.AL); }},
+    {22, [](const WeatherRecord& w) { return valueText(w.ABP); }},
+    {23, [](const WeatherRecord& w) { return valueText(w.Temp); }},
+    {24, [](const WeatherRecord& w) { return valueText(w.RH); }},
+    {19, [](const WeatherRecord& w) { return valueText(w.AA); }},
+    {25, [](const WeatherRecord& w) { return valueText(w.AH); }},
+    {26, [](const WeatherRecord& w) { return valueText(w.GR); }},
+    {21, [](const WeatherRecord& w) { return valueText(w.VP); }},
+    {27, [](const WeatherRecord& w) { return valueText(w.DP); }},
+    {28, [](const WeatherRecord& w) { return valueText(w.ADR); }},
+    {20, [](const WeatherRecord& w) { return valueText(w.DA); }},
+    {29, [](const WeatherRecord& w) { return valueText(w.PA); }},
+    {30, [](const WeatherRecord& w) { return valueText(w.WD); }},
+    {31, [](const WeatherRecord& w) { return valueText(w.WS); }},
+    {32, [](const WeatherRecord& w) { return valueText(w.WG); }},
+    {33, [](const WeatherRecord& w) { return valueText(w.AL); }},
 };
 // clang-format on
 

@@ -28,3 +28,11 @@ public:
     QTcpServer server;
     QTcpSocket* client = nullptr;
 };
+
+// A TCP port of 127.0.0.1 that nothing listens on at the moment of asking: a connection to
+// it is refused.
+inline quint16 freePort() {
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
+}

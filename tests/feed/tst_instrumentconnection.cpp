@@ -81,6 +81,28 @@ private:
     int slave = -1;
 };
 
+// The warnings the connection gives, in order: the boxes the windows are to show.
+class Warnings {
+public:
+    explicit Warnings(InstrumentConnection& connection) {
+        QObject::connect(&connection, &InstrumentConnection::warning, &receiver,
+                         [this](const Dialogs::Message& message) { messages << message; });
+    }
+    QList<Dialogs::Message> messages;
+
+private:
+    QObject receiver;
+};
+
+// Every warning of the connection is a one-button box with the critical icon.
+void verifyCriticalBox(const Dialogs::Message& box, const QString& text, const QString& title) {
+    QCOMPARE(box.text, text);
+    QCOMPARE(box.title, title);
+    QCOMPARE(box.icon, Dialogs::Icon::Critical);
+    QCOMPARE(box.buttons, Dialogs::Buttons::Ok);
+    QCOMPARE(box.defaultAnswer, Dialogs::Answer::Ok);
+}
+
 } // namespace
 
 class TestInstrumentConnection : public QObject {
@@ -104,14 +126,14 @@ private slots:
 
     void startCommOpensTheChosenPort() {
         cableOnComPort3();
-        ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         QSignalSpy opened(&connection.serialPort(), &PortLink::opened);
         QVERIFY(connection.StartComm());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(opened.count(), 1);
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     // Lines come in from the instrument; the poll goes out as exactly "l" and a CR.
@@ -203,14 +225,14 @@ private slots:
 
     void closeCommClosesThePort() {
         cableOnComPort3();
-        ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         QVERIFY(connection.StartComm());
         QVERIFY(connection.CloseComm());
         QVERIFY(!connection.serialPort().isOpen());
         QVERIFY(connection.CloseComm());
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     // No port: the settings are taken, nothing opens, and the poll has nowhere to go.
@@ -256,16 +278,16 @@ private slots:
 
     // At start a port that can't be opened shows nothing: the program runs offline.
     void unopenableDeviceRunsOffline() {
-        ScriptedDialogs dialogs;
         SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         QSignalSpy errors(&connection, &InstrumentConnection::serialError);
         QVERIFY(!connection.ApplyPortSettings());
         QVERIFY(connection.StartComm());
         QVERIFY(!connection.serialPort().isOpen());
         connection.poll();
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
         QCOMPARE(errors.count(), 0);
     }
 
@@ -284,8 +306,8 @@ private slots:
     // An unplugged adapter is told once, with no comm event of its own, and the port closes.
     void vanishedDeviceIsReportedOnce() {
         cableOnComPort3();
-        ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         QVERIFY(connection.StartComm());
         QSignalSpy errors(&connection, &InstrumentConnection::serialError);
@@ -296,15 +318,15 @@ private slots:
         QTest::qWait(200);
         QCOMPARE(errors.count(), 1);
         QVERIFY(connection.CloseComm());
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     // An adapter pulled and plugged back in: the port opens again by itself within five
     // seconds, the status line says so meanwhile, and lines flow again. No box is shown.
     void aPortThatComesBackIsOpenedAgain() {
         cableOnComPort3();
-        ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         QVERIFY(connection.StartComm());
         QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
@@ -324,7 +346,7 @@ private slots:
         instrument.port.write(Line);
         QTRY_COMPARE(fromInstrument, Line);
         QCOMPARE(status.count(), 1);
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     // A port the user closed, or set up again, is not reopened behind the user's back.
@@ -342,33 +364,36 @@ private slots:
         QCOMPARE(status.count(), 0);
     }
 
+    // The connection only warns; the box is the windows' to open.
     void startCommWarnsWhenThePortRefuses() {
         ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         connection.setSerialPort(std::make_unique<RefusingPort>());
         chooseComPort3(connection);
         QVERIFY(!connection.StartComm());
         QVERIFY(!connection.serialPort().isOpen());
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text,
-                 QStringLiteral("WARNING:\r\n  Unable to start serial communications"));
-        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Serial Port - Open"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QCOMPARE(warnings.messages.size(), 1);
+        verifyCriticalBox(warnings.messages[0],
+                          QStringLiteral("WARNING:\r\n  Unable to start serial communications"),
+                          QStringLiteral("Serial Port - Open"));
+        QVERIFY(dialogs.messages.isEmpty());
     }
 
     void closeCommWarnsWhenThePortRefuses() {
         ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         connection.setSerialPort(std::make_unique<RefusingPort>());
         chooseComPort3(connection);
         QVERIFY(connection.ApplyPortSettings());
         QVERIFY(!connection.CloseComm());
         QVERIFY(connection.serialPort().isOpen());
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text,
-                 QStringLiteral("WARNING:\r\n  Unable to close serial communications"));
-        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Serial Port - Open"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QCOMPARE(warnings.messages.size(), 1);
+        verifyCriticalBox(warnings.messages[0],
+                          QStringLiteral("WARNING:\r\n  Unable to close serial communications"),
+                          QStringLiteral("Serial Port - Open"));
+        QVERIFY(dialogs.messages.isEmpty());
     }
 
     // Another link can stand in the serial port's place and feeds the connection the same.
@@ -392,9 +417,9 @@ private slots:
     // poll sends nothing anywhere.
     void relayFeedsWhileSerialStaysClosed() {
         cableOnComPort3();
-        ScriptedDialogs dialogs;
         Relay relay;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
         connection.portSettings.comPort = TcpIpComPort;
         connection.applyLink(QStringLiteral(" 127.0.0.1 "), QStringLiteral(" ") + relay.port());
@@ -418,7 +443,7 @@ private slots:
         QTest::qWait(100);
         QCOMPARE(client->bytesAvailable(), 0);
         QCOMPARE(instrument.received, QByteArray());
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     void newRelayReplacesTheOld() {
@@ -455,9 +480,9 @@ private slots:
     void relayWithoutUsableAddressIsDropped() {
         QFETCH(QString, host);
         QFETCH(QString, port);
-        ScriptedDialogs dialogs;
         Relay relay;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
@@ -470,58 +495,57 @@ private slots:
         QVERIFY(!connection.IPPort().isOpen());
         QTRY_COMPARE(client->state(), QAbstractSocket::UnconnectedState);
         QVERIFY(relay.noNewClient());
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
-    // A port that won't open is told, and the relay is still applied.
+    // A port that won't open is told before the relay is taken up, and the relay is still
+    // applied.
     void applyFailureIsShownAndTheRelayStillConnects() {
-        ScriptedDialogs dialogs;
         SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         Relay relay;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         chooseComPort3(connection);
+        QStringList hostsWhenWarned;
+        connect(&connection, &InstrumentConnection::warning, this,
+                [&] { hostsWhenWarned << connection.portSettings.host; });
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, QStringLiteral("Error applying settings"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QCOMPARE(warnings.messages.size(), 1);
+        verifyCriticalBox(warnings.messages[0], QStringLiteral("Error applying settings"),
+                          QStringLiteral("Tarnwick"));
+        QCOMPARE(hostsWhenWarned, QStringList{QStringLiteral("None")});
         QVERIFY(relay.waitForClient());
         QTRY_VERIFY(connection.IPPort().isOpen());
     }
 
     void relayErrorIsShown() {
-        ScriptedDialogs dialogs;
-        quint16 closedPort;
-        {
-            QTcpServer probe;
-            QVERIFY(probe.listen(QHostAddress::LocalHost));
-            closedPort = probe.serverPort();
-        }
+        const quint16 closedPort = freePort();
         InstrumentConnection connection;
+        Warnings warnings(connection);
         connection.applyLink(QStringLiteral("127.0.0.1"), QString::number(closedPort));
-        QTRY_COMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, QStringLiteral("Error 0: Connection refused"));
-        QCOMPARE(dialogs.messages[0].title, QStringLiteral("Network Connection"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QTRY_COMPARE(warnings.messages.size(), 1);
+        verifyCriticalBox(warnings.messages[0], QStringLiteral("Error 0: Connection refused"),
+                          QStringLiteral("Network Connection"));
         QVERIFY(!connection.IPPort().isOpen());
 
         // The tries that follow say so in the status line only, and the relay is reached as
         // soon as it listens.
         QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
         QTest::qWait(2500);
-        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(warnings.messages.size(), 1);
         QVERIFY(status.count() >= 1);
         QCOMPARE(status.last()[0].toString(), QStringLiteral("Reconnecting..."));
         QTcpServer relay;
         QVERIFY(relay.listen(QHostAddress::LocalHost, closedPort));
         QTRY_VERIFY_WITH_TIMEOUT(connection.IPPort().isOpen(), 5000);
-        QCOMPARE(dialogs.messages.size(), 1);
+        QCOMPARE(warnings.messages.size(), 1);
     }
 
     // The relay ending the connection is no fault: no box, and the link is made again.
     void relayHangingUpIsConnectedAgain() {
-        ScriptedDialogs dialogs;
         Relay relay;
         InstrumentConnection connection;
+        Warnings warnings(connection);
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
@@ -537,7 +561,7 @@ private slots:
         QVERIFY(relay.waitForClient());
         QTRY_VERIFY(connection.IPPort().isOpen());
         QCOMPARE(connected.count(), 1);
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(warnings.messages.isEmpty());
     }
 
     // A relay the user let go of is not called again.

@@ -47,6 +47,19 @@ struct Log {
     }
 };
 
+// Stands in for the person asked: keeps each box shown and gives the answer it was told to.
+struct User {
+    Dialogs::Answer answer = Dialogs::Answer::Ok;
+    QList<Dialogs::Message> shown;
+
+    RunCompletion::AskUser ask() {
+        return [this](const Dialogs::Message& message) {
+            shown << message;
+            return answer;
+        };
+    }
+};
+
 const QString quarterQuestion = "Using run #1 as a reference run and run completing\r\n"
                                 "run #3, its ET should be 9.6507.\r\n\r\n"
                                 "Do you want to overwirte your current 1320ft ET of 12.3456?";
@@ -184,35 +197,43 @@ private slots:
         QVERIFY(std::holds_alternative<RunCompletion::Fault>(log.compute()));
     }
 
+    // The fault is told through the caller's box alone; the calculation opens none itself.
     void faultTellsTheUser() {
         ScriptedDialogs dialogs;
+        User user;
         Log log;
         log.table.set(3, AA, "");
-        QVERIFY(!RunCompletion::confirm(log.compute()));
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, "Unable to run complete this run!");
-        QCOMPARE(dialogs.messages[0].title, "Tarnwick - Run Complete");
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QVERIFY(!RunCompletion::confirm(log.compute(), user.ask()));
+        QCOMPARE(user.shown.size(), 1);
+        QCOMPARE(user.shown[0].text, "Unable to run complete this run!");
+        QCOMPARE(user.shown[0].title, "Tarnwick - Run Complete");
+        QCOMPARE(user.shown[0].icon, Dialogs::Icon::Critical);
+        QCOMPARE(user.shown[0].buttons, Dialogs::Buttons::Ok);
+        QVERIFY(dialogs.messages.isEmpty());
     }
 
     void endedShowsNothing() {
-        ScriptedDialogs dialogs;
+        User user;
         Log log;
         log.in.referenceListIndex = -1;
-        QVERIFY(!RunCompletion::confirm(log.compute()));
-        QVERIFY(dialogs.messages.isEmpty());
+        QVERIFY(!RunCompletion::confirm(log.compute(), user.ask()));
+        QVERIFY(user.shown.isEmpty());
     }
 
     void yesWritesTheFinishAndTheNotes() {
         ScriptedDialogs dialogs;
-        dialogs.queueAnswer(Dialogs::Answer::Yes);
+        User user;
+        user.answer = Dialogs::Answer::Yes;
         Log log;
         log.in.notes = "Track was green";
-        const auto confirmed = RunCompletion::confirm(log.compute());
+        const auto confirmed = RunCompletion::confirm(log.compute(), user.ask());
         QVERIFY(confirmed);
         log.apply(*confirmed);
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, quarterQuestion);
+        QCOMPARE(user.shown.size(), 1);
+        QCOMPARE(user.shown[0].text, quarterQuestion);
+        QCOMPARE(user.shown[0].buttons, Dialogs::Buttons::YesNo);
+        QCOMPARE(user.shown[0].defaultAnswer, Dialogs::Answer::No);
+        QVERIFY(dialogs.messages.isEmpty());
         QCOMPARE(log.table.cell(3, Ft1320), "9.6507");
         QCOMPARE(log.table.cell(3, Ft1000), "7.95");
         QCOMPARE(
@@ -221,17 +242,17 @@ private slots:
     }
 
     void noLeavesNotesAndTableAsTheyWere() {
-        ScriptedDialogs dialogs;
-        dialogs.queueAnswer(Dialogs::Answer::No);
+        User user;
+        user.answer = Dialogs::Answer::No;
         Log log;
         log.in.notes = "Track was green";
         // As the window does: whatever is confirmed is written.
-        const auto confirmed = RunCompletion::confirm(log.compute());
+        const auto confirmed = RunCompletion::confirm(log.compute(), user.ask());
         if (confirmed)
             log.apply(*confirmed);
         QVERIFY(!confirmed);
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, quarterQuestion);
+        QCOMPARE(user.shown.size(), 1);
+        QCOMPARE(user.shown[0].text, quarterQuestion);
         QCOMPARE(log.table.cell(3, Ft1320), "12.3456");
         QCOMPARE(log.in.notes, "Track was green");
     }

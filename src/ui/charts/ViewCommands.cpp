@@ -7,13 +7,10 @@
 namespace ViewCommands {
 
 void add(MainWindow& main, OpenViews& views) {
-    for (const ViewTable::Entry& entry : ViewTable::Views) {
-        if (!ViewWindows::canShow(entry.view))
-            continue;
+    for (const ViewTable::Entry& entry : ViewTable::Views)
         main.setCommand(entry.command.toString(), [&main, &views, view = entry.view] {
             ViewWindows::show(*main.mdiArea(), views, view);
         });
-    }
 }
 
 } // namespace ViewCommands

@@ -2,18 +2,14 @@
 
 #include "core/ViewTable.h"
 
-class LiveViewWindow;
 class OpenViews;
 class QMdiArea;
 
 // Where the live view windows are made: one window at most for each view of the view table.
 namespace ViewWindows {
 
-// Whether the program has a window for the view.
-bool canShow(ViewTable::View view);
-
 // Brings the view's window to the front when it is open. Otherwise makes it in the MDI
 // area at the place it had when it was last closed, lets it join the open views and shows it.
-LiveViewWindow* show(QMdiArea& area, OpenViews& views, ViewTable::View view);
+void show(QMdiArea& area, OpenViews& views, ViewTable::View view);
 
 } // namespace ViewWindows

@@ -5,9 +5,8 @@
 #include "ui/graphs/ThrottleStopGraphWindow.h"
 #include "ui/graphs/TrendFinderWindow.h"
 #include "ui/shell/MainWindow.h"
+#include "ui/shell/SingleWindows.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <array>
 
 namespace GraphCommands {
@@ -30,18 +29,8 @@ const std::array<Graph, 3> Graphs{{
 }};
 
 void show(MainWindow& main, OpenRaceLogs& raceLogs, const Graph& graph) {
-    QMdiArea& area = *main.mdiArea();
-    for (QMdiSubWindow* child : area.subWindowList()) {
-        if (child->widget() && child->widget()->objectName() == QLatin1String(graph.objectName)) {
-            area.setActiveSubWindow(child);
-            return;
-        }
-    }
-    QWidget* window = graph.make(raceLogs);
-    QMdiSubWindow* frame = area.addSubWindow(window);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->show();
-    window->show();
+    SingleWindows::show(*main.mdiArea(), QLatin1String(graph.objectName),
+                        [&] { return graph.make(raceLogs); });
 }
 
 } // namespace

@@ -370,7 +370,7 @@ void RaceLogWindow::warnOfManyPagingLogs() {
 // made; the user is asked first, and the notes keep what the finish cell held.
 void RaceLogWindow::completeRun(int row) {
     const std::optional<RunCompletion::Proposal> proposal =
-        RunCompletion::confirm(LogPrediction::completeRun(log, row));
+        RunCompletion::confirm(LogPrediction::completeRun(log, row), Dialogs::Show);
     if (proposal)
         RunEdits::completeRun(log, proposal->finishRow, proposal->finishColumn,
                               proposal->finishText, proposal->newNotes);

@@ -62,6 +62,8 @@ MainWindow::MainWindow(WeatherStation& station, QWidget* parent)
 
     connect(&station, &WeatherStation::statusText, this, &MainWindow::showStatus);
     connect(&station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
+    // A failure of the links opens its box at once, before the connection goes on.
+    connect(&station.link(), &InstrumentConnection::warning, this, &Dialogs::Show);
     connect(&station.watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
     connect(&station.watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
 }

@@ -2,7 +2,6 @@
 #include "common/TestHome.h"
 #include "common/TestRelay.h"
 #include "core/Registry.h"
-#include "core/ScriptedDialogs.h"
 #include "core/SettingKeys.h"
 #include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
@@ -15,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -216,9 +216,9 @@ private slots:
         PtyPair pty;
         QVERIFY(pty.isReady());
         SetPortDevice(3, pty.portEnd());
-        ScriptedDialogs dialogs;
         Relay relay;
         InstrumentConnection connection;
+        QSignalSpy warnings(&connection, &InstrumentConnection::warning);
         Dialog dialog(connection);
         dialog.form.show();
         dialog.list("cboComPort")->setCurrentIndex(3);
@@ -236,7 +236,7 @@ private slots:
         QTRY_VERIFY(connection.IPPort().isOpen());
         QVERIFY(!dialog.applyEnabled());
         QVERIFY(dialog.form.isVisible());
-        QVERIFY(dialogs.messages.isEmpty());
+        QCOMPARE(warnings.count(), 0);
     }
 
     void okAppliesAndCloses() {
@@ -277,17 +277,19 @@ private slots:
         QCOMPARE(next.host, QStringLiteral("localhost"));
     }
 
-    void applyFailureIsShown() {
+    // The link warns; the main window shows the box.
+    void applyFailureIsWarned() {
         SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
-        ScriptedDialogs dialogs;
         InstrumentConnection connection;
+        QSignalSpy warnings(&connection, &InstrumentConnection::warning);
         connection.portSettings = Usual;
         Dialog dialog(connection);
         dialog.list("cboStopBits")->setCurrentIndex(1);
         dialog.button("cmdApply")->click();
-        QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(dialogs.messages[0].text, QStringLiteral("Error applying settings"));
-        QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::Critical);
+        QCOMPARE(warnings.count(), 1);
+        const auto warning = warnings[0][0].value<Dialogs::Message>();
+        QCOMPARE(warning.text, QStringLiteral("Error applying settings"));
+        QCOMPARE(warning.icon, Dialogs::Icon::Critical);
         QVERIFY(!dialog.applyEnabled());
     }
 

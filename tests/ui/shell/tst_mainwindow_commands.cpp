@@ -1,8 +1,10 @@
 #include "common/TestHome.h"
+#include "common/TestRelay.h"
 #include "common/WindowTesting.h"
 #include "core/LiveView.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/InstrumentConnection.h"
+#include "feed/PortDevices.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherStation.h"
 #include "ui/shell/MainWindow.h"
@@ -19,7 +21,6 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -420,18 +421,40 @@ private slots:
     // A relay that cannot be reached is tried again; the status line says so, no box.
     void aLinkBeingBroughtBackShowsInTheStatusLine() {
         ScriptedDialogs dialogs;
-        quint16 closedPort;
-        {
-            QTcpServer probe;
-            QVERIFY(probe.listen(QHostAddress::LocalHost));
-            closedPort = probe.serverPort();
-        }
+        const quint16 closedPort = freePort();
         window->instrument().portSettings.host = QStringLiteral("127.0.0.1");
         window->instrument().portSettings.tcpPort = QString::number(closedPort);
         window->connectRelay();
         auto* status = window->findChild<QLabel*>(QStringLiteral("lblStatus"));
         QTRY_COMPARE(status->text(), QStringLiteral("Reconnecting..."));
         QVERIFY(dialogs.messages.isEmpty());
+    }
+
+    // The links' failures open their boxes from the main window, each when it happens: OK
+    // with a port that won't open tells so before the relay is called, and the relay's
+    // refusal follows.
+    void linkFailuresOpenTheirBoxesInTurn() {
+        ScriptedDialogs dialogs;
+        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        const quint16 closedPort = freePort();
+        whenModal([&](QWidget* dialog) {
+            dialog->findChild<QComboBox*>("cboComPort")->setCurrentIndex(3);
+            dialog->findChild<QComboBox*>("cboHost")->setEditText(QStringLiteral("127.0.0.1"));
+            dialog->findChild<QComboBox*>("cboPort")->setEditText(QString::number(closedPort));
+            dialog->findChild<QPushButton*>("cmdOK")->click();
+        });
+        tool("miProperties")->trigger();
+        QTRY_COMPARE(dialogs.messages.size(), 2);
+        const Dialogs::Message& apply = dialogs.messages[0];
+        QCOMPARE(apply.text, QStringLiteral("Error applying settings"));
+        QCOMPARE(apply.title, QStringLiteral("Tarnwick"));
+        QCOMPARE(apply.icon, Dialogs::Icon::Critical);
+        QCOMPARE(apply.buttons, Dialogs::Buttons::Ok);
+        const Dialogs::Message& relay = dialogs.messages[1];
+        QCOMPARE(relay.text, QStringLiteral("Error 0: Connection refused"));
+        QCOMPARE(relay.title, QStringLiteral("Network Connection"));
+        QCOMPARE(relay.icon, Dialogs::Icon::Critical);
+        QCOMPARE(relay.buttons, Dialogs::Buttons::Ok);
     }
 
     void propertiesOpensThePortSettingsOnTheWindowsLink() {

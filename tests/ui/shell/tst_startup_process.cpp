@@ -1,4 +1,5 @@
 #include "common/TestHome.h"
+#include "common/TestRelay.h"
 #include "core/InstanceChannel.h"
 #include "core/Registry.h"
 #include "tools/ToolProcess.h"
@@ -56,13 +57,6 @@ private:
     QProcess process;
     QByteArray printed;
 };
-
-// A free TCP port of 127.0.0.1 at the moment of asking.
-quint16 freePort() {
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
 
 // Established connections to a port of this machine, as the kernel lists them.
 int connectionsTo(quint16 port) {
