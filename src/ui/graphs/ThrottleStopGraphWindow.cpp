@@ -235,7 +235,7 @@ RaceLog* ThrottleStopGraphWindow::openChosenLog() const {
 }
 
 void ThrottleStopGraphWindow::printDocument() {
-    ChartPrinting::printPicture(tsGraph->grab().toImage());
+    ChartPrinting::print(ChartPrinting::drawingOf(*tsGraph));
 }
 
 void ThrottleStopGraphWindow::saveAsPdf() {
