@@ -23,7 +23,7 @@ QString headingTime(const QTime& time) {
            (time.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
 }
 
-PageDocument layout(const QString& label, const QImage& picture, const QSizeF& pictureSize,
+PageDocument layout(const QString& label, const Drawing& picture, const QSizeF& pictureSize,
                     const QDateTime& now) {
     PageDocument page = Viewers::newDocument(Viewers::Kind::Pages);
     const QString program = QStringLiteral("Tarnwick");

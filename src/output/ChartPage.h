@@ -1,18 +1,18 @@
 #pragma once
 
+#include "output/Drawing.h"
 #include "output/PageDocument.h"
 
 #include <QDateTime>
-#include <QImage>
 #include <QString>
 
 // The page a chart or the wind rose is saved on as PDF: a landscape page that names the chart
 // in its metadata, with a heading of the day and the time of the export and the chart's
-// picture below it.
+// drawing below it.
 namespace ChartPage {
 
-// The picture is placed at the size given in tenths of a millimetre.
-PageDocument layout(const QString& label, const QImage& picture, const QSizeF& pictureSize,
+// The drawing is placed at the size given in tenths of a millimetre.
+PageDocument layout(const QString& label, const Drawing& picture, const QSizeF& pictureSize,
                     const QDateTime& now);
 
 // "Wednesday - November 25, 2026" and "2:35:07pm", the two ends of the heading.

@@ -82,10 +82,8 @@ QRectF PageDocument::drawFrame(double left, double top, double right, double bot
 }
 
 QRectF PageDocument::drawPicture(double left, double top, double right, double bottom,
-                                 const QImage& picture) {
-    // A free edge takes the picture's own size at 254 dots an inch.
-    const QSizeF natural(picture.width() * 10000.0 / qMax(picture.dotsPerMeterX(), 1),
-                         picture.height() * 10000.0 / qMax(picture.dotsPerMeterY(), 1));
+                                 const Drawing& picture) {
+    const QSizeF natural = picture.size() * 254 / 96;
     Item item;
     item.kind = Item::Kind::Picture;
     item.rect = place(resolve(left, top, right, bottom, natural));

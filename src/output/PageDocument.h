@@ -1,7 +1,8 @@
 #pragma once
 
+#include "output/Drawing.h"
+
 #include <QColor>
-#include <QImage>
 #include <QList>
 #include <QMap>
 #include <QRectF>
@@ -44,7 +45,7 @@ public:
         QRectF rect;         // tenths of a millimetre on its page
         bool framed = false; // a text drawn in a box
         QString text;
-        QImage picture;
+        Drawing picture;
         Style style;
     };
     using Page = QList<Item>;
@@ -77,7 +78,10 @@ public:
     QRectF writeText(double left, double top, double right, double bottom, const QString& text);
     QRectF writeBox(double left, double top, double right, double bottom, const QString& text);
     QRectF drawFrame(double left, double top, double right, double bottom);
-    QRectF drawPicture(double left, double top, double right, double bottom, const QImage& picture);
+    // A picture whose right or bottom edge is free takes the size of its surface on a screen
+    // of 96 dots an inch.
+    QRectF drawPicture(double left, double top, double right, double bottom,
+                       const Drawing& picture);
 
     // Whether a text placed here, in the current style and without a frame, would stay on the
     // page it starts on: false when writing it would begin a new page.

@@ -46,7 +46,7 @@ void drawItem(QPainter& painter, const PageDocument::Item& item) {
         painter.drawRect(item.rect);
         break;
     case PageDocument::Item::Kind::Picture:
-        painter.drawImage(item.rect, item.picture);
+        item.picture.paint(painter, item.rect);
         break;
     }
 }

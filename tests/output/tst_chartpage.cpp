@@ -1,25 +1,19 @@
 // The page a chart is saved on: the heading of day and time, the picture under it at the
 // size asked for, and the chart's name in the document's metadata.
+#include "common/PdfReading.h"
 #include "output/ChartPage.h"
 #include "output/PdfFile.h"
 
-#include <QProcess>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
-QString run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(30000);
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-QImage picture() {
-    QImage image(300, 200, QImage::Format_RGB32);
-    image.fill(QColor(27, 250, 239));
-    return image;
+Drawing picture() {
+    return Drawing::record(QSize(300, 200), [](QPainter& painter) {
+        painter.fillRect(QRect(0, 0, 300, 200), QColor(27, 250, 239));
+    });
 }
 
 const QDateTime Afternoon(QDate(2026, 11, 25), QTime(14, 5, 9));
@@ -65,14 +59,13 @@ private slots:
         QVERIFY(writePdf(
             ChartPage::layout(QStringLiteral("Wind Speed"), picture(), {450, 300}, Afternoon),
             path));
-        const QString info = run(QStringLiteral("pdfinfo"), {path});
+        const QString info = PdfReading::toolOutput(QStringLiteral("pdfinfo"), {path});
         QVERIFY2(info.contains(QRegularExpression("Title:\\s+Tarnwick - Wind Speed\n")),
                  qPrintable(info));
         QVERIFY2(info.contains(QRegularExpression("Subject:\\s+Wind Speed\n")), qPrintable(info));
         QVERIFY2(info.contains(QRegularExpression("Keywords:\\s+Tarnwick, Pellamor, Oskerby\n")),
                  qPrintable(info));
-        const QString text = run(QStringLiteral("pdftotext"),
-                                 {QStringLiteral("-layout"), path, QStringLiteral("-")});
+        const QString text = PdfReading::text(path);
         QVERIFY2(text.contains(QRegularExpression("Wednesday - November 25, 2026\\s+2:05:09pm")),
                  qPrintable(text));
     }

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QPrinter>
 #include <QWidget>
+#include <qcustomplot.h>
 
 namespace ChartPrinting {
 
@@ -32,7 +33,17 @@ QString startFolder() {
 
 } // namespace
 
-void printPicture(const QImage& picture) {
+Drawing drawingOf(QCustomPlot& chart) {
+    QPicture commands;
+    QCPPainter painter(&commands);
+    painter.setMode(QCPPainter::pmNoCaching);
+    painter.setMode(QCPPainter::pmNonCosmetic);
+    chart.toPainter(&painter, chart.width(), chart.height());
+    painter.end();
+    return Drawing(commands, chart.size());
+}
+
+void print(const Drawing& drawing) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     if (!Dialogs::UsePrinter(printer))
@@ -40,20 +51,16 @@ void printPicture(const QImage& picture) {
     QPainter painter;
     if (!painter.begin(&printer))
         return;
-    // The picture at its natural size: its pixels at the 96 dots an inch of the screen.
+    // The chart at its size on the screen: its pixels at the 96 dots an inch of the screen.
     const double scale = printer.resolution() / 96.0;
-    painter.drawImage(QRectF(QPointF(0, 0), picture.deviceIndependentSize() * scale), picture);
+    drawing.paint(painter, QRectF(QPointF(0, 0), drawing.size() * scale));
 }
 
 QString proposedName(const QString& label) {
     return label + u' ' + DateText::FileStamp(QDate::currentDate());
 }
 
-void saveAsPdf(const QString& label, QWidget& chart) {
-    saveAsPdf(label, chart, [&chart] { return chart.grab().toImage(); });
-}
-
-void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage()>& picture) {
+void saveAsPdf(const QString& label, QWidget& chart, const std::function<Drawing()>& drawing) {
     Dialogs::FileRequest request;
     request.save = true;
     request.title = QStringLiteral("PDF ") + label + QStringLiteral(" Export");
@@ -69,11 +76,15 @@ void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage(
     // Readings that came in while the dialog was open reached the chart in the dialog's own
     // event loop: the page shows the chart as it stands once the dialog has closed.
     const PageDocument page =
-        ChartPage::layout(label, picture(), pageSizeOf(chart), QDateTime::currentDateTime());
+        ChartPage::layout(label, drawing(), pageSizeOf(chart), QDateTime::currentDateTime());
     QString path = choice->path;
     if (QFileInfo(path).suffix() != QStringLiteral("pdf"))
         path += QStringLiteral(".pdf");
     writePdf(page, path);
+}
+
+void saveAsPdf(const QString& label, QCustomPlot& chart) {
+    saveAsPdf(label, chart, [&chart] { return drawingOf(chart); });
 }
 
 } // namespace ChartPrinting

@@ -1,25 +1,33 @@
 #pragma once
 
-#include <QImage>
+#include "output/Drawing.h"
+
 #include <QString>
 #include <functional>
 
+class QCustomPlot;
 class QWidget;
 
-// Print and PDF Export of a chart or the wind rose: the picture of the chart as it stands.
+// Print and PDF Export of a chart or the wind rose: the chart drawn anew for the printer or
+// the page, at its resolution, as it stands.
 namespace ChartPrinting {
 
-// Prints the picture at the top left corner of a landscape page at its natural size, on the
-// default printer, without a dialog.
-void printPicture(const QImage& picture);
+// A chart of the chart control as it stands, drawn at its size on the screen. Every line is
+// drawn at least a pixel of the chart wide, so a fine printer draws no hairlines, and no text
+// comes from a picture kept for the screen.
+Drawing drawingOf(QCustomPlot& chart);
+
+// Prints the drawing at the top left corner of a landscape page at its size on the screen, on
+// the default printer, without a dialog.
+void print(const Drawing& drawing);
 
 // Asks for a file ("PDF <label> Export") and writes a landscape page with the day and time of
-// the export and the picture of the chart, its size taken from the chart on the screen. A
-// name that does not end in ".pdf" gets it.
-void saveAsPdf(const QString& label, QWidget& chart);
-// The same with a picture kept by the chart itself, the wind rose's: it is taken once the
-// file has been chosen, so a reading that came in meanwhile is on it.
-void saveAsPdf(const QString& label, QWidget& chart, const std::function<QImage()>& picture);
+// the export and the drawing of the chart, its size taken from the chart on the screen. The
+// drawing is made once the file has been chosen, so a reading that came in meanwhile is on it.
+// A name that does not end in ".pdf" gets it.
+void saveAsPdf(const QString& label, QWidget& chart, const std::function<Drawing()>& drawing);
+// The same for a chart of the chart control.
+void saveAsPdf(const QString& label, QCustomPlot& chart);
 
 // The name proposed for the file: the label and today's date, "Wind Speed 2026-11-25".
 QString proposedName(const QString& label);

@@ -140,16 +140,11 @@ QString StripChartWindow::label() const {
 }
 
 void StripChartWindow::printDocument() {
-    graph->replot(QCustomPlot::rpImmediateRefresh);
-    ChartPrinting::printPicture(graph->grab().toImage());
+    ChartPrinting::print(ChartPrinting::drawingOf(*graph));
 }
 
-// The picture is taken once the file is chosen, with the points that came meanwhile.
 void StripChartWindow::saveAsPdf() {
-    ChartPrinting::saveAsPdf(label(), *graph, [this] {
-        graph->replot(QCustomPlot::rpImmediateRefresh);
-        return graph->grab().toImage();
-    });
+    ChartPrinting::saveAsPdf(label(), *graph);
 }
 
 void StripChartWindow::resizeEvent(QResizeEvent* event) {

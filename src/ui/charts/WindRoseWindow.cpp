@@ -33,6 +33,11 @@ void WindRosePlot::redraw() {
     update();
 }
 
+Drawing WindRosePlot::drawing() const {
+    return Drawing::record(
+        size(), [this](QPainter& painter) { WindRoseDrawing::draw(painter, rose, size()); });
+}
+
 void WindRosePlot::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawImage(QPoint(0, 0), image);
@@ -122,12 +127,12 @@ void WindRoseWindow::clearSums() {
 }
 
 void WindRoseWindow::printDocument() {
-    ChartPrinting::printPicture(surface->picture());
+    ChartPrinting::print(surface->drawing());
 }
 
 void WindRoseWindow::saveAsPdf() {
     ChartPrinting::saveAsPdf(QStringLiteral("Rose Plot"), *surface,
-                             [this] { return surface->picture(); });
+                             [this] { return surface->drawing(); });
 }
 
 void WindRoseWindow::resizeEvent(QResizeEvent*) {

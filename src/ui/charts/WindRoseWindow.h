@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charts/WindRose.h"
+#include "output/Drawing.h"
 #include "ui/charts/LiveViewWindow.h"
 #include "ui/output/PrintableWindow.h"
 
@@ -11,7 +12,8 @@ class QMenu;
 
 // The drawing surface of the wind rose. It keeps the rose's picture and shows it as it is, so a
 // repaint of the screen costs nothing; the picture is drawn anew only when the rose changes or
-// the surface takes a new size. The picture is also what is printed and saved as PDF.
+// the surface takes a new size. Print and PDF draw the rose anew by the same routine, at the
+// resolution of the paper.
 class WindRosePlot : public QWidget {
     Q_OBJECT
 public:
@@ -19,6 +21,8 @@ public:
 
     void redraw();
     const QImage& picture() const { return image; }
+    // The rose as it stands, drawn at the surface's size for the printer or a page.
+    Drawing drawing() const;
     // How many times the picture has been drawn.
     int drawCount() const { return draws; }
 

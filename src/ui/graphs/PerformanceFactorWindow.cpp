@@ -230,11 +230,9 @@ void PerformanceFactorWindow::clickGraph(QMouseEvent* event) {
 }
 
 void PerformanceFactorWindow::printDocument() {
-    etGraph->replot(QCustomPlot::rpImmediateRefresh);
-    ChartPrinting::printPicture(etGraph->grab().toImage());
+    ChartPrinting::print(ChartPrinting::drawingOf(*etGraph));
 }
 
 void PerformanceFactorWindow::saveAsPdf() {
-    etGraph->replot(QCustomPlot::rpImmediateRefresh);
     ChartPrinting::saveAsPdf(QStringLiteral("Performance Factor"), *etGraph);
 }

@@ -232,7 +232,7 @@ RaceLog* ThrottleStopGraphWindow::openChosenLog() const {
 }
 
 void ThrottleStopGraphWindow::printDocument() {
-    ChartPrinting::printPicture(tsGraph->grab().toImage());
+    ChartPrinting::print(ChartPrinting::drawingOf(*tsGraph));
 }
 
 void ThrottleStopGraphWindow::saveAsPdf() {

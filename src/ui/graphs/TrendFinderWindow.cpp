@@ -172,7 +172,7 @@ void TrendFinderWindow::chooseMouseMode(int mode) {
 }
 
 void TrendFinderWindow::printDocument() {
-    ChartPrinting::printPicture(runGraph->grab().toImage());
+    ChartPrinting::print(ChartPrinting::drawingOf(*runGraph));
 }
 
 void TrendFinderWindow::saveAsPdf() {

@@ -2,6 +2,7 @@
 // readings, print and PDF, and the marks a race log puts on them.
 #include "../PredictionWindows.h"
 #include "../PrintingDialogs.h"
+#include "common/PdfReading.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "racelog/RaceLog.h"
@@ -11,7 +12,6 @@
 
 #include <QMenu>
 #include <QPrinter>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -102,6 +102,23 @@ WeatherRecord reading() {
     return w;
 }
 
+// Replayed points of the wind speed from 9:36am, 86.4 seconds apart, at 2, 5 and 8 in turn.
+void replayWind(StripChartWindow* speed) {
+    for (int i = 0; i < 9; ++i)
+        speed->addLoggedPoint(float(0.4 + i * 0.001), {float(2 + i % 3 * 3)});
+    speed->endOfReplay();
+}
+
+// The chart's size on a page that gives an inch of the screen so many tenths of a millimetre.
+QSize sizeOnPage(const QWidget* chart, double unitsPerInch) {
+    const double scale = unitsPerInch / chart->logicalDpiX();
+    return QSize(qRound(chart->width() * scale), qRound(chart->height() * scale));
+}
+
+bool near(const QSize& a, const QSize& b, int by) {
+    return std::abs(a.width() - b.width()) <= by && std::abs(a.height() - b.height()) <= by;
+}
+
 float clockNow() {
     return float(QTime::currentTime().msecsSinceStartOfDay() / 86400000.0);
 }
@@ -113,16 +130,9 @@ void sendMouse(QWidget* widget, QEvent::Type type, Qt::MouseButton button, const
     QCoreApplication::sendEvent(widget, &event);
 }
 
-QString tool(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(30000);
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
 // A line of pdfinfo, "Title:    Tarnwick - Wind Speed", without its name.
 QString pdfInfo(const QString& path, const QString& name) {
-    for (const QString& line : tool("pdfinfo", {path}).split(u'\n'))
+    for (const QString& line : PdfReading::toolOutput("pdfinfo", {path}).split(u'\n'))
         if (line.startsWith(name + u':'))
             return line.mid(name.size() + 1).trimmed();
     return {};
@@ -674,9 +684,9 @@ private slots:
         QCOMPARE(pdfInfo(written, "Author"), QStringLiteral("Tarnwick"));
         QCOMPARE(pdfInfo(written, "Keywords"), QStringLiteral("Tarnwick, Pellamor, Oskerby"));
         QVERIFY(isLandscape(written));
-        // The chart stands on the page as a picture: a heading line and a rule, then one row.
-        QCOMPARE(tool("pdfimages", {"-list", written}).split(u'\n', Qt::SkipEmptyParts).size(), 3);
-        const QString text = tool("pdftotext", {"-layout", written, "-"});
+        // The chart stands on the page drawn in lines and text: the file holds no image.
+        QCOMPARE(PdfReading::imageSizes(written), QList<QSize>());
+        const QString text = PdfReading::text(written);
         QVERIFY2(text.contains(headingDate(QDate::currentDate())), qPrintable(text));
         QVERIFY(dialogs->messages.isEmpty());
     }
@@ -715,9 +725,47 @@ private slots:
         QCOMPARE(dialogs->quietPrintRequests, 1);
         QCOMPARE(dialogs->printRequests, 0);
         QVERIFY(QFile::exists(dialogs->printTo));
-        QCOMPARE(tool("pdfinfo", {dialogs->printTo}).count("Pages:"), 1);
+        QCOMPARE(PdfReading::toolOutput("pdfinfo", {dialogs->printTo}).count("Pages:"), 1);
         QVERIFY(isLandscape(dialogs->printTo));
         QCOMPARE(pdfInfo(dialogs->printTo, "Pages"), QStringLiteral("1"));
+    }
+
+    // Print and PDF Export draw the chart anew at the resolution of the paper, not as a picture
+    // of the screen: the files hold no image, the chart's black ground has its size, its line
+    // its colour, and the axis name and the times of day are text.
+    void printAndPdfDrawTheChartInLinesAndText() {
+        ChartWindows windows;
+        StripChartWindow* speed = windows.open(View::WindSpeed);
+        replayWind(speed);
+        windows.main.mdiArea()->setActiveSubWindow(
+            qobject_cast<QMdiSubWindow*>(speed->parentWidget()));
+        const QString saved = home->root() + QStringLiteral("/speed.pdf");
+        dialogs->queueFile(saved);
+        windows.run("miPDFExport");
+        const QString printed = home->root() + QStringLiteral("/printed.pdf");
+        dialogs->printTo = printed;
+        dialogs->queuePrinter(true);
+        windows.run("miPrint");
+
+        // The page of the export takes a tenth of the chart's size in twips, 144 of its units
+        // for an inch of the screen; the printer the chart's size on the screen, 254.
+        QRect onPage;
+        for (const auto& [path, unitsPerInch] : {std::pair{saved, 144.0}, {printed, 254.0}}) {
+            QCOMPARE(PdfReading::imageSizes(path), QList<QSize>());
+            const QString text = PdfReading::text(path);
+            QVERIFY2(text.contains(QRegularExpression("\\bWS\\b")), qPrintable(text));
+            QVERIFY2(text.contains(QRegularExpression("\\b9:[345]\\d:00a\\b")), qPrintable(text));
+            const QImage page = PdfReading::firstPage(path);
+            const QRect chart = PdfReading::filledArea(page, Qt::black);
+            QVERIFY2(near(chart.size(), sizeOnPage(chartOf(speed), unitsPerInch), 3),
+                     qPrintable(QStringLiteral("%1 x %2").arg(chart.width()).arg(chart.height())));
+            QVERIFY(PdfReading::pixelsNear(page, chart, QColor(27, 250, 239), 60) > 100);
+            if (path == saved)
+                onPage = chart;
+        }
+        // 10 mm from the left edge, under the heading.
+        QVERIFY2(std::abs(onPage.left() - 100) <= 2, qPrintable(QString::number(onPage.left())));
+        QVERIFY(onPage.top() > 150);
     }
 
     // The main window's Print and PDF Export work on the chart in front.

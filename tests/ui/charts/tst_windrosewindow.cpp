@@ -3,6 +3,7 @@
 #include "../PredictionWindows.h"
 #include "../PrintingDialogs.h"
 #include "charts/WindRoseDrawing.h"
+#include "common/PdfReading.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/charts/ViewCommands.h"
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPrinter>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -77,27 +77,39 @@ QStringList menuLines(QMenu* menu) {
     return lines;
 }
 
-QString run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(30000);
-    return QString::fromUtf8(process.readAllStandardOutput());
+// Where the outer ring of the rose stands on a page that gives an inch of the screen so many
+// tenths of a millimetre, from the plot's top left corner: the ring is round about the middle
+// of the plot, its radius half the shorter side, and drawn a pixel wide.
+QRectF ringOnPage(const WindRosePlot* plot, double unitsPerInch) {
+    const int cx = qRound(plot->width() / 2.0);
+    const int cy = qRound(plot->height() / 2.0);
+    const int radius = std::min(cx, cy);
+    const double scale = unitsPerInch / plot->logicalDpiX();
+    return QRectF((cx - radius - 0.5) * scale, (cy - radius - 0.5) * scale,
+                  (2 * radius + 1) * scale, (2 * radius + 1) * scale);
 }
 
-// The size of the one picture on a PDF page, as "width x height" in its own pixels.
-QString pictureSize(const QString& pdf) {
-    const QStringList lines = run(QStringLiteral("pdfimages"), {"-list", pdf}).split(u'\n');
-    QStringList sizes;
-    for (const QString& line : lines.mid(2)) {
-        const QStringList fields = line.simplified().split(u' ');
-        if (fields.size() > 4 && fields[2] == QStringLiteral("image"))
-            sizes << fields[3] + QStringLiteral(" x ") + fields[4];
-    }
-    return sizes.join(u',');
-}
-
-QString imageSize(const QImage& image) {
-    return QStringLiteral("%1 x %2").arg(image.width()).arg(image.height());
+// The page of a PDF file holds the rose drawn in lines: no image, the outer ring at its size,
+// the green spokes of the head wind and the red needle inside it. The page is looked at below
+// `headingBottom`; with a `left`, the plot's left edge stands there.
+void checkRose(const QString& path, const WindRosePlot* plot, double unitsPerInch,
+               std::optional<int> left, int headingBottom) {
+    QCOMPARE(PdfReading::imageSizes(path), QList<QSize>());
+    const QImage page = PdfReading::firstPage(path);
+    const QRect ink = PdfReading::inkedBounds(
+        page, QRect(0, headingBottom, page.width(), page.height() - headingBottom));
+    const QRectF ring = ringOnPage(plot, unitsPerInch);
+    const QString found = QStringLiteral("%1, %2 %3 x %4")
+                              .arg(ink.left())
+                              .arg(ink.top())
+                              .arg(ink.width())
+                              .arg(ink.height());
+    QVERIFY2(!left || std::abs(ink.left() - (*left + ring.left())) <= 3, qPrintable(found));
+    QVERIFY2(std::abs(ink.width() - ring.width()) <= 4, qPrintable(found));
+    QVERIFY2(std::abs(ink.height() - ring.height()) <= 4, qPrintable(found));
+    QVERIFY(PdfReading::pixelsNear(page, ink, Green, 60) > 100);
+    QVERIFY(PdfReading::pixelsNear(page, ink, Red, 60) > 50);
+    QCOMPARE(PdfReading::pixelsNear(page, ink, Blue, 60), 0);
 }
 
 } // namespace
@@ -368,12 +380,13 @@ private slots:
         QCOMPARE(dialogs->quietPrintRequests, 1);
         QCOMPARE(dialogs->printRequests, 0);
         QVERIFY(QFile::exists(dialogs->printTo));
-        const QString info = run(QStringLiteral("pdfinfo"), {dialogs->printTo});
+        const QString info = PdfReading::toolOutput(QStringLiteral("pdfinfo"), {dialogs->printTo});
         const QRegularExpression size(QStringLiteral("Page size:\\s+([\\d.]+) x ([\\d.]+)"));
         const QRegularExpressionMatch match = size.match(info);
         QVERIFY(match.hasMatch());
         QVERIFY(match.captured(1).toDouble() > match.captured(2).toDouble());
-        QCOMPARE(pictureSize(dialogs->printTo), imageSize(rose->plot()->picture()));
+        // The rose at its size on the screen.
+        checkRose(dialogs->printTo, rose->plot(), 254, std::nullopt, 0);
     }
 
     void pdfExportWritesTheRoseOnAPageOfItsOwn() {
@@ -392,17 +405,18 @@ private slots:
                  QStringLiteral("Rose Plot ") + QDate::currentDate().toString("yyyy-MM-dd"));
         const QString path = chosen + QStringLiteral(".pdf");
         QVERIFY(QFile::exists(path));
-        const QString info = run(QStringLiteral("pdfinfo"), {path});
+        const QString info = PdfReading::toolOutput(QStringLiteral("pdfinfo"), {path});
         QVERIFY2(
             info.contains(QRegularExpression(QStringLiteral("Title:\\s+Tarnwick - Rose Plot\\n"))),
             qPrintable(info));
         QVERIFY(info.contains(QRegularExpression(QStringLiteral("Subject:\\s+Rose Plot\\n"))));
-        const QString text = run(QStringLiteral("pdftotext"), {"-layout", path, "-"});
+        const QString text = PdfReading::text(path);
         QVERIFY2(
             text.contains(
                 QLocale(QLocale::English).toString(QDate::currentDate(), QStringLiteral("MMMM"))),
             qPrintable(text));
-        QCOMPARE(pictureSize(path), imageSize(rose->plot()->picture()));
+        // 10 mm from the left edge under the heading, at a tenth of its size in twips.
+        checkRose(path, rose->plot(), 144, 100, 180);
     }
 
     void pdfExportCancelledWritesNothing() {

@@ -1,6 +1,7 @@
 // The window "Throttle Stop Ratio": a log's runs as corrected ET against the timer, the line
 // through two cursors and the ratio it writes into the log.
 #include "GraphWindows.h"
+#include "common/PdfReading.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "racelog/RaceLog.h"
@@ -518,6 +519,41 @@ private slots:
         dialogs->queuePrinter(false);
         windows.run("miPrint");
         QCOMPARE(dialogs->quietPrintRequests, 1);
+    }
+
+    // PDF Export draws the graph anew at the resolution of the page, not as a picture of the
+    // screen: the file holds no image, the axis title and every tick label of the time axis
+    // are text, and the points of each lane stand in its colour on the graph's black ground,
+    // a tenth of its size in twips.
+    void pdfExportDrawsTheGraphInLinesAndText() {
+        GraphWindows windows;
+        windows.main.resize(1200, 900);
+        windows.main.show();
+        RaceLogWindow* log = windows.newLog();
+        fillLog(log);
+        threeRuns(log);
+        ThrottleStopGraphWindow* window = open(windows);
+        window->cboRaceLogs->setCurrentIndex(0);
+        windows.main.mdiArea()->setActiveSubWindow(frameOf(window));
+        const QString file = home->root() + QStringLiteral("/ts.pdf");
+        dialogs->queueFile(file);
+        windows.run("miPDFExport");
+
+        QCOMPARE(PdfReading::imageSizes(file), QList<QSize>());
+        const QString text = PdfReading::text(file);
+        QVERIFY2(text.contains(QStringLiteral("ET at 0 ft AA")), qPrintable(text));
+        const QList<QString> ticks = window->tsGraph->xAxis->tickVectorLabels();
+        QVERIFY(ticks.size() >= 2);
+        for (const QString& tick : ticks)
+            QVERIFY2(text.contains(tick), qPrintable(tick + QStringLiteral(" in ") + text));
+        const QImage page = PdfReading::firstPage(file);
+        const QRect graph = PdfReading::filledArea(page, Qt::black);
+        const double scale = 144.0 / window->tsGraph->logicalDpiX();
+        QVERIFY(std::abs(graph.width() - window->tsGraph->width() * scale) <= 3);
+        QVERIFY(std::abs(graph.height() - window->tsGraph->height() * scale) <= 3);
+        // Discs 6 pixels across, 9 units on the page: two in the left lane, one in the right.
+        QVERIFY(PdfReading::pixelsNear(page, graph, QColor(255, 220, 0), 60) > 60);
+        QVERIFY(PdfReading::pixelsNear(page, graph, QColor(0, 200, 255), 60) > 30);
     }
 
     // Closing keeps the window's place; it opens there next time.
