@@ -2,14 +2,6 @@
 
 #include "core/NumberText.h"
 
-QString valueText(float value) {
-    return NumberText::General(value);
-}
-
-QString valueText(qint32 value) {
-    return QString::number(value);
-}
-
 QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
     if (quantity.real)
         return valueText(record.*quantity.real);

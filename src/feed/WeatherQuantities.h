@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/ReadingText.h"
 #include "core/WeatherRecord.h"
 
 #include <QString>
@@ -33,11 +34,6 @@ inline constexpr std::array<WeatherQuantity, 15> WeatherQuantities{{
     {"WG", "WG=", nullptr, &WeatherRecord::WG},
     {"AL", "AL=", nullptr, &WeatherRecord::AL},
 }};
-
-// A value of a reading as the program writes it everywhere, in the status line, the weather
-// log, the views and the race log: a float in general number form, an integer as plain digits.
-QString valueText(float value);
-QString valueText(qint32 value);
 
 // The quantity of the reading, written as valueText writes it.
 QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record);

@@ -1,6 +1,6 @@
 #include "prediction/LogPrediction.h"
 
-#include "core/NumberText.h"
+#include "core/ReadingText.h"
 #include "core/WeatherRecord.h"
 #include "racelog/RaceLog.h"
 
@@ -37,7 +37,7 @@ void publish(RaceLog& log, bool deltaVP) {
 
 void takeReading(RaceLog& log, const WeatherRecord& reading, const PredictionSettings& settings) {
     if (settings.automaticUpdates)
-        log.takeLiveWeather(QString::number(reading.AA), NumberText::General(reading.VP));
+        log.takeLiveWeather(valueText(reading.AA), valueText(reading.VP));
     publish(log, settings.deltaVP);
 }
 

@@ -1,7 +1,7 @@
 #include "racelog/RunWeather.h"
 
 #include "core/WeatherRecord.h"
-#include "feed/WeatherQuantities.h"
+#include "core/ReadingText.h"
 #include "racelog/RunTable.h"
 
 namespace {

@@ -1,0 +1,11 @@
+#include "core/ReadingText.h"
+
+#include "core/NumberText.h"
+
+QString valueText(float value) {
+    return NumberText::General(value);
+}
+
+QString valueText(qint32 value) {
+    return QString::number(value);
+}
