@@ -1,6 +1,6 @@
 #include "core/ScriptedDialogs.h"
+#include "ui/app/Startup.h"
 #include "ui/shell/DemoRecorder.h"
-#include "ui/shell/Startup.h"
 #include "ui/shell/WidgetDialogs.h"
 
 #include <QApplication>

@@ -59,7 +59,7 @@ void WeatherFeed::ProcessWeatherRecord(const QString& line) {
     to.views.showReading(current, status);
 
     if (to.weatherLog)
-        to.weatherLog->append(current);
+        to.weatherLog->writeRow(current);
 
     if (wholeRecord)
         emit recordRead();

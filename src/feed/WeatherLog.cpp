@@ -19,11 +19,11 @@ QString WeatherLogPath(const QDate& day) {
     return WeatherLogFolder() + u'/' + DateStamp(day) + QStringLiteral(".csv");
 }
 
-void WeatherLog::append(const WeatherRecord& reading) {
-    append(reading, QDateTime::currentDateTime());
+void WeatherLog::writeRow(const WeatherRecord& reading) {
+    writeRow(reading, QDateTime::currentDateTime());
 }
 
-void WeatherLog::append(const WeatherRecord& reading, const QDateTime& now) {
+void WeatherLog::writeRow(const WeatherRecord& reading, const QDateTime& now) {
     if (busy)
         return;
     const Hold writing(*this);

@@ -45,9 +45,9 @@ public:
     // file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
     // crash loses nothing else. Skipped, not queued, while a lookup is scanning; a write that
     // fails loses the row in silence.
-    void append(const WeatherRecord& reading);
+    void writeRow(const WeatherRecord& reading);
     // The same at a given moment of the clock; the day of `now` names the file.
-    void append(const WeatherRecord& reading, const QDateTime& now);
+    void writeRow(const WeatherRecord& reading, const QDateTime& now);
 
     // The first row of the given day's file written in the same minute as `time`. Blocks
     // writing while it scans. An empty record when the file does not exist, when no row

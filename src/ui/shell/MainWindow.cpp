@@ -13,7 +13,6 @@
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherStation.h"
-#include "ui/feed/PortDialog.h"
 #include "ui/shell/AboutDialog.h"
 #include "ui/shell/CentreOnScreen.h"
 #include "ui/shell/CommandBar.h"
@@ -107,7 +106,6 @@ MainWindow::~MainWindow() = default;
 void MainWindow::addCommands() {
     commands = {
         {QStringLiteral("miExit"), [this] { close(); }},
-        {QStringLiteral("miProperties"), [this] { showPortSettings(); }},
         {QStringLiteral("miLoadLoggedWeather"), [this] { replayWeatherLog(); }},
         {QStringLiteral("miClearViews"), [this] { ClearViews(); }},
         {QStringLiteral("miAutomaticUpdates"), [this] { toggleAutomaticUpdates(); }},
@@ -387,11 +385,6 @@ void MainWindow::setBackground(quint32 color) {
     backgroundColor = color;
     backgroundUnread = false;
     mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
-}
-
-void MainWindow::showPortSettings() {
-    PortDialog dialog(instrument(), station.watchdog(), this);
-    dialog.exec();
 }
 
 void MainWindow::chooseMoreColors() {

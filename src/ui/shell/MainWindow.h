@@ -109,7 +109,6 @@ private:
     QLabel* statusPanel(const QString& name) const;
 
     // The commands.
-    void showPortSettings();
     void toggleAutomaticUpdates();
     void toggleDeltaVP();
     void setBackground(quint32 color);

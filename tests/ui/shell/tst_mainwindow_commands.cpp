@@ -7,6 +7,7 @@
 #include "feed/PortDevices.h"
 #include "feed/WeatherLog.h"
 #include "feed/WeatherStation.h"
+#include "ui/feed/PortCommand.h"
 #include "ui/shell/MainWindow.h"
 
 #include <QApplication>
@@ -135,6 +136,7 @@ private slots:
         home = std::make_unique<TestHome>();
         station = std::make_unique<WeatherStation>();
         window = std::make_unique<MainWindow>(*station);
+        PortCommand::add(*window);
         window->load();
         window->resize(900, 700);
         window->show();
@@ -407,9 +409,9 @@ private slots:
         WeatherLog mainInstance;
         WeatherRecord reading;
         reading.ABP = 29.5f;
-        mainInstance.append(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+        mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
         reading.ABP = 29.75f;
-        mainInstance.append(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
+        mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
         dialogs.queueFile(WeatherLogPath(QDate(2026, 11, 22)));
         dialogs.queueAnswer(Dialogs::Answer::No);
         QVERIFY(tool("miLoadLoggedWeather")->isEnabled());

@@ -4,8 +4,8 @@
 #include "core/CommandTable.h"
 #include "core/ScriptedDialogs.h"
 #include "feed/WeatherStation.h"
+#include "ui/app/Startup.h"
 #include "ui/shell/MainWindow.h"
-#include "ui/shell/Startup.h"
 
 #include <QLineEdit>
 #include <QMdiArea>

@@ -1,10 +1,11 @@
-#include "ui/shell/Startup.h"
+#include "ui/app/Startup.h"
 
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherStation.h"
 #include "ui/charts/ViewCommands.h"
+#include "ui/feed/PortCommand.h"
 #include "ui/graphs/GraphCommands.h"
 #include "ui/output/IncrementalTimesCommand.h"
 #include "ui/pager/PagerDispatch.h"
@@ -111,6 +112,7 @@ void Startup::ShowSplashWhileLoading() {
     // load lists the race log types and starts the timers.
     new RaceLogCommands(*window, *station);
     new PagerDispatch(*window);
+    PortCommand::add(*window);
     ViewCommands::add(*window, station->views());
     GraphCommands::add(*window, station->raceLogs());
     IncrementalTimesCommand::add(*window);
