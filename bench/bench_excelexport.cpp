@@ -1,6 +1,6 @@
 // How long the spreadsheet export of a long season takes: 500 runs with every column filled,
 // written into the standard template and saved. Should stay under 200 ms.
-#include "output/ExcelExport.h"
+#include "exchange/ExcelExport.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
 

@@ -1,11 +1,11 @@
 // How long the incremental times report takes on the time-slip log of a long event: 2,000
 // records of one category and session, filtered, ranked in each measure and laid out over
 // many pages; and the same report written as PDF.
-#include "output/IncrementalTimes.h"
-#include "output/PageDocument.h"
-#include "output/PdfFile.h"
-#include "output/TimeSlip.h"
-#include "output/Viewers.h"
+#include "exchange/TimeSlip.h"
+#include "pages/IncrementalTimes.h"
+#include "pages/PageDocument.h"
+#include "pages/PdfFile.h"
+#include "pages/Viewers.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>

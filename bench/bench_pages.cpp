@@ -1,9 +1,9 @@
 // Printed pages: a race log of 1,000 runs laid out as its times table, and the same written
 // as PDF bytes, and a viewer opened on a log of 200 runs up to its first painted page.
-#include "output/PageDocument.h"
-#include "output/PdfFile.h"
-#include "output/RaceLogPages.h"
-#include "output/Viewers.h"
+#include "pages/PageDocument.h"
+#include "pages/PdfFile.h"
+#include "pages/RaceLogPages.h"
+#include "pages/Viewers.h"
 #include "racelog/RaceLog.h"
 #include "ui/output/PagePreview.h"
 #include "ui/output/ViewerWindow.h"

@@ -3,7 +3,7 @@
 // Runs in a scratch home, so the settings tree holds only the log's path.
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
-#include "output/TimeSlip.h"
+#include "exchange/TimeSlip.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -6,8 +6,8 @@
 #include "core/DateText.h"
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
-#include "output/CsvRecords.h"
-#include "output/TimeSlip.h"
+#include "exchange/CsvRecords.h"
+#include "exchange/TimeSlip.h"
 
 #include <QCoreApplication>
 #include <QFile>

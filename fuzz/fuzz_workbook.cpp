@@ -2,7 +2,7 @@
 // read them without fault. A template that reads takes cells of text and number, and the
 // workbook it gives reads again as a template with the same opening sheet and takes further
 // cells.
-#include "output/Workbook.h"
+#include "exchange/Workbook.h"
 
 #include <QCoreApplication>
 #include <cstdlib>

@@ -5,8 +5,8 @@
 #include "core/ProgramFolder.h"
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
-#include "output/ChartPage.h"
-#include "output/PdfFile.h"
+#include "pages/ChartPage.h"
+#include "pages/PdfFile.h"
 
 #include <QFileInfo>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/Drawing.h"
+#include "pages/Drawing.h"
 
 #include <QString>
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "charts/ViewCaptions.h"
 #include "charts/WeatherBoxes.h"
-#include "output/PageFonts.h"
+#include "pages/PageFonts.h"
 
 #include <QFontMetricsF>
 #include <QGridLayout>

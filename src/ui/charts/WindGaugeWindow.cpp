@@ -2,7 +2,7 @@
 
 #include "charts/ViewCaptions.h"
 #include "charts/WindGauge.h"
-#include "output/PageFonts.h"
+#include "pages/PageFonts.h"
 
 #include <QLabel>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "charts/WindRose.h"
-#include "output/Drawing.h"
+#include "pages/Drawing.h"
 #include "ui/charts/LiveViewWindow.h"
 #include "ui/output/PrintableWindow.h"
 

@@ -1,8 +1,8 @@
 #include "ui/output/IncrementalTimesCommand.h"
 
-#include "output/PageDocument.h"
-#include "output/TimeSlip.h"
-#include "output/Viewers.h"
+#include "exchange/TimeSlip.h"
+#include "pages/PageDocument.h"
+#include "pages/Viewers.h"
 #include "ui/output/IncrementalTimesDialog.h"
 #include "ui/output/ViewerWindow.h"
 #include "ui/shell/MainWindow.h"

@@ -1,7 +1,7 @@
 #include "ui/output/IncrementalTimesDialog.h"
 
 #include "core/Dialogs.h"
-#include "output/TimeSlip.h"
+#include "exchange/TimeSlip.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/IncrementalTimes.h"
+#include "pages/IncrementalTimes.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 #include "ui/output/PagePreview.h"
 
-#include "output/PageDocument.h"
-#include "output/PagePainter.h"
+#include "pages/PageDocument.h"
+#include "pages/PagePainter.h"
 
 #include <QPainter>
 

@@ -1,8 +1,8 @@
 #include "ui/output/PagePrinting.h"
 
 #include "core/Dialogs.h"
-#include "output/PagePainter.h"
-#include "output/PdfFile.h"
+#include "pages/PagePainter.h"
+#include "pages/PdfFile.h"
 
 #include <QPainter>
 #include <QPrinter>

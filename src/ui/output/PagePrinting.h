@@ -1,7 +1,7 @@
 #pragma once
 
-#include "output/PageDocument.h"
-#include "output/Viewers.h"
+#include "pages/PageDocument.h"
+#include "pages/Viewers.h"
 
 // Pages on paper and in a PDF file, as the viewers and the race log window give them.
 namespace PagePrinting {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "output/PageDocument.h"
-#include "output/Viewers.h"
+#include "pages/PageDocument.h"
+#include "pages/Viewers.h"
 #include "ui/output/PrintableWindow.h"
 
 #include <QWidget>

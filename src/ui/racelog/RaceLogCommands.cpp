@@ -2,8 +2,8 @@
 
 #include "core/Dialogs.h"
 #include "core/ProgramFolder.h"
+#include "exchange/ExcelExport.h"
 #include "feed/WeatherStation.h"
-#include "output/ExcelExport.h"
 #include "prediction/LogPrediction.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/RaceLogFileRequests.h"

@@ -3,7 +3,7 @@
 #include "common/TestHome.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
-#include "output/PageDocument.h"
+#include "pages/PageDocument.h"
 #include "ui/output/PagePreview.h"
 #include "ui/output/ViewerWindow.h"
 
