@@ -4,6 +4,7 @@
 #include "pages/PdfFile.h"
 #include "pages/RaceLogPages.h"
 #include "pages/Viewers.h"
+#include "racelog/ColumnTable.h"
 #include "racelog/RaceLog.h"
 #include "ui/output/PagePreview.h"
 #include "ui/output/ViewerWindow.h"
@@ -33,7 +34,7 @@ void BM_TimesTableOf1000RunsLaidOut(benchmark::State& bench) {
     fillRuns(log, 1000);
     for (auto _ : bench) {
         PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(pages, log);
+        RaceLogPages::showTimes(pages, log, ColumnTable::everyColumn());
         benchmark::DoNotOptimize(pages.pageCount());
     }
 }
@@ -46,7 +47,7 @@ void BM_TimesTableOf1000RunsAsPdf(benchmark::State& bench) {
     QTemporaryDir dir;
     for (auto _ : bench) {
         PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(pages, log);
+        RaceLogPages::showTimes(pages, log, ColumnTable::everyColumn());
         if (!writePdf(pages, dir.filePath(QStringLiteral("times.pdf"))))
             bench.SkipWithError("the PDF was not written");
     }
@@ -62,7 +63,7 @@ void BM_ViewerOn200RunLogToFirstPaint(benchmark::State& bench) {
     area.show();
     for (auto _ : bench) {
         PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(pages, log);
+        RaceLogPages::showTimes(pages, log, ColumnTable::everyColumn());
         ViewerWindow* viewer =
             ViewerWindow::open(area, Viewers::Kind::Pages, std::move(pages), QString());
         benchmark::DoNotOptimize(viewer->findChild<PagePreview*>()->grab());

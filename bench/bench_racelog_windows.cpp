@@ -1,6 +1,6 @@
-// The race log window under load: a run added and a cell edited in a log of 1,000 runs, a
-// prediction on such a log, the undo of a paste of 500 runs, and one feed line reaching twenty
-// open logs of 500 runs each.
+// The race log window under load: a run added and a cell edited in a log of 1,000 runs, by the
+// grid's editor and by the model's setData, a prediction on such a log, the undo of a paste of 500
+// runs, and one feed line reaching twenty open logs of 500 runs each.
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherStation.h"
 #include "racelog/RunEdits.h"
@@ -72,6 +72,26 @@ void BM_CellEditIn1000RunLog(benchmark::State& bench) {
         bench.SkipWithError("the edit did not reach the cell");
 }
 BENCHMARK(BM_CellEditIn1000RunLog)->Unit(benchmark::kMicrosecond);
+
+// One cell written through the model, as the grid's delegate writes it: a step of the undo
+// stack, which the window's grid follows.
+void BM_SetDataIn1000RunLog(benchmark::State& bench) {
+    WeatherStation station;
+    auto log = logWithRuns(station, 1000, 0);
+    RunTable& table = log->grid->table();
+    const QModelIndex cell = table.index(499, 5);
+    const QString text = QStringLiteral("5");
+    for (auto _ : bench) {
+        table.setData(cell, text);
+        bench.PauseTiming();
+        log->document().undoStack().undo();
+        bench.ResumeTiming();
+    }
+    log->document().undoStack().redo();
+    if (table.cell(500, 6) != text)
+        bench.SkipWithError("the edit did not reach the cell");
+}
+BENCHMARK(BM_SetDataIn1000RunLog)->Unit(benchmark::kMicrosecond);
 
 void BM_UpdatePredictions1000Runs(benchmark::State& bench) {
     WeatherStation station;

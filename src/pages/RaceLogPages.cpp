@@ -116,10 +116,10 @@ QString timeText(const RunTable& runs, int row) {
 
 } // namespace
 
-void showTimes(PageDocument& page, const RaceLog& log) {
+void showTimes(PageDocument& page, const RaceLog& log, const QList<int>& shownColumns) {
     const RunTable& runs = log.runs();
-    const auto shown = [&runs](const TimesColumn& column) {
-        return !runs.isColumnHidden(column.number);
+    const auto shown = [&shownColumns](const TimesColumn& column) {
+        return shownColumns.contains(column.number);
     };
     openTable(page);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+
 class PageDocument;
 class RaceLog;
 
@@ -8,9 +10,10 @@ class RaceLog;
 namespace RaceLogPages {
 
 // Each run with its time slip: run and date, time, and the columns from the lane to the second
-// timer and the dial-in that are shown in the log's window; a hidden column leaves the page
-// too. A missing value leaves a blank cell, so the columns stay in line.
-void showTimes(PageDocument& page, const RaceLog& log);
+// timer and the dial-in that are among shownColumns, the columns the log's window shows; a
+// hidden column leaves the page too. A missing value leaves a blank cell, so the columns stay
+// in line.
+void showTimes(PageDocument& page, const RaceLog& log, const QList<int>& shownColumns);
 
 // Each run with the times between its marks: 60 ft to 330 ft, 330 ft to 660 ft, 660 ft to
 // 1000 ft, 1000 ft to 1320 ft, and "FULL ", 330 ft to 1320 ft. A time with either mark

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QList>
 #include <QStringView>
 #include <array>
 
 // The 34 columns of the run table and everything the program knows of each: its header, the
-// field of the race log file it is stored in, how a loaded value is shown, and the settings
-// value, menu item and check box by which it is hidden or shown. Every part of the program
-// that names a column takes it from here, so the numbers never disagree.
+// field of the race log file it is stored in, how a loaded value is shown, the settings
+// value, menu item and check box by which it is hidden or shown, and how its cells are typed. Every
+// part of the program that names a column takes it from here, so the numbers never disagree.
 //
 // Two oddities are deliberate and must stay: "Timer 2" is column 14 and "Timer 1" column 15,
 // and column 18 has the header "T. Temp" but is "Track Temp" in the menu and the settings.
@@ -23,6 +24,15 @@ enum class LoadForm {
     General,           // the shortest text of the 32-bit value, also when it is 0
 };
 
+// How the user types a cell of the column, which picks the editor that opens on it.
+enum class Entry {
+    NotTyped, // the run number
+    Time,     // a time of day, put right on leaving
+    Date,     // a date, put right on leaving
+    Lane,     // "Left" or "Right", picked from a list
+    Number,   // a signed number, emptied on leaving when it is none
+};
+
 struct Column {
     int number;
     QStringView caption; // header cell of row 0
@@ -37,6 +47,7 @@ struct Column {
     QStringView menuText;
     QStringView checkBox; // objectName of the check box in the column dialogue
     QStringView checkBoxToolTip;
+    Entry entry;
 
     bool shownOnlyIfNotZero() const { return loadForm == LoadForm::PatternUnlessZero; }
     bool canBeHidden() const { return !visibilityValue.isEmpty(); }
@@ -51,6 +62,9 @@ extern const std::array<Column, Count> Columns;
 // The hideable columns in the order of the "Show Column" submenu, which groups the timing
 // marks and puts "Dial-In" and "Track Temp" before them.
 extern const std::array<int, HideableCount> ShowColumnMenuOrder;
+
+// Every column number, 0 to 33: what a view that hides no column shows.
+QList<int> everyColumn();
 
 // The column that a Log field is read into and written from, found without regard to case
 // ("LANE", "dialin", "Timer1"); -1 when no column has that field.

@@ -1,5 +1,7 @@
 #include "racelog/RaceLog.h"
 
+#include "racelog/RunEdits.h"
+
 #include <QUndoCommand>
 #include <array>
 
@@ -70,6 +72,10 @@ private:
 RaceLog::RaceLog(QObject* parent) : QObject(parent) {
     // Run 1 is the reference run of a new log.
     data.grid.markReferenceRun(1);
+    // An edit of a cell in a view is a step like any other change.
+    data.grid.setCellEdit([this](int row, int column, const QString& text) {
+        RunEdits::editCell(*this, row, column, text);
+    });
     connect(&undo, &QUndoStack::cleanChanged, this,
             [this](bool clean) { emit modifiedChanged(!clean); });
 }

@@ -34,8 +34,8 @@ public:
     ~RaceLog() override;
 
     const RaceLogData& content() const { return data; }
-    // The run table as the grid shows it. Its texts are changed through change(); its column
-    // widths, captions and the corner cell are the view's own and are set here directly.
+    // The run table as the grid shows it. Its runs are changed through change(); an edit made
+    // through its model interface becomes such a change.
     RunTable& runs() { return data.grid; }
     const RunTable& runs() const { return data.grid; }
 

@@ -2,6 +2,7 @@
 #include "pages/PdfFile.h"
 #include "pages/RaceLogPages.h"
 #include "pages/Viewers.h"
+#include "racelog/ColumnTable.h"
 #include "racelog/RaceLog.h"
 
 #include <QProcess>
@@ -65,7 +66,7 @@ private slots:
         RaceLog log;
         addRuns(log, {FirstRun, SecondRun});
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         const PageDocument::Page& page = document.page(0);
         QCOMPARE(texts(page, 0, 15),
                  QStringList({" ", " ", " ", "REAC", "BOX", " ", " ", "660'", "660'", "1000'",
@@ -95,7 +96,7 @@ private slots:
         RaceLog log;
         addRuns(log, {FirstRun, SecondRun, FirstRun});
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         const PageDocument::Page& page = document.page(0);
         QVERIFY(page[0].framed && !page[0].style.backgroundShown);
         QCOMPARE(page[0].style.alignment, Qt::AlignHCenter);
@@ -115,7 +116,7 @@ private slots:
         RaceLog log;
         addRuns(log, {FirstRun, SecondRun});
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         const PageDocument::Page& page = document.page(0);
         QCOMPARE(page.size(), 61);
         QCOMPARE(page.last().kind, Kind::Frame);
@@ -125,9 +126,10 @@ private slots:
     void aHiddenColumnLeavesThePage() {
         RaceLog log;
         addRuns(log, {FirstRun});
-        log.runs().hideColumn(9);
+        QList<int> shown = ColumnTable::everyColumn();
+        shown.removeOne(9);
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, shown);
         const PageDocument::Page& page = document.page(0);
         QCOMPARE(page.size(), 3 * 14 + 1);
         QCOMPARE(texts(page, 14, 14).at(8), QStringLiteral("ET"));
@@ -139,7 +141,7 @@ private slots:
     void anEmptyLogShowsItsHeadings() {
         RaceLog log;
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         const PageDocument::Page& page = document.page(0);
         QCOMPARE(page.size(), 46);
         QCOMPARE(texts(page, 30, 2), QStringList({"1)   ", " "}));
@@ -154,7 +156,7 @@ private slots:
             runs << FirstRun;
         addRuns(log, runs);
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         QVERIFY2(document.pageCount() >= 3, qPrintable(QString::number(document.pageCount())));
         QStringList numbers;
         for (int page = 0; page < document.pageCount(); ++page) {
@@ -230,7 +232,7 @@ private slots:
         RaceLog log;
         addRuns(log, {FirstRun, SecondRun});
         PageDocument document = Viewers::newDocument(Viewers::Kind::Pages);
-        RaceLogPages::showTimes(document, log);
+        RaceLogPages::showTimes(document, log, ColumnTable::everyColumn());
         QTemporaryDir dir;
         QVERIFY(writePdf(document, dir.filePath("times.pdf")));
         QProcess text;

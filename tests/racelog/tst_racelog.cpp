@@ -308,15 +308,28 @@ private slots:
         QCOMPARE(log.runs().look(1, 0).background, CellColor::ReferenceRun);
     }
 
-    void theHeaderRowIsTheViewsAndUndoLeavesItAlone() {
+    // An edit through the run table's model, as the grid makes it, is one step of its own.
+    void anEditThroughTheModelIsExactlyOneStep() {
         RaceLog log;
-        RunEdits::editCell(log, 1, 6, QStringLiteral("1.1"));
-        log.runs().setCell(0, 0, QStringLiteral("<<<"));
-        log.runs().hideColumn(18);
+        withRuns(log, 2);
+        RunTable& table = log.runs();
+        const int stepsBefore = log.undoStack().count();
+        QVERIFY(table.setData(table.index(1, 18), QStringLiteral("1250")));
+        QCOMPARE(table.cell(2, 19), QStringLiteral("1250"));
+        QCOMPARE(log.undoStack().count(), stepsBefore + 1);
+        QCOMPARE(undoText(log), QStringLiteral("Edit AA"));
+
         log.undoStack().undo();
-        QCOMPARE(log.runs().cell(0, 0), QStringLiteral("<<<"));
-        QCOMPARE(log.runs().cell(0, 18), QString());
-        QCOMPARE(log.runs().cell(1, 6), QString());
+        QCOMPARE(table.cell(2, 19), QStringLiteral("2.19"));
+        QCOMPARE(table.cell(1, 19), QStringLiteral("1.19"));
+        QCOMPARE(undoText(log), QStringLiteral("Fill"));
+        log.undoStack().redo();
+        QCOMPARE(table.cell(2, 19), QStringLiteral("1250"));
+        QCOMPARE(log.undoStack().count(), stepsBefore + 1);
+
+        // The same text again is no step.
+        QVERIFY(table.setData(table.index(1, 18), QStringLiteral("1250")));
+        QCOMPARE(log.undoStack().count(), stepsBefore + 1);
     }
 
     // --- The file and the clean state ----------------------------------------------------------

@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QSignalSpy>
 #include <QTest>
+#include <tuple>
 
 namespace {
 
@@ -23,7 +24,8 @@ private slots:
         RunTable table;
         QCOMPARE(table.tableRows(), 2);
         QCOMPARE(table.Cols(), 34);
-        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
+        // The corner is the window's.
+        QCOMPARE(table.cell(0, 0), QString());
         QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < table.Cols(); ++column) {
             QCOMPARE(table.cell(0, column), ColumnTable::Columns[column].caption.toString());
@@ -65,7 +67,14 @@ private slots:
         QCOMPARE(table.cell(3, 12), QStringLiteral("10.4"));
         for (int row = 1; row < table.tableRows(); ++row)
             QCOMPARE(table.cell(row, 0), QString::number(row));
-        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
+    }
+
+    void captionsAndRunNumbersAreNotWritten() {
+        RunTable table;
+        QVERIFY(!table.setCell(0, 5, QStringLiteral("x")));
+        QVERIFY(!table.setCell(1, 0, QStringLiteral("x")));
+        QCOMPARE(table.cell(0, 5), QStringLiteral("Delay Box"));
+        QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
     }
 
     void theOnlyRunAndTheHeaderAreNeverRemoved() {
@@ -115,45 +124,23 @@ private slots:
         // The banded run 2 is now run 1; run 3 became run 2 and is not banded.
         QVERIFY(isBanded(table, 1, 5));
         QVERIFY(!isBanded(table, 2, 5));
+        QVERIFY(table.runs().at(0).banded);
+        QVERIFY(!table.runs().at(1).banded);
     }
 
-    void widthsStartAt570And1000() {
+    // Runs put back, as undo puts back a deleted run, come with their bands.
+    void bandsTravelWithTheirRowsWhenPutBack() {
         RunTable table;
-        QCOMPARE(table.columnWidth(0), 570);
-        for (int column = 1; column < table.Cols(); ++column)
-            QCOMPARE(table.columnWidth(column), 1000);
-    }
-
-    void hidingAndShowingAColumn() {
-        RunTable table;
-        QSignalSpy widths(&table, &RunTable::columnWidthChanged);
-        table.setCell(1, 18, QStringLiteral("95.0"));
-        QVERIFY(table.hideColumn(18));
-        QCOMPARE(table.columnWidth(18), 0);
-        QVERIFY(table.isColumnHidden(18));
-        QCOMPARE(table.cell(0, 18), QString());
-        QCOMPARE(table.cell(1, 18), QStringLiteral("95.0"));
-        QVERIFY(table.showColumn(18));
-        QCOMPARE(table.columnWidth(18), 1140);
-        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
-        QCOMPARE(widths.count(), 2);
-        QCOMPARE(widths.at(0).at(0).toInt(), 18);
-    }
-
-    void numberTimeAndDateCannotBeHidden() {
-        RunTable table;
-        for (int column : {0, 1, 2}) {
-            QVERIFY(!table.hideColumn(column));
-            QVERIFY(!table.isColumnHidden(column));
-        }
-        QVERIFY(!table.hideColumn(34));
-    }
-
-    void twipsBecomePixelsAtFifteen() {
-        QCOMPARE(RunTable::twipsToPixels(570), 38);
-        QCOMPARE(RunTable::twipsToPixels(1000), 67);
-        QCOMPARE(RunTable::twipsToPixels(1140), 76);
-        QCOMPARE(RunTable::twipsToPixels(0), 0);
+        table.addRun();
+        table.addRun();
+        table.paintRowBands();
+        const RunTable::Runs before = table.runs();
+        table.removeRun(2);
+        table.restoreRuns(before);
+        QCOMPARE(table.tableRows(), 4);
+        QVERIFY(!isBanded(table, 1, 7));
+        QVERIFY(isBanded(table, 2, 7));
+        QVERIFY(!isBanded(table, 3, 7));
     }
 
     void theReferenceRunIsMarkedGreenAndBold() {
@@ -173,20 +160,45 @@ private slots:
         QCOMPARE(table.look(1, 0).background, CellColor::ButtonFace);
     }
 
-    void cellLooksCanBeSet() {
+    void aReferenceRunThatIsBandedKeepsBothMarks() {
         RunTable table;
-        table.setCellBackground(1, 4, 0x0000FF);
-        table.setCellForeground(1, 4, 0x00FF00);
-        table.setCellBold(1, 4, true);
-        QCOMPARE(table.look(1, 4).background, 0x0000FFu);
-        QCOMPARE(table.look(1, 4).foreground, 0x00FF00u);
-        QVERIFY(table.look(1, 4).bold);
+        table.addRun();
+        table.paintRowBands();
+        table.markReferenceRun(2);
+        QCOMPARE(table.look(2, 0),
+                 (RunTable::CellLook{CellColor::ReferenceRun, CellColor::ButtonText, true}));
+        QCOMPARE(table.look(2, 1),
+                 (RunTable::CellLook{CellColor::Band, CellColor::WindowText, false}));
+        QCOMPARE(table.look(0, 4),
+                 (RunTable::CellLook{CellColor::ButtonFace, CellColor::ButtonText, false}));
+        table.unmarkReferenceRun();
+        QCOMPARE(table.look(2, 0).background, CellColor::ButtonFace);
+        QVERIFY(!table.look(2, 0).bold);
     }
 
-    void theCornerLooksLikeALink() {
+    // A table of its own writes an edit made through the model; only run cells can be edited.
+    void aTableOnItsOwnTakesEditsDirectly() {
         RunTable table;
-        QCOMPARE(table.look(0, 0).foreground, CellColor::Link);
-        QVERIFY(table.look(0, 0).underline);
+        QVERIFY(table.setData(table.index(0, 11), QStringLiteral("10.95")));
+        QCOMPARE(table.cell(1, 12), QStringLiteral("10.95"));
+        QVERIFY(!table.setData(table.index(0, 11), QStringLiteral("9"), Qt::DisplayRole));
+        QVERIFY(!table.setData(QModelIndex(), QStringLiteral("9")));
+        QCOMPARE(table.cell(1, 12), QStringLiteral("10.95"));
+        QVERIFY(table.flags(table.index(0, 0)).testFlag(Qt::ItemIsEditable));
+        QCOMPARE(table.flags(QModelIndex()), Qt::NoItemFlags);
+        QCOMPARE(table.data(table.index(0, 11), Qt::EditRole).toString(), QStringLiteral("10.95"));
+    }
+
+    void anEditThroughTheModelGoesWhereTheTableIsTold() {
+        RunTable table;
+        QList<std::tuple<int, int, QString>> edits;
+        table.setCellEdit([&edits](int row, int column, const QString& text) {
+            edits.append({row, column, text});
+        });
+        QVERIFY(table.setData(table.index(0, 2), QStringLiteral("Left")));
+        QCOMPARE(edits.size(), 1);
+        QCOMPARE(edits[0], std::make_tuple(1, 3, QStringLiteral("Left")));
+        QCOMPARE(table.cell(1, 3), QString());
     }
 
     void colorsAreBlueGreenRed() {
@@ -227,7 +239,6 @@ private slots:
         QSignalSpy removed(&table, &QAbstractItemModel::rowsRemoved);
         QSignalSpy changed(&table, &QAbstractItemModel::dataChanged);
         QSignalSpy headers(&table, &QAbstractItemModel::headerDataChanged);
-        QSignalSpy corner(&table, &RunTable::cornerChanged);
 
         table.addRun();
         table.addRun();
@@ -238,14 +249,6 @@ private slots:
         QCOMPARE(changed.count(), 1);
         QCOMPARE(changed.at(0).at(0).toModelIndex(), table.index(1, 4));
 
-        table.setCell(0, 5, QString());
-        QCOMPARE(headers.count(), 1);
-        QCOMPARE(headers.at(0).at(0).value<Qt::Orientation>(), Qt::Horizontal);
-
-        table.setCell(0, 0, QStringLiteral("<<<"));
-        QCOMPARE(corner.count(), 1);
-
-        headers.clear();
         table.removeRun(1);
         QCOMPARE(removed.count(), 1);
         QCOMPARE(headers.count(), 1); // the renumbered runs

@@ -48,7 +48,7 @@ namespace {
 
 const QString PlacementKey = SettingKeys::placementPath(u"RaceLog");
 
-// The corner cell of the run table tells whether the side panel is open.
+// The corner cell of the grid tells whether the side panel is open.
 const QString PanelClosedMark = QStringLiteral(">>>");
 const QString PanelOpenMark = QStringLiteral("<<<");
 
@@ -63,7 +63,7 @@ RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipbo
     sidePanel->showLog(log);
     grid = new RunGrid(station, clipboard, log, this);
     grid->setObjectName(QStringLiteral("gridLog"));
-    showColumnMenu = new ShowColumnMenu(log.runs(), this);
+    showColumnMenu = new ShowColumnMenu(*grid, this);
     grid->setShowColumnMenu(showColumnMenu);
     lblStale = new QLabel(this);
     lblStale->setObjectName(QStringLiteral("lblStale"));
@@ -78,9 +78,17 @@ RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipbo
             [this](int row) { selectReferenceRun(row - 1); });
     connect(grid, &RunGrid::runCompleteRequested, this, &RaceLogWindow::completeRun);
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miRaceLog")), &QAction::triggered,
-            this, [this] { showPages(RaceLogPages::showTimes); });
+            this, [this] {
+                showPages([this](PageDocument& pages) {
+                    RaceLogPages::showTimes(pages, log, grid->shownColumns());
+                });
+            });
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miIncrementalTimes")),
-            &QAction::triggered, this, [this] { showPages(RaceLogPages::showIncrementalTimes); });
+            &QAction::triggered, this, [this] {
+                showPages([this](PageDocument& pages) {
+                    RaceLogPages::showIncrementalTimes(pages, log);
+                });
+            });
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miAnnotations")),
             &QAction::triggered, this, &RaceLogWindow::annotateCharts);
     connect(grid->rowMenu()->findChild<QAction*>(QStringLiteral("miRacepak")), &QAction::triggered,
@@ -186,19 +194,9 @@ void RaceLogWindow::correctPlacement() {
         frame->move(0, 0);
 }
 
-// The run table as a new window shows it: the run numbers, the captions and widths, and the
-// columns the user chose not to see. The table centres every cell of itself.
+// The grid as a new window shows it: without the columns the user chose not to see.
 void RaceLogWindow::setupGrid() {
-    RunTable& table = log.runs();
-    table.setColumnWidth(0, RunTable::RunNumberWidth);
-    table.setCell(0, 0, PanelClosedMark);
-    for (int row = 1; row < table.tableRows(); ++row)
-        table.setCell(row, 0, QString::number(row));
     for (const ColumnTable::Column& column : ColumnTable::Columns) {
-        if (column.number == 0)
-            continue;
-        table.setColumnWidth(column.number, RunTable::InitialWidth);
-        table.setCell(0, column.number, column.caption.toString());
         // Only an exact "0" hides: a column never chosen either way is shown.
         if (column.canBeHidden() &&
             Registry::Get(SettingKeys::LogColumns, column.visibilityValue.toString()) == u"0")
@@ -393,19 +391,15 @@ void RaceLogWindow::resizeEvent(QResizeEvent* event) {
     arrange();
 }
 
-bool RaceLogWindow::panelClosed() const {
-    return log.runs().cell(0, 0) == PanelClosedMark;
-}
-
 void RaceLogWindow::togglePanel() {
-    if (panelClosed())
+    if (!panelOpen)
         openPanel(sidePanel->currentIndex());
     else
         closePanel();
 }
 
 void RaceLogWindow::showPanelTab(int tab) {
-    if (panelClosed())
+    if (!panelOpen)
         openPanel(tab);
     else
         sidePanel->setCurrentIndex(tab);
@@ -413,7 +407,8 @@ void RaceLogWindow::showPanelTab(int tab) {
 
 void RaceLogWindow::openPanel(int tab) {
     grid->commitCellEdit();
-    log.runs().setCell(0, 0, PanelOpenMark);
+    panelOpen = true;
+    grid->setCornerText(PanelOpenMark);
     sidePanel->setCurrentIndex(tab);
     sidePanel->show();
     arrange();
@@ -422,7 +417,8 @@ void RaceLogWindow::openPanel(int tab) {
 void RaceLogWindow::closePanel() {
     sidePanel->hide();
     grid->setFocus();
-    log.runs().setCell(0, 0, PanelClosedMark);
+    panelOpen = false;
+    grid->setCornerText(PanelClosedMark);
     arrange();
 }
 
@@ -458,13 +454,13 @@ void RaceLogWindow::selectReferenceRun(int index) {
 
 // A table of the runs in the page viewer, which takes the place of the one shown before. It
 // is named for the log's page identifier and date.
-void RaceLogWindow::showPages(void (*layout)(PageDocument&, const RaceLog&)) {
+void RaceLogWindow::showPages(const std::function<void(PageDocument&)>& layout) {
     grid->commitCellEdit();
     auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
     if (!frame || !frame->mdiArea())
         return;
     PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
-    layout(pages, log);
+    layout(pages);
     ViewerWindow::open(*frame->mdiArea(), Viewers::Kind::Pages, std::move(pages),
                        log.field(RaceLog::Field::PageIdentifier) + u' ' +
                            log.field(RaceLog::Field::Date));
@@ -496,7 +492,7 @@ void RaceLogWindow::handOverToRacepak() {
 PageDocument RaceLogWindow::timesPages() {
     grid->commitCellEdit();
     PageDocument pages = Viewers::newDocument(Viewers::Kind::Pages);
-    RaceLogPages::showTimes(pages, log);
+    RaceLogPages::showTimes(pages, log, grid->shownColumns());
     return pages;
 }
 

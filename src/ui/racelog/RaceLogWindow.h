@@ -7,6 +7,7 @@
 
 #include <QColor>
 #include <QWidget>
+#include <functional>
 
 class LogSidePanel;
 class QLabel;
@@ -76,7 +77,6 @@ private:
     void takeBackground(const QColor& color);
     void paintGridBackdrop();
 
-    bool panelClosed() const;
     void togglePanel();
     void showPanelTab(int tab);
     void openPanel(int tab);
@@ -91,7 +91,7 @@ private:
     void settleCaption(const QString& pageIdentifier);
     void warnOfManyPagingLogs();
     void completeRun(int row);
-    void showPages(void (*layout)(PageDocument&, const RaceLog&));
+    void showPages(const std::function<void(PageDocument&)>& layout);
     void annotateCharts();
     void handOverToRacepak();
     PageDocument timesPages();
@@ -106,6 +106,7 @@ private:
     RaceLog log;
     QLabel* lblStale;
     int gridLeft = 0;
+    bool panelOpen = false;
     QColor gridBackdrop;    // the main window's background, beyond the cells of the grid
     QString keepOriginalOf; // a file not read whole, copied aside before the first save over it
 };

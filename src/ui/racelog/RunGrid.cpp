@@ -3,11 +3,12 @@
 #include "core/Dialogs.h"
 #include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
+#include "racelog/ColumnTable.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunEdits.h"
 #include "racelog/RunTable.h"
 #include "racelog/TypedKey.h"
-#include "ui/racelog/CellEditors.h"
+#include "ui/racelog/RunCellDelegate.h"
 #include "ui/racelog/RunCommands.h"
 #include "ui/racelog/RunMenus.h"
 
@@ -18,6 +19,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QPersistentModelIndex>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
 #include <stdexcept>
@@ -38,7 +40,7 @@ bool isClipboardCode(int code) {
 } // namespace
 
 // What a run grid keeps besides the view: the race log it shows, the cell editors, the menus,
-// and what the last mouse press left behind.
+// the corner's text, and what the last mouse press left behind.
 struct RunGrid::Private {
     Private(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log, QWidget* grid)
         : station(station), clipboard(clipboard), log(log), table(log.runs()), menus(grid) {}
@@ -48,13 +50,13 @@ struct RunGrid::Private {
     RaceLog& log;
     RunTable& table; // the log's runs
     RunMenus menus;
-    CellEditors* editors = nullptr;
-    // The corner cell, the handle of the side panel.
+    RunCellDelegate* delegate = nullptr;
+    // The corner cell, the handle of the side panel, and what it reads.
     QAbstractButton* corner = nullptr;
+    QString cornerText;
 
-    // The cell the open editor writes into.
-    int editRow = 0;
-    int editColumn = 0;
+    // The cell the last editor was opened on.
+    QPersistentModelIndex editing;
     // The last press lay outside the run cells: on a header, the corner or the empty area.
     bool mouseOutside = false;
     // The last press opened the row menu, so its release opens no column menu over it.
@@ -64,40 +66,40 @@ struct RunGrid::Private {
 RunGrid::RunGrid(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log,
                  QWidget* parent)
     : QTableView(parent), d(new Private(station, clipboard, log, this)) {
-    RunTable& table = d->table;
-    // The editors first: every change of the current cell commits what they hold.
-    d->editors = new CellEditors(*this);
-    setModel(&table);
+    d->delegate = new RunCellDelegate(*this);
+    setItemDelegate(d->delegate);
+    setModel(&d->table);
+    // Editors open only as the grid's own keys and clicks say.
     setEditTriggers(NoEditTriggers);
     // Tab may have to make a column the leftmost one, to the pixel.
     setHorizontalScrollMode(ScrollPerPixel);
 
     // Every row is as high as the editor that opens on it.
-    const int rowHeight = d->editors->txtEdit->sizeHint().height();
+    const int rowHeight = d->delegate->txtEdit->sizeHint().height();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(rowHeight);
     verticalHeader()->setDefaultSectionSize(rowHeight);
+    verticalHeader()->setFixedWidth(RunNumberWidth);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    for (int column = 0; column < table.Cols(); ++column)
-        showColumnWidth(column);
-    connect(&table, &RunTable::columnWidthChanged, this, &RunGrid::showColumnWidth);
+    for (int section = 0; section < model()->columnCount(); ++section)
+        setColumnWidth(section, ColumnWidth);
 
+    // The corner reads the column table's caption until the window says otherwise.
     d->corner = findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
-    connect(&table, &RunTable::cornerChanged, d->corner, qOverload<>(&QWidget::update));
+    d->cornerText = ColumnTable::Columns[0].caption.toString();
     for (QObject* part :
          {static_cast<QObject*>(d->corner), static_cast<QObject*>(horizontalHeader()->viewport()),
           static_cast<QObject*>(verticalHeader()->viewport())})
         part->installEventFilter(this);
 
-    connect(d->editors, &CellEditors::accepted, this, [this] { setFocus(); });
-    connect(d->editors, &CellEditors::cancelled, this, [this] { setFocus(); });
-    connect(d->editors, &CellEditors::rowStepRequested, this, &RunGrid::stepRow);
+    connect(d->delegate, &RunCellDelegate::rowStepRequested, this, &RunGrid::stepRow);
     connectMenus();
 }
 
-// The editors stop listening while the grid they commit into still stands.
+// The delegate goes first: the editors, which go with the viewport, are deaf from then on and
+// put nothing right while they are taken down.
 RunGrid::~RunGrid() {
-    delete d->editors;
+    delete d->delegate;
     delete d;
 }
 
@@ -128,16 +130,44 @@ void RunGrid::connectMenus() {
     connect(menus.miDelete, &QAction::triggered, this, &RunGrid::deleteRun);
 }
 
-// The run number column is the vertical header; a width of 0 hides a column.
-void RunGrid::showColumnWidth(int column) {
-    const int pixels = RunTable::twipsToPixels(d->table.columnWidth(column));
-    if (column == 0) {
-        verticalHeader()->setFixedWidth(pixels);
-        return;
+bool RunGrid::hideRunColumn(int column) {
+    return setColumnShown(column, false);
+}
+
+bool RunGrid::showRunColumn(int column) {
+    return setColumnShown(column, true);
+}
+
+bool RunGrid::setColumnShown(int column, bool shown) {
+    if (column < 0 || column >= ColumnTable::Count || !ColumnTable::Columns[column].canBeHidden())
+        return false;
+    setColumnHidden(column - 1, !shown);
+    if (shown)
+        setColumnWidth(column - 1, ShownAgainWidth);
+    return true;
+}
+
+// The run number column is the vertical header, always shown.
+bool RunGrid::isRunColumnHidden(int column) const {
+    return column >= 1 && isColumnHidden(column - 1);
+}
+
+QList<int> RunGrid::shownColumns() const {
+    QList<int> shown;
+    for (int column : ColumnTable::everyColumn()) {
+        if (!isRunColumnHidden(column))
+            shown << column;
     }
-    setColumnHidden(column - 1, pixels == 0);
-    if (pixels > 0)
-        setColumnWidth(column - 1, pixels);
+    return shown;
+}
+
+void RunGrid::setCornerText(const QString& text) {
+    d->cornerText = text;
+    d->corner->update();
+}
+
+QString RunGrid::cornerText() const {
+    return d->cornerText;
 }
 
 int RunGrid::currentRunRow() const {
@@ -165,15 +195,19 @@ void RunGrid::beginCellEdit(int keyCode) {
     if (!current.isValid() || isColumnHidden(current.column()))
         return;
     commitCellEdit();
-    d->editRow = current.row() + 1;
-    d->editColumn = current.column() + 1;
-    d->editors->open(d->editColumn, keyCode, d->table.cell(d->editRow, d->editColumn),
-                     visualRect(current));
+    if (!edit(current, AllEditTriggers, nullptr))
+        return;
+    d->editing = current;
+    d->delegate->startEdit(indexWidget(current), keyCode, current.data().toString());
 }
 
+// The model makes the edit one step of the log's undo stack.
 void RunGrid::commitCellEdit() {
-    if (const std::optional<QString> text = d->editors->close())
-        RunEdits::editCell(d->log, d->editRow, d->editColumn, *text);
+    QWidget* editor = indexWidget(d->editing);
+    if (!editor)
+        return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 void RunGrid::setShowColumnMenu(QMenu* menu) {
@@ -238,7 +272,7 @@ void RunGrid::moveToNextShownColumn() {
         if (column == last)
             column = 0;
         ++column;
-        if (d->table.columnWidth(column) >= 1)
+        if (!isRunColumnHidden(column))
             break;
     }
     const QModelIndex target = model()->index(row - 1, column - 1);
@@ -359,7 +393,7 @@ void RunGrid::releaseRightButton(const QPoint& globalPos) {
     d->menus.miColumn->popup(globalPos);
 }
 
-// The corner cell looks like a link, in the colour and underline the run table gives it.
+// The corner cell looks like a link: blue and underlined.
 void RunGrid::paintCorner() {
     QAbstractButton* corner = d->corner;
     QPainter painter(corner);
@@ -369,14 +403,11 @@ void RunGrid::paintCorner() {
     option.position = QStyleOptionHeader::OnlyOneSection;
     style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, corner);
 
-    const RunTable::CellLook look = d->table.look(0, 0);
     QFont font = corner->font();
-    font.setUnderline(look.underline);
-    font.setBold(look.bold);
+    font.setUnderline(true);
     painter.setFont(font);
-    const QColor color = CellColor::toQColor(look.foreground);
-    painter.setPen(color.isValid() ? color : corner->palette().color(QPalette::ButtonText));
-    painter.drawText(option.rect, Qt::AlignCenter, d->table.cell(0, 0));
+    painter.setPen(CellColor::toQColor(CellColor::Link));
+    painter.drawText(option.rect, Qt::AlignCenter, d->cornerText);
 }
 
 // --- The run commands ---

@@ -10,13 +10,20 @@ class RaceLog;
 class RunTable;
 
 // The run table of a race log window (objectName "gridLog"): the view over the runs of a
-// RaceLog, with the header row and the run number column fixed, the four in-place editors
-// (txtTime, txtCtrlDate, cboLane, txtEdit), the keys and mouse rules of run entry, and the two
-// right-click menus: the column menu miColumn and the row menu miRow. Rows and columns in this
-// face are the run table's own numbers (row 0 the header, column 0 the run number).
+// RaceLog, with the header row and the run number column fixed, the cell editors of its
+// RunCellDelegate (txtTime, txtCtrlDate, cboLane, txtEdit), the keys and mouse rules of run
+// entry, and the two right-click menus: the column menu miColumn and the row menu miRow. The
+// widths of the columns and which of them are shown belong to the grid. Rows and columns in
+// this interface are the run table's own numbers (row 0 the header, column 0 the run number).
 class RunGrid : public QTableView {
     Q_OBJECT
 public:
+    // Widths in pixels: the run number column, every other column as the grid opens, and a
+    // column shown again after it was hidden.
+    static constexpr int RunNumberWidth = 38;
+    static constexpr int ColumnWidth = 67;
+    static constexpr int ShownAgainWidth = 76;
+
     // The station gives the live weather and the weather log to the weather imports; the
     // clipboard is the one all race log windows share.
     RunGrid(WeatherStation& station, RunClipboard::Runs& clipboard, RaceLog& log,
@@ -34,6 +41,18 @@ public:
     int currentRunRow() const; // the current cell's row, by the run table's numbering
     int currentRunColumn() const;
     void setCurrentRunCell(int row, int column);
+
+    // Hides or shows a column the user may hide; a column shown again comes back a little
+    // wider. The cells keep their texts. False for a column that cannot be hidden.
+    bool hideRunColumn(int column);
+    bool showRunColumn(int column);
+    bool isRunColumnHidden(int column) const;
+    // The columns shown, the run number first: what the pages of the log show.
+    QList<int> shownColumns() const;
+
+    // The corner cell is the handle of the side panel; the window says what it reads.
+    void setCornerText(const QString& text);
+    QString cornerText() const;
 
     // The commands of the menus, callable by name from the window too.
     void newRun();
@@ -73,7 +92,7 @@ protected:
 
 private:
     void connectMenus();
-    void showColumnWidth(int column);
+    bool setColumnShown(int column, bool shown);
     void moveToNextShownColumn();
     void stepRow(int step);
     bool headerMouseEvent(QObject* watched, QMouseEvent* event);

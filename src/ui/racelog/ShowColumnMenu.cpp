@@ -1,10 +1,10 @@
 #include "ui/racelog/ShowColumnMenu.h"
 
 #include "racelog/ColumnTable.h"
-#include "racelog/RunTable.h"
+#include "ui/racelog/RunGrid.h"
 
-ShowColumnMenu::ShowColumnMenu(RunTable& table, QWidget* parent)
-    : QMenu(QStringLiteral("Show Column"), parent), table(table) {
+ShowColumnMenu::ShowColumnMenu(RunGrid& grid, QWidget* parent)
+    : QMenu(QStringLiteral("Show Column"), parent), grid(grid) {
     setObjectName(QStringLiteral("miShowColumn"));
     for (int number : ColumnTable::ShowColumnMenuOrder) {
         const ColumnTable::Column& column = ColumnTable::Columns[number];
@@ -16,9 +16,9 @@ ShowColumnMenu::ShowColumnMenu(RunTable& table, QWidget* parent)
         action->setChecked(true);
         connect(action, &QAction::triggered, this, [this, number](bool shown) {
             if (shown)
-                this->table.showColumn(number);
+                this->grid.showRunColumn(number);
             else
-                this->table.hideColumn(number);
+                this->grid.hideRunColumn(number);
         });
     }
 }

@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-class RunTable;
+class RunGrid;
 
 // The "Show Column" submenu of a race log window (objectName "miShowColumn"): one checked
 // item for each of the 31 columns that can be hidden, in the order the user knows them. A
@@ -10,7 +10,7 @@ class RunTable;
 class ShowColumnMenu : public QMenu {
     Q_OBJECT
 public:
-    explicit ShowColumnMenu(RunTable& table, QWidget* parent = nullptr);
+    explicit ShowColumnMenu(RunGrid& grid, QWidget* parent = nullptr);
 
     // Runs the item of a column once, as a click on it does.
     void toggleColumn(int column);
@@ -18,5 +18,5 @@ public:
 private:
     QAction* item(int column) const;
 
-    RunTable& table;
+    RunGrid& grid;
 };

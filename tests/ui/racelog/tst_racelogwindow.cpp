@@ -18,6 +18,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -209,10 +210,13 @@ private slots:
     void theGridStartsWithItsWidthsAndCaptions() {
         LogWindow window;
         RunTable& table = window.table();
-        QCOMPARE(table.cell(0, 0), QStringLiteral(">>>"));
-        QCOMPARE(table.columnWidth(0), 570);
+        RunGrid* grid = window.log.grid;
+        QCOMPARE(grid->cornerText(), QStringLiteral(">>>"));
+        QCOMPARE(grid->verticalHeader()->width(), 38);
         for (int column = 1; column < RunTable::ColumnCount; ++column)
-            QCOMPARE(table.columnWidth(column), 1000);
+            QCOMPARE(grid->columnWidth(column - 1), 67);
+        QCOMPARE(grid->model()->headerData(13, Qt::Horizontal).toString(),
+                 QStringLiteral("Timer 2"));
         QCOMPARE(table.cell(0, 14), QStringLiteral("Timer 2"));
         QCOMPARE(table.cell(0, 15), QStringLiteral("Timer 1"));
         QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
@@ -226,18 +230,23 @@ private slots:
         Registry::Set(LogColumnsKey, "RT", "1");
         Registry::Set(LogColumnsKey, "60 ft", "no");
         LogWindow window;
-        QCOMPARE(window.table().columnWidth(18), 0);
-        QCOMPARE(window.table().cell(0, 18), QString());
+        QHeaderView* header = window.log.grid->horizontalHeader();
+        QVERIFY(header->isSectionHidden(17));
+        QVERIFY(window.log.grid->isRunColumnHidden(18));
         QVERIFY(!window.menuItem("miTrackTemp")->isChecked());
-        QCOMPARE(window.table().columnWidth(4), 1000);
-        QCOMPARE(window.table().columnWidth(6), 1000);
+        QVERIFY(!header->isSectionHidden(3));
+        QVERIFY(!header->isSectionHidden(5));
+        QCOMPARE(header->sectionSize(3), 67);
+        QCOMPARE(header->sectionSize(5), 67);
+        QVERIFY(!window.log.grid->shownColumns().contains(18));
         QVERIFY(window.menuItem("miRT")->isChecked());
     }
 
     void aValueUnderTheHeaderCaptionHasNoEffect() {
         Registry::Set(LogColumnsKey, "T. Temp", "0");
         LogWindow window;
-        QCOMPARE(window.table().columnWidth(18), 1000);
+        QVERIFY(!window.log.grid->isRunColumnHidden(18));
+        QCOMPARE(window.log.grid->columnWidth(17), 67);
         QCOMPARE(window.table().cell(0, 18), QStringLiteral("T. Temp"));
     }
 
@@ -265,20 +274,23 @@ private slots:
 
     void toggledOffAndOnAColumnComesBackWider() {
         LogWindow window;
-        RunTable& table = window.table();
+        RunGrid* grid = window.log.grid;
         QAction* item = window.menuItem("mi1320mph");
         item->trigger();
-        QCOMPARE(table.columnWidth(13), 0);
-        QCOMPARE(table.cell(0, 13), QString());
+        QVERIFY(grid->isColumnHidden(12));
         QVERIFY(!item->isChecked());
         item->trigger();
-        QCOMPARE(table.columnWidth(13), 1140);
-        QCOMPARE(table.cell(0, 13), QStringLiteral("1320 MPH"));
+        QVERIFY(!grid->isColumnHidden(12));
+        QCOMPARE(grid->columnWidth(12), 76);
+        QCOMPARE(grid->model()->headerData(12, Qt::Horizontal).toString(),
+                 QStringLiteral("1320 MPH"));
         QVERIFY(item->isChecked());
 
         window.menuItem("miTrackTemp")->trigger();
         window.menuItem("miTrackTemp")->trigger();
-        QCOMPARE(table.cell(0, 18), QStringLiteral("T. Temp"));
+        QVERIFY(!grid->isColumnHidden(17));
+        QCOMPARE(grid->model()->headerData(17, Qt::Horizontal).toString(),
+                 QStringLiteral("T. Temp"));
     }
 
     void aColumnHiddenByTheMenuIsSavedAndShownAfterAReload() {
@@ -287,14 +299,15 @@ private slots:
             LogWindow window;
             window.table().setCell(1, 6, "1.0234");
             window.menuItem("mi60ft")->trigger();
-            QCOMPARE(window.table().columnWidth(6), 0);
+            QVERIFY(window.log.grid->isRunColumnHidden(6));
             window.log.logFile(path, "hidden.trl");
             dialogs->queueAnswer(Dialogs::Answer::Yes);
             QVERIFY(window.log.saveLog(window.log.document().filePath()));
         }
         LogWindow reloaded;
         QVERIFY(reloaded.log.loadFile(path));
-        QCOMPARE(reloaded.table().columnWidth(6), 1000);
+        QVERIFY(!reloaded.log.grid->isRunColumnHidden(6));
+        QCOMPARE(reloaded.log.grid->columnWidth(5), 67);
         QCOMPARE(reloaded.table().cell(0, 6), QStringLiteral("60 ft"));
         QCOMPARE(reloaded.table().cell(1, 6), QStringLiteral("1.0234"));
     }
@@ -309,14 +322,14 @@ private slots:
         QCOMPARE(log.grid->width(), log.width());
 
         emit log.grid->panelToggleRequested();
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
         QCOMPARE(log.grid->x(), window.panel().geometry().right() + 1);
         QCOMPARE(log.grid->geometry().right(), log.width() - 1);
         QCOMPARE(window.panel().height(), log.height());
 
         emit log.grid->panelToggleRequested();
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral(">>>"));
         QVERIFY(window.panel().isHidden());
         QCOMPARE(log.grid->x(), 0);
         QVERIFY(log.grid->hasFocus());
@@ -330,10 +343,10 @@ private slots:
             window.log.grid->findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly);
         QVERIFY(corner);
         QTest::mouseClick(corner, Qt::LeftButton);
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
         QTest::mouseClick(corner, Qt::RightButton);
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral(">>>"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral(">>>"));
         QVERIFY(window.panel().isHidden());
         // The release of the right button may have opened the column menu.
         if (QWidget* menu = QApplication::activePopupWidget())
@@ -379,13 +392,13 @@ private slots:
         LogWindow window;
         window.log.show();
         emit window.log.grid->panelTabRequested(LogSidePanel::PredictTab);
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral("<<<"));
         QVERIFY(window.panel().isVisible());
         QCOMPARE(window.panel().currentIndex(), 2);
         emit window.log.grid->panelTabRequested(LogSidePanel::NotesTab);
         QCOMPARE(window.panel().currentIndex(), 1);
         QVERIFY(window.panel().isVisible());
-        QCOMPARE(window.table().cell(0, 0), QStringLiteral("<<<"));
+        QCOMPARE(window.log.grid->cornerText(), QStringLiteral("<<<"));
     }
 
     void theWindowFollowsItsSize() {

@@ -5,6 +5,7 @@
 #include "racelog/CellColor.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunTable.h"
+#include "ui/racelog/RunCellDelegate.h"
 #include "ui/racelog/RunGrid.h"
 
 #include <QAbstractButton>
@@ -168,15 +169,44 @@ private slots:
 
     // --- The view --------------------------------------------------------------------------
 
-    void widthsComeFromTheRunTable() {
+    void widthsAndHiddenColumnsAreTheGrids() {
         LogWindow log(*station, runClipboard);
         QCOMPARE(log.grid->verticalHeader()->width(), 38);
-        QCOMPARE(log.grid->columnWidth(0), 67);
-        log.table.hideColumn(7);
+        for (int section = 0; section < 33; ++section)
+            QCOMPARE(log.grid->columnWidth(section), 67);
+        log.table.setCell(1, 7, QStringLiteral("5.1"));
+        QVERIFY(log.grid->hideRunColumn(7));
         QVERIFY(log.grid->isColumnHidden(6));
-        log.table.showColumn(7);
+        QVERIFY(log.grid->horizontalHeader()->isSectionHidden(6));
+        QVERIFY(log.grid->isRunColumnHidden(7));
+        QCOMPARE(log.table.cell(1, 7), QStringLiteral("5.1"));
+        QVERIFY(log.grid->showRunColumn(7));
         QVERIFY(!log.grid->isColumnHidden(6));
         QCOMPARE(log.grid->columnWidth(6), 76);
+        QCOMPARE(log.table.cell(1, 7), QStringLiteral("5.1"));
+    }
+
+    void numberTimeAndDateCannotBeHidden() {
+        LogWindow log(*station, runClipboard);
+        for (int column : {0, 1, 2}) {
+            QVERIFY(!log.grid->hideRunColumn(column));
+            QVERIFY(!log.grid->isRunColumnHidden(column));
+        }
+        QVERIFY(!log.grid->hideRunColumn(34));
+        QVERIFY(!log.grid->hideRunColumn(-1));
+    }
+
+    void theShownColumnsLeaveOutTheHiddenOnes() {
+        LogWindow log(*station, runClipboard);
+        QList<int> all;
+        for (int column = 0; column < 34; ++column)
+            all << column;
+        QCOMPARE(log.grid->shownColumns(), all);
+        log.grid->hideRunColumn(9);
+        log.grid->hideRunColumn(33);
+        all.removeOne(9);
+        all.removeOne(33);
+        QCOMPARE(log.grid->shownColumns(), all);
     }
 
     void cornerIsABlueHandle() {
@@ -184,6 +214,7 @@ private slots:
         QVERIFY(log.ready());
         QAbstractButton* corner = log.corner();
         QVERIFY(corner && corner->isVisible());
+        QCOMPARE(log.grid->cornerText(), QStringLiteral(">>>"));
         const QImage image = corner->grab().toImage();
         int blue = 0;
         for (int y = 0; y < image.height(); ++y)
@@ -251,6 +282,33 @@ private slots:
     }
 
     // --- Editing a cell ----------------------------------------------------------------------
+
+    // The kind of each column, worked out from what its cells hold: the time of the run, its
+    // date and its lane have editors of their own; every other column holds a number.
+    void eachColumnOpensTheEditorOfItsKind() {
+        LogWindow log(*station, runClipboard);
+        QVERIFY(log.ready());
+        auto* delegate = qobject_cast<RunCellDelegate*>(log.grid->itemDelegate());
+        QVERIFY(delegate);
+        const QStyleOptionViewItem option;
+        for (int column = 1; column < log.table.Cols(); ++column) {
+            const QString caption = log.table.cell(0, column);
+            const QString expected = caption == u"Time"   ? QStringLiteral("txtTime")
+                                     : caption == u"Date" ? QStringLiteral("txtCtrlDate")
+                                     : caption == u"Lane" ? QStringLiteral("cboLane")
+                                                          : QStringLiteral("txtEdit");
+            const QModelIndex cell = log.table.index(0, column - 1);
+            QWidget* editor = delegate->createEditor(log.grid->viewport(), option, cell);
+            QVERIFY(editor);
+            QCOMPARE(editor->objectName(), expected);
+
+            log.focusCell(1, column);
+            QTest::keyClick(log.grid, Qt::Key_Return);
+            QCOMPARE(log.openEditors(), QStringList{expected});
+            QTest::keyClick(log.grid->focusWidget(), Qt::Key_Escape);
+            QCOMPARE(log.openEditors(), QStringList());
+        }
+    }
 
     void editorsAreHiddenUntilUsed() {
         LogWindow log(*station, runClipboard);
@@ -519,7 +577,7 @@ private slots:
         QVERIFY(log.ready());
         log.grid->setCurrentRunCell(1, 9);
         log.grid->setFocus();
-        log.table.hideColumn(9);
+        log.grid->hideRunColumn(9);
         QTest::keyClick(log.grid, '1');
         QCOMPARE(log.openEditors(), QStringList());
     }
@@ -554,13 +612,13 @@ private slots:
     void tabPassesOverHiddenColumns() {
         LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
-        log.table.hideColumn(5);
-        log.table.hideColumn(6);
+        log.grid->hideRunColumn(5);
+        log.grid->hideRunColumn(6);
         log.focusCell(1, 4);
         QTest::keyClick(log.grid, Qt::Key_Tab);
         QCOMPARE(log.grid->currentRunColumn(), 7);
 
-        log.table.hideColumn(33);
+        log.grid->hideRunColumn(33);
         log.grid->setCurrentRunCell(1, 32);
         QTest::keyClick(log.grid, Qt::Key_Tab);
         QCOMPARE(log.grid->currentRunColumn(), 1);
