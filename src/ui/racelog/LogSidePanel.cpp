@@ -4,8 +4,10 @@
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "racelog/KeyFilters.h"
+#include "racelog/LogFieldTable.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/SidePanelRules.h"
+#include "ui/racelog/FieldControl.h"
 #include "ui/racelog/TextFieldRules.h"
 
 #include <QCheckBox>
@@ -33,10 +35,15 @@ template <typename Widget> Widget* named(Widget* widget, const char* name) {
     return widget;
 }
 
-QLineEdit* lineEdit(const char* name, int maxLength = 32767) {
-    auto* field = named(new QLineEdit, name);
-    field->setMaxLength(maxLength);
-    return field;
+// A control that shows a field of the log is named as the table of the fields names it.
+template <typename Widget> Widget* newFieldControl(RaceLog::Field field) {
+    return named(new Widget, LogFieldTable::row(field).controlName);
+}
+
+QLineEdit* lineEdit(RaceLog::Field field, int maxLength = 32767) {
+    auto* line = newFieldControl<QLineEdit>(field);
+    line->setMaxLength(maxLength);
+    return line;
 }
 
 void addRow(QFormLayout* form, const char* labelName, const QString& caption, QWidget* field) {
@@ -85,7 +92,7 @@ int LogSidePanel::heightShowingEveryField() const {
 }
 
 QWidget* LogSidePanel::settingsPage() {
-    txtDate = lineEdit("txtDate");
+    txtDate = lineEdit(RaceLog::Field::Date);
     imgDate = named(new QToolButton, "imgDate");
     imgDate->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
     imgDate->setAutoRaise(true);
@@ -97,14 +104,14 @@ QWidget* LogSidePanel::settingsPage() {
     auto* dateRow = new QWidget;
     dateRow->setLayout(date);
 
-    cboRaceTrack = named(new QComboBox, "cboRaceTrack");
+    cboRaceTrack = newFieldControl<QComboBox>(RaceLog::Field::RaceTrack);
     cboRaceTrack->setEditable(true);
     cboRaceTrack->setInsertPolicy(QComboBox::NoInsert);
-    txtPF = lineEdit("txtPF");
-    txtTSR = lineEdit("txtTSR");
-    txtPageIdentifier = lineEdit("txtPageIdentifier", 15);
-    txtCarNumber = lineEdit("txtCarNumber", 5);
-    txtFileName = lineEdit("txtFileName");
+    txtPF = lineEdit(RaceLog::Field::PF);
+    txtTSR = lineEdit(RaceLog::Field::TSR);
+    txtPageIdentifier = lineEdit(RaceLog::Field::PageIdentifier, 15);
+    txtCarNumber = lineEdit(RaceLog::Field::CarNumber, 5);
+    txtFileName = named(new QLineEdit, "txtFileName");
     txtFileName->setReadOnly(true);
 
     auto* form = new QFormLayout;
@@ -120,7 +127,7 @@ QWidget* LogSidePanel::settingsPage() {
 }
 
 QWidget* LogSidePanel::notesPage() {
-    txtNotes = named(new QPlainTextEdit, "txtNotes");
+    txtNotes = newFieldControl<QPlainTextEdit>(RaceLog::Field::Notes);
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(txtNotes);
@@ -128,9 +135,9 @@ QWidget* LogSidePanel::notesPage() {
 }
 
 QWidget* LogSidePanel::predictPage() {
-    txtTargetET = lineEdit("txtTargetET");
-    txtAA = lineEdit("txtAA");
-    txtVP = lineEdit("txtVP");
+    txtTargetET = lineEdit(RaceLog::Field::TargetET);
+    txtAA = lineEdit(RaceLog::Field::AA);
+    txtVP = lineEdit(RaceLog::Field::VP);
     cboRefRun = named(new QComboBox, "cboRefRun");
     cmdPredict = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
     chkPagerPredictions =
@@ -206,18 +213,12 @@ void LogSidePanel::fillRaceTracks() {
 }
 
 void LogSidePanel::showLog(RaceLog& log) {
-    for (int i = 0; i <= int(RaceLog::Field::VP); ++i) {
-        const auto field = RaceLog::Field(i);
-        showField(log, field);
-        QWidget* widget = fieldWidget(field);
-        if (auto* line = qobject_cast<QLineEdit*>(widget))
-            connect(line, &QLineEdit::textChanged, &log,
-                    [&log, field](const QString& text) { log.setField(field, text); });
+    for (const LogFieldTable::Row& row : LogFieldTable::Rows) {
+        showField(log, row.field);
+        FieldControl::onTyped(
+            *fieldControl(row.field), log,
+            [&log, field = row.field](const QString& text) { log.setField(field, text); });
     }
-    connect(cboRaceTrack, &QComboBox::currentTextChanged, &log,
-            [&log](const QString& text) { log.setField(RaceLog::Field::RaceTrack, text); });
-    connect(txtNotes, &QPlainTextEdit::textChanged, &log,
-            [&log, this] { log.setField(RaceLog::Field::Notes, txtNotes->toPlainText()); });
     connect(&log, &RaceLog::fieldChanged, this,
             [&log, this](RaceLog::Field field) { showField(log, field); });
 
@@ -229,46 +230,12 @@ void LogSidePanel::showLog(RaceLog& log) {
     connect(&log, &RaceLog::fileChanged, this, [&log, this] { showFile(log); });
 }
 
-QWidget* LogSidePanel::fieldWidget(RaceLog::Field field) const {
-    switch (field) {
-    case RaceLog::Field::Date:
-        return txtDate;
-    case RaceLog::Field::RaceTrack:
-        return cboRaceTrack;
-    case RaceLog::Field::PF:
-        return txtPF;
-    case RaceLog::Field::TSR:
-        return txtTSR;
-    case RaceLog::Field::PageIdentifier:
-        return txtPageIdentifier;
-    case RaceLog::Field::CarNumber:
-        return txtCarNumber;
-    case RaceLog::Field::Notes:
-        return txtNotes;
-    case RaceLog::Field::TargetET:
-        return txtTargetET;
-    case RaceLog::Field::AA:
-        return txtAA;
-    case RaceLog::Field::VP:
-        return txtVP;
-    }
-    return nullptr;
+QWidget* LogSidePanel::fieldControl(RaceLog::Field field) const {
+    return findChild<QWidget*>(QLatin1String(LogFieldTable::row(field).controlName));
 }
 
-// A field that shows the text already is left alone, so the cursor stays where the user
-// types.
 void LogSidePanel::showField(const RaceLog& log, RaceLog::Field field) {
-    const QString text = log.field(field);
-    QWidget* widget = fieldWidget(field);
-    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-        if (line->text() != text)
-            line->setText(text);
-    } else if (widget == cboRaceTrack) {
-        if (cboRaceTrack->currentText() != text)
-            cboRaceTrack->setEditText(text);
-    } else if (txtNotes->toPlainText() != text) {
-        txtNotes->setPlainText(text);
-    }
+    FieldControl::show(*fieldControl(field), log.field(field));
 }
 
 // The list follows the log without telling anyone: its signal is the user's choice.

@@ -61,7 +61,8 @@ private:
     QWidget* notesPage();
     QWidget* predictPage();
     void addFieldRules();
-    QWidget* fieldWidget(RaceLog::Field field) const;
+    // The control that shows the field, found by the name the table of the fields gives it.
+    QWidget* fieldControl(RaceLog::Field field) const;
     void showField(const RaceLog& log, RaceLog::Field field);
     void showReferenceRuns(const RaceLog& log);
     void showFile(const RaceLog& log);

@@ -5,6 +5,7 @@
 #include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
 #include "racelog/Database.h"
+#include "racelog/LogFieldTable.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RaceLogWindow.h"
@@ -425,6 +426,43 @@ private slots:
             QCOMPARE(field->text(), kept);
             QTest::keyClick(field, Qt::Key_Backspace);
             QCOMPARE(field->text(), kept.chopped(1));
+        }
+    }
+
+    // The panel finds each field's control by the name the table of the fields gives it, and
+    // what is typed there goes into the log as one step named after the field.
+    void typingInAFieldOfThePanelIsOneStepNamedAfterIt() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        RaceLog& log = window.log.document();
+        const QList<std::tuple<RaceLog::Field, QWidget*, QString, QString, QString>> fields{
+            {RaceLog::Field::Date, panel.txtDate, "txtDate", "5/4/26", "Edit Date"},
+            {RaceLog::Field::RaceTrack, panel.cboRaceTrack, "cboRaceTrack", "Ennis",
+             "Edit Race Track"},
+            {RaceLog::Field::PF, panel.txtPF, "txtPF", "1.5", "Edit Performance Factor"},
+            {RaceLog::Field::TSR, panel.txtTSR, "txtTSR", "25", "Edit Throttle Stop Ratio"},
+            {RaceLog::Field::PageIdentifier, panel.txtPageIdentifier, "txtPageIdentifier", "Red",
+             "Edit Page Identifier"},
+            {RaceLog::Field::CarNumber, panel.txtCarNumber, "txtCarNumber", "427",
+             "Edit Car Number"},
+            {RaceLog::Field::Notes, panel.txtNotes, "txtNotes", "Windy", "Edit Notes"},
+            {RaceLog::Field::TargetET, panel.txtTargetET, "txtTargetET", "95", "Edit Target ET"},
+            {RaceLog::Field::AA, panel.txtAA, "txtAA", "21", "Edit AA"},
+            {RaceLog::Field::VP, panel.txtVP, "txtVP", "48", "Edit VP"},
+        };
+        QCOMPARE(LogFieldTable::Rows.size(), std::size_t(fields.size()));
+        for (const auto& [field, control, name, typed, step] : fields) {
+            QCOMPARE(QLatin1String(LogFieldTable::row(field).controlName), name);
+            QCOMPARE(panel.findChildren<QWidget*>(name).size(), 1);
+            QCOMPARE(panel.findChild<QWidget*>(name), control);
+            const QString before = log.field(field);
+            const int steps = log.undoStack().count();
+            auto* list = qobject_cast<QComboBox*>(control);
+            QTest::keyClicks(list ? list->lineEdit() : control, typed);
+            QCOMPARE(log.field(field), before + typed);
+            QCOMPARE(log.undoStack().count(), steps + 1);
+            QCOMPARE(log.undoStack().undoText(), step);
         }
     }
 
