@@ -40,12 +40,12 @@ public:
     void printDocument() override;
     void saveAsPdf() override;
 
-    QComboBox* cboRaceLogs;
-    QComboBox* cboRun;
+    QComboBox* raceLogList;
+    QComboBox* runList;
     QLineEdit* txtPF;
-    QPushButton* cmdGraph;
-    QPushButton* cmdSet;
-    QCustomPlot* etGraph;
+    QPushButton* graphButton;
+    QPushButton* setButton;
+    QCustomPlot* graph;
 
 private:
     void buildControls();
@@ -55,7 +55,7 @@ private:
     void setFactor();
     void clickGraph(QMouseEvent* event);
 
-    RaceLogList* logs;
+    RaceLogList* listedLogs;
     QPointer<RaceLog> shownLog;
     int shownSlot = -1;
     QList<PerformanceFactorGraph::Run> usable;
