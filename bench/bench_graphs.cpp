@@ -81,7 +81,7 @@ void BM_ThrottleStopGraphCursorMove(benchmark::State& bench) {
 BENCHMARK(BM_ThrottleStopGraphCursorMove)->Unit(benchmark::kMicrosecond);
 
 // The Trend Finder answers its clearing question with Yes: each round starts on a clean chart.
-class AnswerYes : public Dialogs::Seam {
+class AnswerYes : public Dialogs::Presenter {
 public:
     Dialogs::Answer message(const Dialogs::Message&) override { return Dialogs::Answer::Yes; }
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest&) override {

@@ -1,4 +1,4 @@
-// The race log as a document, without any window: its fields and runs, the one door every
+// The race log as a document, without any window: its fields and runs, the one entry point every
 // change goes through, undo and redo of each kind of change, the clean state that follows
 // the file, and the prediction made from the document.
 #include "SqliteShell.h"
