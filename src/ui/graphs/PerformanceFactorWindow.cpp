@@ -89,12 +89,12 @@ void PerformanceFactorWindow::buildControls() {
     runList = new QComboBox;
     runList->setObjectName(QStringLiteral("cboRun"));
     runList->setMinimumContentsLength(4);
-    txtPF = new QLineEdit;
-    txtPF->setObjectName(QStringLiteral("txtPF"));
-    txtPF->setMaximumWidth(80);
+    pfField = new QLineEdit;
+    pfField->setObjectName(QStringLiteral("txtPF"));
+    pfField->setMaximumWidth(80);
     // The trial factor is typed as the log's own factor is.
     auto* rules = new TextFieldRules(this);
-    rules->add(txtPF, KeyFilters::SignedNumber, [] {});
+    rules->add(pfField, KeyFilters::SignedNumber, [] {});
     graphButton = new QPushButton(QStringLiteral("&Graph"));
     graphButton->setObjectName(QStringLiteral("cmdGraph"));
     setButton = new QPushButton(QStringLiteral("Set &PF"));
@@ -119,8 +119,8 @@ void PerformanceFactorWindow::buildControls() {
     bar->addWidget(raceLogList);
     bar->addWidget(caption(QStringLiteral("&Run"), runList));
     bar->addWidget(runList);
-    bar->addWidget(caption(QStringLiteral("P&F"), txtPF));
-    bar->addWidget(txtPF);
+    bar->addWidget(caption(QStringLiteral("P&F"), pfField));
+    bar->addWidget(pfField);
     bar->addWidget(graphButton);
     bar->addWidget(setButton);
     bar->addStretch();
@@ -152,8 +152,8 @@ void PerformanceFactorWindow::chooseLog() {
         runList->setCurrentIndex(-1);
     }
     const QString factor = log->field(RaceLog::Field::PF);
-    txtPF->setText(NumberText::IsNumeric(factor) ? factor : NoFactor);
-    usable = Graph::usableRuns(*log, NumberText::ToDouble(txtPF->text()).value_or(0.0));
+    pfField->setText(NumberText::IsNumeric(factor) ? factor : NoFactor);
+    usable = Graph::usableRuns(*log, NumberText::ToDouble(pfField->text()).value_or(0.0));
 }
 
 // "All" draws every run afresh; a single run is added to what is drawn. A run whose line
@@ -185,10 +185,10 @@ void PerformanceFactorWindow::drawRuns(int entry) {
 // The slopes for the trial factor; the graph keeps the old lines until a run is picked.
 void PerformanceFactorWindow::regraph() {
     graphButton->setEnabled(false);
-    if (!NumberText::IsNumeric(txtPF->text()))
-        txtPF->setText(NoFactor);
+    if (!NumberText::IsNumeric(pfField->text()))
+        pfField->setText(NoFactor);
     try {
-        Graph::reslope(usable, ComputeCheck::converted(txtPF->text()));
+        Graph::reslope(usable, ComputeCheck::converted(pfField->text()));
         runList->setCurrentIndex(-1);
     } catch (const ComputeFault&) {
         inform(QStringLiteral("Error detected in graph option!"));
@@ -202,7 +202,7 @@ void PerformanceFactorWindow::setFactor() {
     const int entry = raceLogList->currentIndex();
     if (entry < 0 || raceLogList->itemData(entry).toInt() != shownSlot || !shownLog)
         return;
-    const QString factor = txtPF->text();
+    const QString factor = pfField->text();
     if (!NumberText::IsNumeric(factor))
         return;
     shownLog->change(QStringLiteral("Set PF"), [&factor](RaceLogData& log) { log.pf = factor; });

@@ -42,7 +42,7 @@ public:
 
     QComboBox* raceLogList;
     QComboBox* runList;
-    QLineEdit* txtPF;
+    QLineEdit* pfField;
     QPushButton* graphButton;
     QPushButton* setButton;
     QCustomPlot* graph;

@@ -70,9 +70,9 @@ LogSidePanel::LogSidePanel(QWidget* parent) : QTabWidget(parent) {
     addTab(notesPage(), QStringLiteral(" Notes"));
     addTab(predictPage(), QStringLiteral("Predict..."));
     addFieldRules();
-    connect(imgDate, &QToolButton::clicked, this,
-            [this] { txtDate->setText(DateText::LogDateText(QDate::currentDate())); });
-    connect(cmdPredict, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
+    connect(todayButton, &QToolButton::clicked, this,
+            [this] { dateField->setText(DateText::LogDateText(QDate::currentDate())); });
+    connect(predictButton, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
 }
 
 // The tabs' bar and frame come on top of the tallest page; a page that scrolls counts with all
@@ -92,70 +92,70 @@ int LogSidePanel::heightShowingEveryField() const {
 }
 
 QWidget* LogSidePanel::settingsPage() {
-    txtDate = lineEdit(RaceLog::Field::Date);
-    imgDate = named(new QToolButton, "imgDate");
-    imgDate->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
-    imgDate->setAutoRaise(true);
-    imgDate->setToolTip(QStringLiteral("Today's Date"));
+    dateField = lineEdit(RaceLog::Field::Date);
+    todayButton = named(new QToolButton, "imgDate");
+    todayButton->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
+    todayButton->setAutoRaise(true);
+    todayButton->setToolTip(QStringLiteral("Today's Date"));
     auto* date = new QHBoxLayout;
     date->setContentsMargins(0, 0, 0, 0);
-    date->addWidget(txtDate);
-    date->addWidget(imgDate);
+    date->addWidget(dateField);
+    date->addWidget(todayButton);
     auto* dateRow = new QWidget;
     dateRow->setLayout(date);
 
-    cboRaceTrack = newFieldControl<QComboBox>(RaceLog::Field::RaceTrack);
-    cboRaceTrack->setEditable(true);
-    cboRaceTrack->setInsertPolicy(QComboBox::NoInsert);
-    txtPF = lineEdit(RaceLog::Field::PF);
-    txtTSR = lineEdit(RaceLog::Field::TSR);
-    txtPageIdentifier = lineEdit(RaceLog::Field::PageIdentifier, 15);
-    txtCarNumber = lineEdit(RaceLog::Field::CarNumber, 5);
-    txtFileName = named(new QLineEdit, "txtFileName");
-    txtFileName->setReadOnly(true);
+    raceTrackList = newFieldControl<QComboBox>(RaceLog::Field::RaceTrack);
+    raceTrackList->setEditable(true);
+    raceTrackList->setInsertPolicy(QComboBox::NoInsert);
+    pfField = lineEdit(RaceLog::Field::PF);
+    tsrField = lineEdit(RaceLog::Field::TSR);
+    pageIdentifierField = lineEdit(RaceLog::Field::PageIdentifier, 15);
+    carNumberField = lineEdit(RaceLog::Field::CarNumber, 5);
+    fileNameField = named(new QLineEdit, "txtFileName");
+    fileNameField->setReadOnly(true);
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
     addRow(form, "lblDate", QStringLiteral("Date"), dateRow);
-    addRow(form, "lblRaceTrack", QStringLiteral("Race Track"), cboRaceTrack);
-    addRow(form, "lblPF", QStringLiteral("Performance Factor"), txtPF);
-    addRow(form, "lblTSR", QStringLiteral("Throttle Stop Ratio"), txtTSR);
-    addRow(form, "lblPageIdentifier", QStringLiteral("Page Identifier"), txtPageIdentifier);
-    addRow(form, "lblCarNumber", QStringLiteral("Car Number"), txtCarNumber);
-    addRow(form, "lblFileName", QStringLiteral("File Name"), txtFileName);
+    addRow(form, "lblRaceTrack", QStringLiteral("Race Track"), raceTrackList);
+    addRow(form, "lblPF", QStringLiteral("Performance Factor"), pfField);
+    addRow(form, "lblTSR", QStringLiteral("Throttle Stop Ratio"), tsrField);
+    addRow(form, "lblPageIdentifier", QStringLiteral("Page Identifier"), pageIdentifierField);
+    addRow(form, "lblCarNumber", QStringLiteral("Car Number"), carNumberField);
+    addRow(form, "lblFileName", QStringLiteral("File Name"), fileNameField);
     return scrolled("scrollSettings", "fraSettings", form);
 }
 
 QWidget* LogSidePanel::notesPage() {
-    txtNotes = newFieldControl<QPlainTextEdit>(RaceLog::Field::Notes);
+    notesField = newFieldControl<QPlainTextEdit>(RaceLog::Field::Notes);
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
-    layout->addWidget(txtNotes);
+    layout->addWidget(notesField);
     return page;
 }
 
 QWidget* LogSidePanel::predictPage() {
-    txtTargetET = lineEdit(RaceLog::Field::TargetET);
-    txtAA = lineEdit(RaceLog::Field::AA);
-    txtVP = lineEdit(RaceLog::Field::VP);
-    cboRefRun = named(new QComboBox, "cboRefRun");
-    cmdPredict = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
-    chkPagerPredictions =
+    targetEtField = lineEdit(RaceLog::Field::TargetET);
+    aaField = lineEdit(RaceLog::Field::AA);
+    vpField = lineEdit(RaceLog::Field::VP);
+    referenceRunList = named(new QComboBox, "cboRefRun");
+    predictButton = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
+    pagerPredictionsBox =
         named(new QCheckBox(QStringLiteral("Pager Predictions")), "chkPagerPredictions");
 
     auto* buttons = named(new QWidget, "picButtons");
     auto* buttonRow = new QHBoxLayout(buttons);
     buttonRow->setContentsMargins(0, 0, 0, 0);
-    buttonRow->addWidget(cmdPredict);
+    buttonRow->addWidget(predictButton);
     buttonRow->addStretch();
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    addRow(form, "lblTargetET", QStringLiteral("Target ET"), txtTargetET);
-    addRow(form, "lblAA", QStringLiteral("AA"), txtAA);
-    addRow(form, "lblVP", QStringLiteral("VP"), txtVP);
-    addRow(form, "lblRefRun", QStringLiteral("Reference Run"), cboRefRun);
-    form->addRow(chkPagerPredictions);
+    addRow(form, "lblTargetET", QStringLiteral("Target ET"), targetEtField);
+    addRow(form, "lblAA", QStringLiteral("AA"), aaField);
+    addRow(form, "lblVP", QStringLiteral("VP"), vpField);
+    addRow(form, "lblRefRun", QStringLiteral("Reference Run"), referenceRunList);
+    form->addRow(pagerPredictionsBox);
     form->addRow(buttons);
     return scrolled("scrollPredict", "fraPredict", form);
 }
@@ -166,50 +166,50 @@ QWidget* LogSidePanel::predictPage() {
 void LogSidePanel::addFieldRules() {
     auto* rules = new TextFieldRules(this);
     const QList<std::tuple<QLineEdit*, QChar (*)(QChar), std::function<void()>>> fields{
-        {txtDate, KeyFilters::Date,
+        {dateField, KeyFilters::Date,
          [this] {
-             txtDate->setText(
-                 SidePanelRules::settledLogDate(txtDate->text(), QDate::currentDate()));
+             dateField->setText(
+                 SidePanelRules::settledLogDate(dateField->text(), QDate::currentDate()));
          }},
-        {txtPF, KeyFilters::SignedNumber,
+        {pfField, KeyFilters::SignedNumber,
          [this] {
-             if (!NumberText::IsNumeric(txtPF->text()))
-                 complain(txtPF, QStringLiteral("The performance factor is not a number!"),
+             if (!NumberText::IsNumeric(pfField->text()))
+                 complain(pfField, QStringLiteral("The performance factor is not a number!"),
                           QStringLiteral("Performance Factor"));
          }},
-        {txtTSR, KeyFilters::UnsignedNumber,
+        {tsrField, KeyFilters::UnsignedNumber,
          [this] {
-             if (!NumberText::IsNumeric(txtTSR->text()))
-                 complain(txtTSR, QStringLiteral("The throttle stop ratio is not a number!"),
+             if (!NumberText::IsNumeric(tsrField->text()))
+                 complain(tsrField, QStringLiteral("The throttle stop ratio is not a number!"),
                           QStringLiteral("Throttle Stop Ratio"));
          }},
-        {txtPageIdentifier, KeyFilters::Letters,
+        {pageIdentifierField, KeyFilters::Letters,
          [this] {
-             txtPageIdentifier->setText(
-                 SidePanelRules::settledPageIdentifier(txtPageIdentifier->text()));
-             emit pageIdentifierLeft(txtPageIdentifier->text());
+             pageIdentifierField->setText(
+                 SidePanelRules::settledPageIdentifier(pageIdentifierField->text()));
+             emit pageIdentifierLeft(pageIdentifierField->text());
          }},
-        {txtCarNumber, KeyFilters::CarNumber, [] {}},
-        {txtTargetET, KeyFilters::UnsignedNumber,
+        {carNumberField, KeyFilters::CarNumber, [] {}},
+        {targetEtField, KeyFilters::UnsignedNumber,
          [this] {
-             txtTargetET->setText(SidePanelRules::settledTargetET(txtTargetET->text()));
-             if (!NumberText::IsNumeric(txtTargetET->text()))
-                 complain(txtTargetET, QStringLiteral("The target ET is not a number!"),
+             targetEtField->setText(SidePanelRules::settledTargetET(targetEtField->text()));
+             if (!NumberText::IsNumeric(targetEtField->text()))
+                 complain(targetEtField, QStringLiteral("The target ET is not a number!"),
                           QStringLiteral("Target ET"));
          }},
-        {txtAA, KeyFilters::SignedNumber,
-         [this] { txtAA->setText(SidePanelRules::settledPredictInput(txtAA->text())); }},
-        {txtVP, KeyFilters::UnsignedNumber,
-         [this] { txtVP->setText(SidePanelRules::settledPredictInput(txtVP->text())); }},
+        {aaField, KeyFilters::SignedNumber,
+         [this] { aaField->setText(SidePanelRules::settledPredictInput(aaField->text())); }},
+        {vpField, KeyFilters::UnsignedNumber,
+         [this] { vpField->setText(SidePanelRules::settledPredictInput(vpField->text())); }},
     };
     for (const auto& [field, keyFilter, onLeaving] : fields)
         rules->add(field, keyFilter, onLeaving);
 }
 
 void LogSidePanel::fillRaceTracks() {
-    cboRaceTrack->clear();
-    cboRaceTrack->addItems(RaceLogDefaults::RaceTracks());
-    cboRaceTrack->setEditText(QString());
+    raceTrackList->clear();
+    raceTrackList->addItems(RaceLogDefaults::RaceTracks());
+    raceTrackList->setEditText(QString());
 }
 
 void LogSidePanel::showLog(RaceLog& log) {
@@ -224,8 +224,8 @@ void LogSidePanel::showLog(RaceLog& log) {
 
     showReferenceRuns(log);
     connect(&log, &RaceLog::referenceRunChanged, this, [&log, this] { showReferenceRuns(log); });
-    chkPagerPredictions->setChecked(log.pagerPredictions());
-    connect(chkPagerPredictions, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
+    pagerPredictionsBox->setChecked(log.pagerPredictions());
+    connect(pagerPredictionsBox, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
     showFile(log);
     connect(&log, &RaceLog::fileChanged, this, [&log, this] { showFile(log); });
 }
@@ -241,20 +241,20 @@ void LogSidePanel::showField(const RaceLog& log, RaceLog::Field field) {
 // The list follows the log without telling anyone: its signal is the user's choice.
 void LogSidePanel::showReferenceRuns(const RaceLog& log) {
     const RaceLogData& content = log.content();
-    const QSignalBlocker quiet(cboRefRun);
+    const QSignalBlocker quiet(referenceRunList);
     QStringList items;
-    for (int i = 0; i < cboRefRun->count(); ++i)
-        items << cboRefRun->itemText(i);
+    for (int i = 0; i < referenceRunList->count(); ++i)
+        items << referenceRunList->itemText(i);
     if (items != content.refRunItems) {
-        cboRefRun->clear();
-        cboRefRun->addItems(content.refRunItems);
+        referenceRunList->clear();
+        referenceRunList->addItems(content.refRunItems);
     }
-    cboRefRun->setCurrentIndex(content.refRunIndex);
+    referenceRunList->setCurrentIndex(content.refRunIndex);
 }
 
 void LogSidePanel::showFile(const RaceLog& log) {
-    txtFileName->setText(log.fileTitle());
-    txtFileName->setToolTip(log.filePath());
+    fileNameField->setText(log.fileTitle());
+    fileNameField->setToolTip(log.filePath());
 }
 
 void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {

@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(window->windowTitle(), QStringLiteral(" Performance Factor"));
         QCOMPARE(window->raceLogList->objectName(), QStringLiteral("cboRaceLogs"));
         QCOMPARE(window->runList->objectName(), QStringLiteral("cboRun"));
-        QCOMPARE(window->txtPF->objectName(), QStringLiteral("txtPF"));
+        QCOMPARE(window->pfField->objectName(), QStringLiteral("txtPF"));
         QCOMPARE(window->graphButton->objectName(), QStringLiteral("cmdGraph"));
         QCOMPARE(window->graphButton->text(), QStringLiteral("&Graph"));
         QCOMPARE(window->setButton->objectName(), QStringLiteral("cmdSet"));
@@ -143,17 +143,17 @@ private slots:
         GraphWindows windows;
         windows.newLog();
         PerformanceFactorWindow* window = windows.open();
-        window->txtPF->clear();
-        QTest::keyClicks(window->txtPF, QStringLiteral("a5.x-2 "));
-        QCOMPARE(window->txtPF->text(), QStringLiteral("5.-2"));
+        window->pfField->clear();
+        QTest::keyClicks(window->pfField, QStringLiteral("a5.x-2 "));
+        QCOMPARE(window->pfField->text(), QStringLiteral("5.-2"));
         // Focus moves only within the active window.
         windows.main.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&windows.main));
         window->setButton->setFocus();
         QTRY_VERIFY(window->setButton->hasFocus());
-        window->txtPF->setFocus();
-        QTRY_VERIFY(window->txtPF->hasFocus());
-        QTRY_COMPARE(window->txtPF->selectedText(), QStringLiteral("5.-2"));
+        window->pfField->setFocus();
+        QTRY_VERIFY(window->pfField->hasFocus());
+        QTRY_COMPARE(window->pfField->selectedText(), QStringLiteral("5.-2"));
     }
 
     // The log's factor comes into the window; a factor that is no number comes as "0.00".
@@ -164,9 +164,9 @@ private slots:
         RaceLogWindow* second = windows.newLog();
         second->document().setField(RaceLog::Field::PF, "-");
         PerformanceFactorWindow* window = windows.open();
-        QCOMPARE(window->txtPF->text(), QStringLiteral("5"));
+        QCOMPARE(window->pfField->text(), QStringLiteral("5"));
         window->raceLogList->setCurrentIndex(1);
-        QCOMPARE(window->txtPF->text(), QStringLiteral("0.00"));
+        QCOMPARE(window->pfField->text(), QStringLiteral("0.00"));
     }
 
     // "All" draws every run as a line 250 ft of AA either way along its slope, coloured white,
@@ -263,7 +263,7 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        window->txtPF->setText(QStringLiteral("2.5"));
+        window->pfField->setText(QStringLiteral("2.5"));
         QTest::mouseClick(window->graphButton, Qt::LeftButton);
         QCOMPARE(window->runList->currentIndex(), -1);
         QVERIFY(window->graphButton->isEnabled());
@@ -284,9 +284,9 @@ private slots:
         log->document().setField(RaceLog::Field::PF, "5");
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
-        window->txtPF->setText(QStringLiteral("-"));
+        window->pfField->setText(QStringLiteral("-"));
         QTest::mouseClick(window->graphButton, Qt::LeftButton);
-        QCOMPARE(window->txtPF->text(), QStringLiteral("0.00"));
+        QCOMPARE(window->pfField->text(), QStringLiteral("0.00"));
         pickRun(window, 0);
         checkLine(window, 1, 10.2, -350, 0);
     }
@@ -299,7 +299,7 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        window->txtPF->setText(QStringLiteral("10"));
+        window->pfField->setText(QStringLiteral("10"));
         QTest::mouseClick(window->graphButton, Qt::LeftButton);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text, QStringLiteral("Error detected in graph option!"));
@@ -333,18 +333,18 @@ private slots:
         PerformanceFactorWindow* window = windows.open();
         const QString caption = frameCaption(log);
         const int steps = log->document().undoStack().count();
-        window->txtPF->setText(QStringLiteral("5"));
+        window->pfField->setText(QStringLiteral("5"));
         QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("5"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("5"));
         QCOMPARE(log->document().undoStack().count(), steps + 1);
         QCOMPARE(log->document().undoStack().undoText(), QStringLiteral("Set PF"));
         QCOMPARE(frameCaption(log), caption);
         log->document().undoStack().undo();
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("4.25"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("4.25"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("4.25"));
         // A trial that is no number is not set.
-        window->txtPF->setText(QStringLiteral("-"));
+        window->pfField->setText(QStringLiteral("-"));
         QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("4.25"));
     }
@@ -379,7 +379,7 @@ private slots:
         QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 3"}));
         QCOMPARE(window->raceLogList->currentIndex(), 0);
         // Set PF with the first log chosen goes to it.
-        window->txtPF->setText(QStringLiteral("3"));
+        window->pfField->setText(QStringLiteral("3"));
         QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(third->document().field(RaceLog::Field::PF), QStringLiteral("3"));
     }

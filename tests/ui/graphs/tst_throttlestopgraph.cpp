@@ -438,7 +438,7 @@ private slots:
         const QString page = log->document().prediction().line().pagerMessage;
         window->setButton->click();
         QCOMPARE(document.field(RaceLog::Field::TSR), QStringLiteral("0.010000"));
-        QCOMPARE(log->sidePanel->txtTSR->text(), QStringLiteral("0.010000"));
+        QCOMPARE(log->sidePanel->tsrField->text(), QStringLiteral("0.010000"));
         QCOMPARE(document.undoStack().count(), steps + 1);
         QCOMPARE(document.undoStack().undoText(), QStringLiteral("Set TSR"));
         QCOMPARE(log->findChild<QAction*>("miUndo")->text(), QStringLiteral("Undo Set TSR"));
