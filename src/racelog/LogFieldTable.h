@@ -7,9 +7,9 @@
 #include <cstddef>
 
 // The text fields of a race log in one table: for each field, where the log keeps its text,
-// the caption that names a step of typing in it ("Edit Performance Factor") and the
-// objectName of the control that shows it in the side panel. The log and the panel both read
-// it, so a field is added in one place.
+// its caption in the side panel, which also names a step of typing in it ("Edit Performance
+// Factor"), and the objectName of the control that shows it there. The log and the panel both
+// read it, so a field is added in one place.
 namespace LogFieldTable {
 
 struct Row {

@@ -50,6 +50,11 @@ void addRow(QFormLayout* form, const char* labelName, const QString& caption, QW
     form->addRow(named(new QLabel(caption), labelName), field);
 }
 
+// A field's caption is the one the table of the fields gives it, which also names its steps.
+void addFieldRow(QFormLayout* form, const char* labelName, RaceLog::Field field, QWidget* control) {
+    addRow(form, labelName, QLatin1String(LogFieldTable::row(field).caption), control);
+}
+
 // The fields of a tab stand on an area of their own that scrolls when the tab is short.
 QScrollArea* scrolled(const char* areaName, const char* frameName, QLayout* fields) {
     auto* frame = named(new QWidget, frameName);
@@ -116,12 +121,12 @@ QWidget* LogSidePanel::settingsPage() {
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    addRow(form, "lblDate", QStringLiteral("Date"), dateRow);
-    addRow(form, "lblRaceTrack", QStringLiteral("Race Track"), raceTrackList);
-    addRow(form, "lblPF", QStringLiteral("Performance Factor"), pfField);
-    addRow(form, "lblTSR", QStringLiteral("Throttle Stop Ratio"), tsrField);
-    addRow(form, "lblPageIdentifier", QStringLiteral("Page Identifier"), pageIdentifierField);
-    addRow(form, "lblCarNumber", QStringLiteral("Car Number"), carNumberField);
+    addFieldRow(form, "lblDate", RaceLog::Field::Date, dateRow);
+    addFieldRow(form, "lblRaceTrack", RaceLog::Field::RaceTrack, raceTrackList);
+    addFieldRow(form, "lblPF", RaceLog::Field::PF, pfField);
+    addFieldRow(form, "lblTSR", RaceLog::Field::TSR, tsrField);
+    addFieldRow(form, "lblPageIdentifier", RaceLog::Field::PageIdentifier, pageIdentifierField);
+    addFieldRow(form, "lblCarNumber", RaceLog::Field::CarNumber, carNumberField);
     addRow(form, "lblFileName", QStringLiteral("File Name"), fileNameField);
     return scrolled("scrollSettings", "fraSettings", form);
 }
@@ -151,9 +156,9 @@ QWidget* LogSidePanel::predictPage() {
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    addRow(form, "lblTargetET", QStringLiteral("Target ET"), targetEtField);
-    addRow(form, "lblAA", QStringLiteral("AA"), aaField);
-    addRow(form, "lblVP", QStringLiteral("VP"), vpField);
+    addFieldRow(form, "lblTargetET", RaceLog::Field::TargetET, targetEtField);
+    addFieldRow(form, "lblAA", RaceLog::Field::AA, aaField);
+    addFieldRow(form, "lblVP", RaceLog::Field::VP, vpField);
     addRow(form, "lblRefRun", QStringLiteral("Reference Run"), referenceRunList);
     form->addRow(pagerPredictionsBox);
     form->addRow(buttons);
