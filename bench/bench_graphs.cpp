@@ -55,9 +55,9 @@ void BM_ThrottleStopGraphChooses1000RunLog(benchmark::State& bench) {
     window.resize(window.sizeHint());
     window.show();
     for (auto _ : bench) {
-        window.cboRaceLogs->setCurrentIndex(-1);
-        window.cboRaceLogs->setCurrentIndex(0);
-        window.tsGraph->replot();
+        window.raceLogList->setCurrentIndex(-1);
+        window.raceLogList->setCurrentIndex(0);
+        window.graph->replot();
     }
 }
 BENCHMARK(BM_ThrottleStopGraphChooses1000RunLog)->Unit(benchmark::kMillisecond);
@@ -70,18 +70,18 @@ void BM_ThrottleStopGraphCursorMove(benchmark::State& bench) {
     ThrottleStopGraphWindow window(station.raceLogs());
     window.resize(window.sizeHint());
     window.show();
-    window.cboRaceLogs->setCurrentIndex(0);
-    window.cboGraph->setCurrentIndex(1);
+    window.raceLogList->setCurrentIndex(0);
+    window.mouseModeList->setCurrentIndex(1);
     double step = 0;
     for (auto _ : bench) {
         step = step > 0.1 ? 0 : step + 0.001;
-        window.tsGraph->setCursorPosition(0, QPointF(9.4 + step, 1.3 + step));
+        window.graph->setCursorPosition(0, QPointF(9.4 + step, 1.3 + step));
     }
 }
 BENCHMARK(BM_ThrottleStopGraphCursorMove)->Unit(benchmark::kMicrosecond);
 
 // The Trend Finder answers its clearing question with Yes: each round starts on a clean chart.
-class AnswerYes : public Dialogs::Seam {
+class AnswerYes : public Dialogs::Presenter {
 public:
     Dialogs::Answer message(const Dialogs::Message&) override { return Dialogs::Answer::Yes; }
     std::optional<Dialogs::FileChoice> chooseFile(const Dialogs::FileRequest&) override {
@@ -102,10 +102,10 @@ void BM_TrendFinderDraws1000RunLog(benchmark::State& bench) {
     window.resize(window.sizeHint());
     window.show();
     for (auto _ : bench) {
-        window.cboRaceLogs->setCurrentIndex(-1);
-        window.cboRaceLogs->setCurrentIndex(0);
-        emit window.cboChart->activated(4);
-        window.runGraph->replot();
+        window.raceLogList->setCurrentIndex(-1);
+        window.raceLogList->setCurrentIndex(0);
+        emit window.quantityList->activated(4);
+        window.graph->replot();
     }
     Dialogs::Install(nullptr);
 }
@@ -122,14 +122,14 @@ void BM_PerformanceFactorGraph1000Runs(benchmark::State& bench) {
     window.show();
     for (auto _ : bench) {
         bench.PauseTiming();
-        window.cboRaceLogs->setCurrentIndex(0);
+        window.raceLogList->setCurrentIndex(0);
         bench.ResumeTiming();
-        window.cboRaceLogs->setCurrentIndex(1);
-        window.cboRun->setCurrentIndex(0);
+        window.raceLogList->setCurrentIndex(1);
+        window.runList->setCurrentIndex(0);
         // Drawn and painted into the graph's buffer by the pick itself.
-        emit window.cboRun->activated(0);
+        emit window.runList->activated(0);
     }
-    if (window.etGraph->plottableCount() != 1000)
+    if (window.graph->plottableCount() != 1000)
         bench.SkipWithError("not every run was drawn");
 }
 BENCHMARK(BM_PerformanceFactorGraph1000Runs)->Unit(benchmark::kMillisecond);

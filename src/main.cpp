@@ -12,7 +12,7 @@ namespace {
 
 // A person answers the boxes, unless the process is run by a test: then the answers come
 // from TARNWICK_SCRIPTED_DIALOGS and every box is printed.
-std::unique_ptr<Dialogs::Seam> dialogSeam(QTextStream& out) {
+std::unique_ptr<Dialogs::Presenter> dialogPresenter(QTextStream& out) {
     if (!qEnvironmentVariableIsSet("TARNWICK_SCRIPTED_DIALOGS"))
         return std::make_unique<WidgetDialogs>();
     auto scripted = std::make_unique<ScriptedDialogs>();
@@ -26,7 +26,7 @@ std::unique_ptr<Dialogs::Seam> dialogSeam(QTextStream& out) {
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QTextStream out(stdout);
-    const auto dialogs = dialogSeam(out);
+    const auto dialogs = dialogPresenter(out);
     Startup startup(QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
     if (const auto exitCode = startup.Main())
         return *exitCode;

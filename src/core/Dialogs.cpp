@@ -3,19 +3,19 @@
 namespace Dialogs {
 
 namespace {
-Seam* installedSeam = nullptr;
+Presenter* installedPresenter = nullptr;
 }
 
-void Install(Seam* seam) {
-    installedSeam = seam;
+void Install(Presenter* presenter) {
+    installedPresenter = presenter;
 }
 
-Seam* Installed() {
-    return installedSeam;
+Presenter* Installed() {
+    return installedPresenter;
 }
 
 Answer Show(const Message& message) {
-    return installedSeam ? installedSeam->message(message) : message.defaultAnswer;
+    return installedPresenter ? installedPresenter->message(message) : message.defaultAnswer;
 }
 
 void Inform(const QString& text, const QString& title, Icon icon) {
@@ -23,19 +23,19 @@ void Inform(const QString& text, const QString& title, Icon icon) {
 }
 
 std::optional<FileChoice> ChooseFile(const FileRequest& request) {
-    return installedSeam ? installedSeam->chooseFile(request) : std::nullopt;
+    return installedPresenter ? installedPresenter->chooseFile(request) : std::nullopt;
 }
 
 std::optional<QColor> ChooseColor(const QColor& initial) {
-    return installedSeam ? installedSeam->chooseColor(initial) : std::nullopt;
+    return installedPresenter ? installedPresenter->chooseColor(initial) : std::nullopt;
 }
 
 bool ChoosePrinter(QPagedPaintDevice& printer) {
-    return installedSeam && installedSeam->choosePrinter(printer);
+    return installedPresenter && installedPresenter->choosePrinter(printer);
 }
 
 bool UsePrinter(QPagedPaintDevice& printer) {
-    return installedSeam && installedSeam->usePrinter(printer);
+    return installedPresenter && installedPresenter->usePrinter(printer);
 }
 
 QList<QPair<QString, QString>> FilterPairs(const QString& filter) {

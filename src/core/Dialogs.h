@@ -6,9 +6,10 @@
 
 class QPagedPaintDevice;
 
-// Every message box and file, print or colour dialog of the program goes through this one seam.
-// The windows install a seam that shows real dialogs; a test installs one that answers from
-// a script, so no person is needed. With no seam installed, a box answers its default.
+// Every message box and file, print or colour dialog of the program goes through this one
+// interface, the dialog presenter. The windows install a presenter that shows real dialogs; a
+// test installs one that answers from a script, so no person is needed. With no presenter
+// installed, a box answers its default.
 namespace Dialogs {
 
 enum class Icon { None, Information, Critical, Question, Exclamation };
@@ -40,9 +41,9 @@ struct FileChoice {
     QString title; // file name without folder
 };
 
-class Seam {
+class Presenter {
 public:
-    virtual ~Seam() = default;
+    virtual ~Presenter() = default;
     virtual Answer message(const Message& message) = 0;
     // nullopt when the user cancels
     virtual std::optional<FileChoice> chooseFile(const FileRequest& request) = 0;
@@ -54,16 +55,16 @@ public:
     virtual bool usePrinter(QPagedPaintDevice& printer) = 0;
 };
 
-// Install a seam (nullptr removes it). The caller keeps ownership.
-void Install(Seam* seam);
-Seam* Installed();
+// Install a presenter (nullptr removes it). The caller keeps ownership.
+void Install(Presenter* presenter);
+Presenter* Installed();
 
 Answer Show(const Message& message);
 // A one-button information box, the most common kind.
 void Inform(const QString& text, const QString& title, Icon icon = Icon::Information);
 std::optional<FileChoice> ChooseFile(const FileRequest& request);
 std::optional<QColor> ChooseColor(const QColor& initial);
-// With no seam installed nothing is printed.
+// With no presenter installed nothing is printed.
 bool ChoosePrinter(QPagedPaintDevice& printer);
 bool UsePrinter(QPagedPaintDevice& printer);
 

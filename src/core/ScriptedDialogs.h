@@ -6,11 +6,11 @@
 #include <QQueue>
 #include <QTextStream>
 
-// A dialog seam that answers from a script instead of a person. Tests install it in the
+// A dialog presenter that answers from a script instead of a person. Tests install it in the
 // process; a process started with TARNWICK_SCRIPTED_DIALOGS set installs it too, reads its
 // answers from that variable ("Ok,Yes,No") and prints every box it answers to standard
 // output as "MESSAGE: <title> | <text>", so a test that starts the real program can see it.
-class ScriptedDialogs : public Dialogs::Seam {
+class ScriptedDialogs : public Dialogs::Presenter {
 public:
     ScriptedDialogs();
     ~ScriptedDialogs() override;
@@ -45,5 +45,5 @@ private:
     QQueue<QColor> colors;
     QQueue<bool> printers;
     QTextStream* echo = nullptr;
-    Dialogs::Seam* previous = nullptr;
+    Dialogs::Presenter* previous = nullptr;
 };

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QString>
 
-// One small face for every source of instrument bytes: a serial port, a TCP connection to
+// One small interface for every source of instrument bytes: a serial port, a TCP connection to
 // the relay, the built-in simulator and the replay of a recorded feed. The feed never cares
 // which one it reads.
 class InstrumentLink : public QObject {

@@ -9,7 +9,7 @@ namespace PagerComposer {
 namespace {
 
 bool takesPart(const std::optional<PagerEntry>& slot) {
-    return slot && slot->chkPagerPredictions;
+    return slot && slot->inPage;
 }
 
 // The instrument's relay takes plain single-byte text.

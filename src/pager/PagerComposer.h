@@ -15,8 +15,8 @@ namespace PagerComposer {
 
 // One open race log as the pager sees it.
 struct PagerEntry {
-    bool chkPagerPredictions = false; // the log takes part in the page
-    QString pagerMessage;             // its last published prediction, empty before the first
+    bool inPage = false;  // the log takes part in the page
+    QString pagerMessage; // its last published prediction, empty before the first
 };
 // The race log slots in order; an empty slot is nullopt.
 using PagerSlots = QList<std::optional<PagerEntry>>;

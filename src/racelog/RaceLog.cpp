@@ -1,35 +1,14 @@
 #include "racelog/RaceLog.h"
 
+#include "racelog/LogFieldTable.h"
 #include "racelog/RunEdits.h"
 
 #include <QUndoCommand>
-#include <array>
 
 namespace {
 
-constexpr std::array<QString RaceLogFields::*, 10> FieldMembers{
-    &RaceLogFields::date,  &RaceLogFields::raceTrack,      &RaceLogFields::pf,
-    &RaceLogFields::tsr,   &RaceLogFields::pageIdentifier, &RaceLogFields::carNumber,
-    &RaceLogFields::notes, &RaceLogFields::targetET,       &RaceLogFields::aa,
-    &RaceLogFields::vp,
-};
-
-// The captions of the fields in the side panel, which name their steps.
-constexpr std::array<const char*, 10> FieldCaptions{
-    "Date",
-    "Race Track",
-    "Performance Factor",
-    "Throttle Stop Ratio",
-    "Page Identifier",
-    "Car Number",
-    "Notes",
-    "Target ET",
-    "AA",
-    "VP",
-};
-
 QString RaceLogFields::*member(RaceLog::Field field) {
-    return FieldMembers[std::size_t(field)];
+    return LogFieldTable::row(field).member;
 }
 
 // Typing in one field joins the step before it while that step is of the same field.
@@ -93,7 +72,7 @@ void RaceLog::setField(Field field, const QString& text) {
     data.*member(field) = text;
     announce(before.fields);
     undo.push(new RaceLogChange(
-        *this, QStringLiteral("Edit ") + QLatin1String(FieldCaptions[std::size_t(field)]), before,
+        *this, QStringLiteral("Edit ") + QLatin1String(LogFieldTable::row(field).caption), before,
         state(), FieldStepId + int(field)));
 }
 
@@ -157,9 +136,9 @@ void RaceLog::settle() {
 // changed only a field, stay as they are now.
 void RaceLog::restore(const State& from, const State& to) {
     const RaceLogFields before = data;
-    for (QString RaceLogFields::*field : FieldMembers) {
-        if (from.fields.*field != to.fields.*field)
-            data.*field = to.fields.*field;
+    for (const LogFieldTable::Row& row : LogFieldTable::Rows) {
+        if (from.fields.*row.member != to.fields.*row.member)
+            data.*row.member = to.fields.*row.member;
     }
     if (from.fields.refRunItems != to.fields.refRunItems ||
         from.fields.refRunIndex != to.fields.refRunIndex) {
@@ -172,9 +151,9 @@ void RaceLog::restore(const State& from, const State& to) {
 }
 
 void RaceLog::announce(const RaceLogFields& before) {
-    for (std::size_t i = 0; i < FieldMembers.size(); ++i) {
-        if (before.*FieldMembers[i] != data.*FieldMembers[i])
-            emit fieldChanged(Field(i));
+    for (const LogFieldTable::Row& row : LogFieldTable::Rows) {
+        if (before.*row.member != data.*row.member)
+            emit fieldChanged(row.field);
     }
     if (before.refRunItems != data.refRunItems || before.refRunIndex != data.refRunIndex)
         emit referenceRunChanged();

@@ -1,10 +1,11 @@
-// The race log as a document, without any window: its fields and runs, the one door every
+// The race log as a document, without any window: its fields and runs, the one entry point every
 // change goes through, undo and redo of each kind of change, the clean state that follows
 // the file, and the prediction made from the document.
 #include "SqliteShell.h"
 #include "core/WeatherRecord.h"
 #include "prediction/LogPrediction.h"
 #include "racelog/CellColor.h"
+#include "racelog/LogFieldTable.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RunEdits.h"
 
@@ -12,6 +13,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -268,6 +271,35 @@ private slots:
         log.undoStack().undo();
         QCOMPARE(log.field(Field::Notes), QString());
         QVERIFY(!log.isModified());
+    }
+
+    // Each field keeps its text in its own member and names its step after its caption.
+    void everyFieldHasOneRowOfItsOwnInTheTableOfFields() {
+        const QList<std::tuple<Field, QString RaceLogFields::*, QString>> fields{
+            {Field::Date, &RaceLogFields::date, "Edit Date"},
+            {Field::RaceTrack, &RaceLogFields::raceTrack, "Edit Race Track"},
+            {Field::PF, &RaceLogFields::pf, "Edit Performance Factor"},
+            {Field::TSR, &RaceLogFields::tsr, "Edit Throttle Stop Ratio"},
+            {Field::PageIdentifier, &RaceLogFields::pageIdentifier, "Edit Page Identifier"},
+            {Field::CarNumber, &RaceLogFields::carNumber, "Edit Car Number"},
+            {Field::Notes, &RaceLogFields::notes, "Edit Notes"},
+            {Field::TargetET, &RaceLogFields::targetET, "Edit Target ET"},
+            {Field::AA, &RaceLogFields::aa, "Edit AA"},
+            {Field::VP, &RaceLogFields::vp, "Edit VP"},
+        };
+        QCOMPARE(LogFieldTable::Rows.size(), std::size_t(fields.size()));
+        for (const auto& [field, member, step] : fields) {
+            const auto rows = std::count_if(
+                LogFieldTable::Rows.begin(), LogFieldTable::Rows.end(),
+                [wanted = field](const LogFieldTable::Row& row) { return row.field == wanted; });
+            QCOMPARE(rows, 1);
+            QVERIFY(LogFieldTable::row(field).member == member);
+            RaceLog log;
+            log.setField(field, QStringLiteral("7"));
+            QCOMPARE(log.content().*member, QStringLiteral("7"));
+            QCOMPARE(log.undoStack().count(), 1);
+            QCOMPARE(undoText(log), step);
+        }
     }
 
     void typingBackToTheStartLeavesNothingToUndo() {

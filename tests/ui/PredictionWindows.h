@@ -89,11 +89,11 @@ inline void fillReferenceRun(RaceLogWindow* log, int row = 1) {
 
 inline void fillFields(RaceLogWindow* log) {
     LogSidePanel* panel = log->sidePanel;
-    panel->txtAA->setText(QStringLiteral("2100"));
-    panel->txtVP->setText(QStringLiteral("0.487"));
-    panel->txtPF->setText(QStringLiteral("5"));
-    panel->txtTargetET->setText(QStringLiteral("9.50"));
-    panel->txtTSR->setText(QStringLiteral("0.25"));
+    panel->aaField->setText(QStringLiteral("2100"));
+    panel->vpField->setText(QStringLiteral("0.487"));
+    panel->pfField->setText(QStringLiteral("5"));
+    panel->targetEtField->setText(QStringLiteral("9.50"));
+    panel->tsrField->setText(QStringLiteral("0.25"));
 }
 
 inline void fill(RaceLogWindow* log) {

@@ -23,7 +23,7 @@ StripChartWindow::StripChartWindow(ViewTable::View view, OpenViews& views, QWidg
     graph = new StripChart(table, this);
     buildMenu();
     connect(graph, &StripChart::rightButtonPressed, this,
-            [this](const QPoint& position) { miOptions->popup(position); });
+            [this](const QPoint& position) { popupMenu->popup(position); });
     resize(sizeHint());
     fitChart();
 }
@@ -33,10 +33,10 @@ LiveViewWindow* StripChartWindow::make(ViewTable::View view, OpenViews& views) {
 }
 
 void StripChartWindow::buildMenu() {
-    miOptions = new QMenu(QStringLiteral("Options"), this);
-    miOptions->setObjectName(QStringLiteral("miOptions"));
+    popupMenu = new QMenu(QStringLiteral("Options"), this);
+    popupMenu->setObjectName(QStringLiteral("miOptions"));
     const auto entry = [this](const QString& name, const QString& text) {
-        QAction* action = miOptions->addAction(text);
+        QAction* action = popupMenu->addAction(text);
         action->setObjectName(name);
         return action;
     };
@@ -44,7 +44,7 @@ void StripChartWindow::buildMenu() {
             &StripChartWindow::printDocument);
     connect(entry(QStringLiteral("mnuPDFExport"), QStringLiteral("PDF Export...")),
             &QAction::triggered, this, &StripChartWindow::saveAsPdf);
-    miOptions->addSeparator();
+    popupMenu->addSeparator();
     for (int line = 0; line < table.plots.size(); ++line) {
         const std::optional<StripCharts::Cursor>& cursor = table.plots[line].cursor;
         if (!cursor) {
@@ -56,14 +56,14 @@ void StripChartWindow::buildMenu() {
         connect(action, &QAction::triggered, this, [this, line] { showCursor(line); });
         cursorEntries << action;
     }
-    miOptions->addSeparator();
+    popupMenu->addSeparator();
     const StripCharts::MenuEntry center = StripCharts::centerEntry(table);
     connect(entry(center.name, center.text), &QAction::triggered, this,
             &StripChartWindow::centerCursors);
     const StripCharts::MenuEntry remove = StripCharts::removeEntry(table);
     connect(entry(remove.name, remove.text), &QAction::triggered, this,
             &StripChartWindow::removeCursors);
-    miOptions->addSeparator();
+    popupMenu->addSeparator();
     connect(entry(QStringLiteral("miRemoveAnnotations"), QStringLiteral("Remove Annotations")),
             &QAction::triggered, graph, &StripChart::removeAnnotations);
 }

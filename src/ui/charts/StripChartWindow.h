@@ -23,7 +23,7 @@ public:
     static LiveViewWindow* make(ViewTable::View view, OpenViews& views);
 
     StripChart* chart() const { return graph; }
-    QMenu* optionsMenu() const { return miOptions; }
+    QMenu* optionsMenu() const { return popupMenu; }
 
     void showReading(const WeatherRecord& reading, const QString& statusLine) override;
     void addLoggedPoint(float t, const QList<float>& values) override;
@@ -53,7 +53,7 @@ private:
 
     const StripCharts::Chart& table;
     StripChart* graph;
-    QMenu* miOptions;
+    QMenu* popupMenu;
     // The menu entry of each line's cursor; nullptr for a line without one.
     QList<QAction*> cursorEntries;
 };

@@ -81,33 +81,34 @@ PortDialog::PortDialog(InstrumentConnection& connection, FeedWatchdog& watchdog,
 
     auto* networkGroup = new QGroupBox(QStringLiteral("Network Interface"), this);
     auto* networkForm = new QFormLayout(networkGroup);
-    cboHost = comboBox(QStringLiteral("cboHost"),
-                       {QStringLiteral("None"), QStringLiteral("localhost")}, true, networkGroup);
-    cboPort = comboBox(QStringLiteral("cboPort"), {QStringLiteral("None"), QStringLiteral("5555")},
-                       true, networkGroup);
-    addRow(networkForm, QStringLiteral("Host:"), cboHost);
-    addRow(networkForm, QStringLiteral("Port:"), cboPort);
+    hostList = comboBox(QStringLiteral("cboHost"),
+                        {QStringLiteral("None"), QStringLiteral("localhost")}, true, networkGroup);
+    portList = comboBox(QStringLiteral("cboPort"), {QStringLiteral("None"), QStringLiteral("5555")},
+                        true, networkGroup);
+    addRow(networkForm, QStringLiteral("Host:"), hostList);
+    addRow(networkForm, QStringLiteral("Port:"), portList);
 
     auto* alarmGroup = new QGroupBox(QStringLiteral("Old Weather"), this);
     auto* alarmForm = new QFormLayout(alarmGroup);
-    txtNoWeather = new QLineEdit(alarmGroup);
-    txtNoWeather->setObjectName(QStringLiteral("txtNoWeather"));
-    txtNoWeather->setValidator(new QIntValidator(0, 3600, txtNoWeather));
-    txtNoWeather->setToolTip(QStringLiteral(
+    warnAfterField = new QLineEdit(alarmGroup);
+    warnAfterField->setObjectName(QStringLiteral("txtNoWeather"));
+    warnAfterField->setValidator(new QIntValidator(0, 3600, warnAfterField));
+    warnAfterField->setToolTip(QStringLiteral(
         "Seconds without weather before the status line, the race logs and the page warn"));
-    addRow(alarmForm, QStringLiteral("&Warn after (s):"), txtNoWeather);
+    addRow(alarmForm, QStringLiteral("&Warn after (s):"), warnAfterField);
 
-    cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
-    cmdCancel =
+    okButton = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    cancelButton =
         DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
-    cmdApply = DialogParts::NamedButton(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
-    cmdRestoreDefaults = DialogParts::NamedButton(QStringLiteral("cmdRestoreDefaults"),
-                                                  QStringLiteral("&Restore Defaults"), this);
-    cmdOK->setDefault(true);
+    applyButton =
+        DialogParts::NamedButton(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
+    restoreDefaultsButton = DialogParts::NamedButton(QStringLiteral("cmdRestoreDefaults"),
+                                                     QStringLiteral("&Restore Defaults"), this);
+    okButton->setDefault(true);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdRestoreDefaults);
+    buttons->addWidget(restoreDefaultsButton);
     buttons->addStretch();
-    for (QPushButton* each : {cmdOK, cmdCancel, cmdApply})
+    for (QPushButton* each : {okButton, cancelButton, applyButton})
         buttons->addWidget(each);
 
     auto* layout = new QVBoxLayout(this);
@@ -123,12 +124,12 @@ PortDialog::PortDialog(InstrumentConnection& connection, FeedWatchdog& watchdog,
 
 void PortDialog::buildLists(QFormLayout* form) {
     QWidget* group = form->parentWidget();
-    cboComPort = comboBox(QStringLiteral("cboComPort"), comPortEntries(), false, group);
-    addRow(form, QStringLiteral("Com Port:"), cboComPort);
+    comPortList = comboBox(QStringLiteral("cboComPort"), comPortEntries(), false, group);
+    addRow(form, QStringLiteral("Com Port:"), comPortList);
 #ifndef Q_OS_WIN
-    txtDevice = new QLineEdit(group);
-    txtDevice->setObjectName(QStringLiteral("txtDevice"));
-    addRow(form, QStringLiteral("De&vice:"), txtDevice);
+    deviceField = new QLineEdit(group);
+    deviceField->setObjectName(QStringLiteral("txtDevice"));
+    addRow(form, QStringLiteral("De&vice:"), deviceField);
 #endif
     for (const LineListEntry& entry : LineListTable) {
         QComboBox* box = comboBox(QString::fromLatin1(entry.name), entry.entries, false, group);
@@ -139,34 +140,34 @@ void PortDialog::buildLists(QFormLayout* form) {
 
 void PortDialog::showSettings() {
     const PortSettings& settings = connection.portSettings;
-    cboComPort->setCurrentIndex(settings.comPort);
+    comPortList->setCurrentIndex(settings.comPort);
     showDevice(settings.comPort);
     for (const LineList& list : lineLists)
         list.box->setCurrentIndex(settings.*list.setting);
-    cboHost->setEditText(settings.host);
-    cboPort->setEditText(settings.tcpPort);
-    txtNoWeather->setText(QString::number(watchdog.threshold()));
-    cmdApply->setEnabled(false);
-    cmdRestoreDefaults->setEnabled(false);
+    hostList->setEditText(settings.host);
+    portList->setEditText(settings.tcpPort);
+    warnAfterField->setText(QString::number(watchdog.threshold()));
+    applyButton->setEnabled(false);
+    restoreDefaultsButton->setEnabled(false);
 }
 
 // Connected only once the settings are shown, so showing them changes nothing.
 void PortDialog::followChanges() {
-    connect(cboComPort, &QComboBox::currentIndexChanged, this, &PortDialog::comPortChanged);
-    if (txtDevice)
-        connect(txtDevice, &QLineEdit::textEdited, this, &PortDialog::deviceEdited);
+    connect(comPortList, &QComboBox::currentIndexChanged, this, &PortDialog::comPortChanged);
+    if (deviceField)
+        connect(deviceField, &QLineEdit::textEdited, this, &PortDialog::deviceEdited);
     for (const LineList& list : lineLists)
         connect(list.box, &QComboBox::currentIndexChanged, this, &PortDialog::listChanged);
-    for (QComboBox* box : {cboHost, cboPort})
+    for (QComboBox* box : {hostList, portList})
         connect(box, &QComboBox::editTextChanged, this, &PortDialog::hostOrPortChanged);
-    connect(txtNoWeather, &QLineEdit::textEdited, this, &PortDialog::listChanged);
-    connect(cmdRestoreDefaults, &QPushButton::clicked, this, &PortDialog::restoreDefaults);
-    connect(cmdApply, &QPushButton::clicked, this, &PortDialog::apply);
-    connect(cmdOK, &QPushButton::clicked, this, [this] {
+    connect(warnAfterField, &QLineEdit::textEdited, this, &PortDialog::listChanged);
+    connect(restoreDefaultsButton, &QPushButton::clicked, this, &PortDialog::restoreDefaults);
+    connect(applyButton, &QPushButton::clicked, this, &PortDialog::apply);
+    connect(okButton, &QPushButton::clicked, this, [this] {
         apply();
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void PortDialog::centreOnScreen() {
@@ -176,33 +177,33 @@ void PortDialog::centreOnScreen() {
 }
 
 void PortDialog::listChanged() {
-    cmdApply->setEnabled(true);
-    cmdRestoreDefaults->setEnabled(true);
+    applyButton->setEnabled(true);
+    restoreDefaultsButton->setEnabled(true);
 }
 
 void PortDialog::comPortChanged(int index) {
-    cmdApply->setEnabled(true);
+    applyButton->setEnabled(true);
     showDevice(index);
     // TCP/IP needs a relay to read from; offer the usual one.
     if (index == TcpIpComPort) {
-        if (cboHost->currentText().trimmed().isEmpty())
-            pickEntry(cboHost, 1);
-        if (cboPort->currentText().trimmed().isEmpty())
-            pickEntry(cboPort, 1);
+        if (hostList->currentText().trimmed().isEmpty())
+            pickEntry(hostList, 1);
+        if (portList->currentText().trimmed().isEmpty())
+            pickEntry(portList, 1);
     }
 }
 
 void PortDialog::showDevice(int comPort) {
-    if (!txtDevice)
+    if (!deviceField)
         return;
-    txtDevice->setEnabled(isComEntry(comPort));
-    txtDevice->setText(isComEntry(comPort) ? editedDevices.value(comPort, PortDevice(comPort))
-                                           : QString());
+    deviceField->setEnabled(isComEntry(comPort));
+    deviceField->setText(isComEntry(comPort) ? editedDevices.value(comPort, PortDevice(comPort))
+                                             : QString());
 }
 
 void PortDialog::deviceEdited(const QString& device) {
-    editedDevices[cboComPort->currentIndex()] = device;
-    cmdApply->setEnabled(true);
+    editedDevices[comPortList->currentIndex()] = device;
+    applyButton->setEnabled(true);
 }
 
 // A new relay address means the old connection is wrong now, before anything is applied.
@@ -214,35 +215,35 @@ void PortDialog::hostOrPortChanged() {
 void PortDialog::restoreDefaults() {
     for (const LineList& list : lineLists)
         list.box->setCurrentIndex(list.defaultIndex);
-    pickEntry(cboHost, 0);
-    pickEntry(cboPort, 0);
-    txtNoWeather->setText(QString::number(FeedWatchdog::DefaultThreshold));
-    cmdRestoreDefaults->setEnabled(false);
+    pickEntry(hostList, 0);
+    pickEntry(portList, 0);
+    warnAfterField->setText(QString::number(FeedWatchdog::DefaultThreshold));
+    restoreDefaultsButton->setEnabled(false);
 }
 
 void PortDialog::apply() {
     storeToMemory();
-    connection.applyLink(cboHost->currentText(), cboPort->currentText());
-    cmdApply->setEnabled(false);
+    connection.applyLink(hostList->currentText(), portList->currentText());
+    applyButton->setEnabled(false);
 }
 
 void PortDialog::storeToMemory() {
     PortSettings& settings = connection.portSettings;
-    settings.comPort = qint16(cboComPort->currentIndex());
+    settings.comPort = qint16(comPortList->currentIndex());
     for (const LineList& list : lineLists)
         settings.*list.setting = qint16(list.box->currentIndex());
     // An emptied box keeps what was there before here; applying the link right after takes
     // the boxes again as they are, so an emptied box still drops the relay.
-    if (const QString host = cboHost->currentText().trimmed(); !host.isEmpty())
+    if (const QString host = hostList->currentText().trimmed(); !host.isEmpty())
         settings.host = host;
-    if (const QString port = cboPort->currentText().trimmed(); !port.isEmpty())
+    if (const QString port = portList->currentText().trimmed(); !port.isEmpty())
         settings.tcpPort = port;
     for (auto device = editedDevices.cbegin(); device != editedDevices.cend(); ++device)
         SetPortDevice(device.key(), device.value());
     editedDevices.clear();
     // Too short a wait, or none, warns of every pause between two lines: such a value is
     // the default, and the field shows what is used.
-    const int seconds = FeedWatchdog::thresholdFromText(txtNoWeather->text());
+    const int seconds = FeedWatchdog::thresholdFromText(warnAfterField->text());
     watchdog.keepThreshold(seconds);
-    txtNoWeather->setText(QString::number(seconds));
+    warnAfterField->setText(QString::number(seconds));
 }

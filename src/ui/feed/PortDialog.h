@@ -33,16 +33,16 @@ private:
 
     InstrumentConnection& connection;
     FeedWatchdog& watchdog;
-    QComboBox* cboComPort;
-    QLineEdit* txtDevice = nullptr; // where a COM entry has no fixed device name
+    QComboBox* comPortList;
+    QLineEdit* deviceField = nullptr; // where a COM entry has no fixed device name
     QList<LineList> lineLists;
-    QComboBox* cboHost;
-    QComboBox* cboPort;
-    QLineEdit* txtNoWeather;
-    QPushButton* cmdOK;
-    QPushButton* cmdCancel;
-    QPushButton* cmdApply;
-    QPushButton* cmdRestoreDefaults;
+    QComboBox* hostList;
+    QComboBox* portList;
+    QLineEdit* warnAfterField;
+    QPushButton* okButton;
+    QPushButton* cancelButton;
+    QPushButton* applyButton;
+    QPushButton* restoreDefaultsButton;
     QMap<int, QString> editedDevices; // by COM entry, until Apply or OK stores them
 
     void buildLists(QFormLayout* form);

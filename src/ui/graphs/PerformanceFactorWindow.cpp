@@ -67,13 +67,13 @@ PerformanceFactorWindow::PerformanceFactorWindow(OpenRaceLogs& raceLogs, QWidget
     new KeptPlacement(*this, PlacementKey);
     setWindowTitle(QStringLiteral(" Performance Factor"));
     buildControls();
-    logs = new RaceLogList(*cboRaceLogs, raceLogs);
-    connect(cboRaceLogs, &QComboBox::currentIndexChanged, this,
+    listedLogs = new RaceLogList(*raceLogList, raceLogs);
+    connect(raceLogList, &QComboBox::currentIndexChanged, this,
             &PerformanceFactorWindow::chooseLog);
-    connect(cboRun, &QComboBox::activated, this, &PerformanceFactorWindow::drawRuns);
-    connect(cmdGraph, &QPushButton::clicked, this, &PerformanceFactorWindow::regraph);
-    connect(cmdSet, &QPushButton::clicked, this, &PerformanceFactorWindow::setFactor);
-    connect(etGraph, &QCustomPlot::mousePress, this, &PerformanceFactorWindow::clickGraph);
+    connect(runList, &QComboBox::activated, this, &PerformanceFactorWindow::drawRuns);
+    connect(graphButton, &QPushButton::clicked, this, &PerformanceFactorWindow::regraph);
+    connect(setButton, &QPushButton::clicked, this, &PerformanceFactorWindow::setFactor);
+    connect(graph, &QCustomPlot::mousePress, this, &PerformanceFactorWindow::clickGraph);
     // The list starts on its first log, ready for a run to be picked.
     chooseLog();
 }
@@ -83,31 +83,31 @@ QWidget* PerformanceFactorWindow::make(OpenRaceLogs& raceLogs) {
 }
 
 void PerformanceFactorWindow::buildControls() {
-    cboRaceLogs = new QComboBox;
-    cboRaceLogs->setObjectName(QStringLiteral("cboRaceLogs"));
-    cboRaceLogs->setMinimumContentsLength(12);
-    cboRun = new QComboBox;
-    cboRun->setObjectName(QStringLiteral("cboRun"));
-    cboRun->setMinimumContentsLength(4);
-    txtPF = new QLineEdit;
-    txtPF->setObjectName(QStringLiteral("txtPF"));
-    txtPF->setMaximumWidth(80);
+    raceLogList = new QComboBox;
+    raceLogList->setObjectName(QStringLiteral("cboRaceLogs"));
+    raceLogList->setMinimumContentsLength(12);
+    runList = new QComboBox;
+    runList->setObjectName(QStringLiteral("cboRun"));
+    runList->setMinimumContentsLength(4);
+    pfField = new QLineEdit;
+    pfField->setObjectName(QStringLiteral("txtPF"));
+    pfField->setMaximumWidth(80);
     // The trial factor is typed as the log's own factor is.
     auto* rules = new TextFieldRules(this);
-    rules->add(txtPF, KeyFilters::SignedNumber, [] {});
-    cmdGraph = new QPushButton(QStringLiteral("&Graph"));
-    cmdGraph->setObjectName(QStringLiteral("cmdGraph"));
-    cmdSet = new QPushButton(QStringLiteral("Set &PF"));
-    cmdSet->setObjectName(QStringLiteral("cmdSet"));
+    rules->add(pfField, KeyFilters::SignedNumber, [] {});
+    graphButton = new QPushButton(QStringLiteral("&Graph"));
+    graphButton->setObjectName(QStringLiteral("cmdGraph"));
+    setButton = new QPushButton(QStringLiteral("Set &PF"));
+    setButton->setObjectName(QStringLiteral("cmdSet"));
 
-    etGraph = new QCustomPlot;
-    etGraph->setObjectName(QStringLiteral("etGraph"));
+    graph = new QCustomPlot;
+    graph->setObjectName(QStringLiteral("etGraph"));
     // A line per run, and a log can hold a season of runs: no legend keeps track of them.
-    etGraph->setAutoAddPlottableToLegend(false);
-    etGraph->setBackground(Backdrop);
-    etGraph->axisRect()->setBackground(Backdrop);
-    paintAxis(etGraph->xAxis, QStringLiteral("ET"));
-    paintAxis(etGraph->yAxis, QStringLiteral("AA"));
+    graph->setAutoAddPlottableToLegend(false);
+    graph->setBackground(Backdrop);
+    graph->axisRect()->setBackground(Backdrop);
+    paintAxis(graph->xAxis, QStringLiteral("ET"));
+    paintAxis(graph->yAxis, QStringLiteral("AA"));
 
     auto* bar = new QHBoxLayout;
     const auto caption = [this](const QString& text, QWidget* buddy) {
@@ -115,45 +115,45 @@ void PerformanceFactorWindow::buildControls() {
         label->setBuddy(buddy);
         return label;
     };
-    bar->addWidget(caption(QStringLiteral("Race &Log"), cboRaceLogs));
-    bar->addWidget(cboRaceLogs);
-    bar->addWidget(caption(QStringLiteral("&Run"), cboRun));
-    bar->addWidget(cboRun);
-    bar->addWidget(caption(QStringLiteral("P&F"), txtPF));
-    bar->addWidget(txtPF);
-    bar->addWidget(cmdGraph);
-    bar->addWidget(cmdSet);
+    bar->addWidget(caption(QStringLiteral("Race &Log"), raceLogList));
+    bar->addWidget(raceLogList);
+    bar->addWidget(caption(QStringLiteral("&Run"), runList));
+    bar->addWidget(runList);
+    bar->addWidget(caption(QStringLiteral("P&F"), pfField));
+    bar->addWidget(pfField);
+    bar->addWidget(graphButton);
+    bar->addWidget(setButton);
     bar->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bar);
-    layout->addWidget(etGraph, 1);
+    layout->addWidget(graph, 1);
 }
 
 // A log's runs become the lists of the graph; nothing is drawn until a run is picked. A log
 // whose entry only moved in the list (a log opened before it) is still the one shown.
 void PerformanceFactorWindow::chooseLog() {
-    const int entry = cboRaceLogs->currentIndex();
-    const int slot = entry >= 0 ? cboRaceLogs->itemData(entry).toInt() : -1;
-    RaceLog* log = logs->chosen();
+    const int entry = raceLogList->currentIndex();
+    const int slot = entry >= 0 ? raceLogList->itemData(entry).toInt() : -1;
+    RaceLog* log = listedLogs->chosen();
     if (!log || (log == shownLog && slot == shownSlot))
         return;
     shownLog = log;
     shownSlot = slot;
 
-    etGraph->clearPlottables();
-    etGraph->replot();
+    graph->clearPlottables();
+    graph->replot();
     const RunTable& table = log->runs();
     {
-        const QSignalBlocker quiet(cboRun);
-        cboRun->clear();
-        cboRun->addItem(QStringLiteral("All"));
+        const QSignalBlocker quiet(runList);
+        runList->clear();
+        runList->addItem(QStringLiteral("All"));
         for (int run = 1; run < table.tableRows(); ++run)
-            cboRun->addItem(QString::number(run));
-        cboRun->setCurrentIndex(-1);
+            runList->addItem(QString::number(run));
+        runList->setCurrentIndex(-1);
     }
     const QString factor = log->field(RaceLog::Field::PF);
-    txtPF->setText(NumberText::IsNumeric(factor) ? factor : NoFactor);
-    usable = Graph::usableRuns(*log, NumberText::ToDouble(txtPF->text()).value_or(0.0));
+    pfField->setText(NumberText::IsNumeric(factor) ? factor : NoFactor);
+    usable = Graph::usableRuns(*log, NumberText::ToDouble(pfField->text()).value_or(0.0));
 }
 
 // "All" draws every run afresh; a single run is added to what is drawn. A run whose line
@@ -163,7 +163,7 @@ void PerformanceFactorWindow::drawRuns(int entry) {
         return;
     QList<Graph::Run> taken;
     if (entry == 0) {
-        etGraph->clearPlottables();
+        graph->clearPlottables();
         taken = usable;
     } else if (entry <= usable.size()) {
         taken.append(usable[entry - 1]);
@@ -171,38 +171,38 @@ void PerformanceFactorWindow::drawRuns(int entry) {
     try {
         for (const Graph::Run& run : taken) {
             const Graph::Line line = Graph::lineThrough(run);
-            auto* plot = new QCPCurve(etGraph->xAxis, etGraph->yAxis);
-            plot->setPen(QPen(Graph::plotColour(etGraph->plottableCount()), 2));
+            auto* plot = new QCPCurve(graph->xAxis, graph->yAxis);
+            plot->setPen(QPen(Graph::plotColour(graph->plottableCount()), 2));
             plot->setData(QList<double>{line.x[0], line.x[1]}, QList<double>{line.y[0], line.y[1]});
         }
     } catch (const ComputeFault&) {
         // The lines drawn so far stay.
     }
-    scaleToData(*etGraph);
-    etGraph->replot();
+    scaleToData(*graph);
+    graph->replot();
 }
 
 // The slopes for the trial factor; the graph keeps the old lines until a run is picked.
 void PerformanceFactorWindow::regraph() {
-    cmdGraph->setEnabled(false);
-    if (!NumberText::IsNumeric(txtPF->text()))
-        txtPF->setText(NoFactor);
+    graphButton->setEnabled(false);
+    if (!NumberText::IsNumeric(pfField->text()))
+        pfField->setText(NoFactor);
     try {
-        Graph::reslope(usable, ComputeCheck::converted(txtPF->text()));
-        cboRun->setCurrentIndex(-1);
+        Graph::reslope(usable, ComputeCheck::converted(pfField->text()));
+        runList->setCurrentIndex(-1);
     } catch (const ComputeFault&) {
         inform(QStringLiteral("Error detected in graph option!"));
     }
-    cmdGraph->setEnabled(true);
+    graphButton->setEnabled(true);
 }
 
 // The factor goes into the log as typed, as one step the log can undo. The log predicts with
 // it at the next reading or Predict.
 void PerformanceFactorWindow::setFactor() {
-    const int entry = cboRaceLogs->currentIndex();
-    if (entry < 0 || cboRaceLogs->itemData(entry).toInt() != shownSlot || !shownLog)
+    const int entry = raceLogList->currentIndex();
+    if (entry < 0 || raceLogList->itemData(entry).toInt() != shownSlot || !shownLog)
         return;
-    const QString factor = txtPF->text();
+    const QString factor = pfField->text();
     if (!NumberText::IsNumeric(factor))
         return;
     shownLog->change(QStringLiteral("Set PF"), [&factor](RaceLogData& log) { log.pf = factor; });
@@ -214,25 +214,25 @@ void PerformanceFactorWindow::clickGraph(QMouseEvent* event) {
     try {
         if (event->button() == Qt::LeftButton) {
             if (tracking != ZoomTracking)
-                scaleToData(*etGraph);
+                scaleToData(*graph);
             tracking = ZoomTracking;
-            etGraph->setSelectionRectMode(QCP::srmZoom);
+            graph->setSelectionRectMode(QCP::srmZoom);
         } else if (event->button() == Qt::RightButton) {
-            for (QCPAxis* axis : {etGraph->xAxis, etGraph->yAxis})
+            for (QCPAxis* axis : {graph->xAxis, graph->yAxis})
                 axis->setRange(axis->range().lower - 0.2, axis->range().upper + 0.2);
             tracking = ClickTracking;
-            etGraph->setSelectionRectMode(QCP::srmNone);
+            graph->setSelectionRectMode(QCP::srmNone);
         }
-        etGraph->replot();
+        graph->replot();
     } catch (const std::exception&) {
         inform(QStringLiteral("Error detected in graph function!"));
     }
 }
 
 void PerformanceFactorWindow::printDocument() {
-    ChartPrinting::print(ChartPrinting::drawingOf(*etGraph));
+    ChartPrinting::print(ChartPrinting::drawingOf(*graph));
 }
 
 void PerformanceFactorWindow::saveAsPdf() {
-    ChartPrinting::saveAsPdf(QStringLiteral("Performance Factor"), *etGraph);
+    ChartPrinting::saveAsPdf(QStringLiteral("Performance Factor"), *graph);
 }

@@ -40,12 +40,12 @@ public:
     void printDocument() override;
     void saveAsPdf() override;
 
-    QComboBox* cboRaceLogs;
-    QComboBox* cboRun;
-    QLineEdit* txtPF;
-    QPushButton* cmdGraph;
-    QPushButton* cmdSet;
-    QCustomPlot* etGraph;
+    QComboBox* raceLogList;
+    QComboBox* runList;
+    QLineEdit* pfField;
+    QPushButton* graphButton;
+    QPushButton* setButton;
+    QCustomPlot* graph;
 
 private:
     void buildControls();
@@ -55,7 +55,7 @@ private:
     void setFactor();
     void clickGraph(QMouseEvent* event);
 
-    RaceLogList* logs;
+    RaceLogList* listedLogs;
     QPointer<RaceLog> shownLog;
     int shownSlot = -1;
     QList<PerformanceFactorGraph::Run> usable;

@@ -1,17 +1,10 @@
 #pragma once
 
 #include "prediction/ThrottleStopPoints.h"
-#include "ui/output/PrintableWindow.h"
+#include "ui/graphs/RunGraphWindow.h"
 
-#include <QWidget>
-
-class OpenRaceLogs;
-class QComboBox;
 class QLabel;
 class QPushButton;
-class RaceLog;
-class RaceLogList;
-class RunGraph;
 
 // The window "Throttle Stop Ratio": a race log's runs as their ET at the model's common
 // altitude against their throttle stop timer, a cloud of points per lane. The crew lays the
@@ -19,29 +12,21 @@ class RunGraph;
 // ratio that "Set TSR" writes into the log. "Fit" lays the cursors by least squares instead,
 // along the line through the points of the chosen lanes, and tells how far the points stray
 // from it.
-class ThrottleStopGraphWindow : public QWidget, public PrintableWindow {
+class ThrottleStopGraphWindow : public RunGraphWindow {
     Q_OBJECT
 public:
     explicit ThrottleStopGraphWindow(OpenRaceLogs& raceLogs, QWidget* parent = nullptr);
 
     static QWidget* make(OpenRaceLogs& raceLogs);
 
-    QSize sizeHint() const override;
-    void printDocument() override;
-    void saveAsPdf() override;
-
-    QComboBox* cboRaceLogs;
-    QComboBox* cboGraph;
-    QComboBox* cboCursors;
-    QComboBox* cboLanes;
-    QLabel* lblCursor[2];
-    QPushButton* cmdSet;
-    RunGraph* tsGraph;
+    QComboBox* laneList;
+    QLabel* cursorLabel[2];
+    QPushButton* setButton;
 
 private:
-    void drawChosenLog();
-    void chooseMouseMode(int mode);
-    void chooseCursorMode(int mode);
+    void logChosen() override;
+    void chooseMouseMode(int mode) override;
+    void chooseCursorMode(int mode) override;
     void showCursors();
     void fitCursors();
     void setTsr();
@@ -49,6 +34,5 @@ private:
     RaceLog* openChosenLog() const;
 
     OpenRaceLogs& raceLogs;
-    RaceLogList* logs;
     ThrottleStopPoints::Lanes shownLanes;
 };

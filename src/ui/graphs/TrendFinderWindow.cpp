@@ -6,15 +6,10 @@
 #include "prediction/TrendColumns.h"
 #include "racelog/OpenRaceLogs.h"
 #include "racelog/RaceLog.h"
-#include "ui/charts/ChartPrinting.h"
-#include "ui/graphs/RaceLogList.h"
 #include "ui/graphs/RunGraph.h"
-#include "ui/shell/WindowPlacement.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QVBoxLayout>
 #include <array>
 
 namespace {
@@ -45,85 +40,50 @@ QString placementKey() {
 
 } // namespace
 
-TrendFinderWindow::TrendFinderWindow(OpenRaceLogs& raceLogs, QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("frmGraph"));
-    new KeptPlacement(*this, placementKey());
-    setWindowTitle(Caption);
-    setAttribute(Qt::WA_DeleteOnClose);
-
-    cboRaceLogs = new QComboBox(this);
-    cboRaceLogs->setObjectName(QStringLiteral("cboRaceLogs"));
-    cboRaceLogs->setToolTip(QStringLiteral("Race Logs"));
-    cboRaceLogs->setMinimumContentsLength(14);
-    cboChart = new QComboBox(this);
-    cboChart->setObjectName(QStringLiteral("cboChart"));
+TrendFinderWindow::TrendFinderWindow(OpenRaceLogs& raceLogs, QWidget* parent)
+    : RunGraphWindow(raceLogs,
+                     {"frmGraph",
+                      Caption,
+                      placementKey(),
+                      {820, 520},
+                      {QStringLiteral("Float"), QStringLiteral("Snap")},
+                      1,
+                      "runGraph"},
+                     parent) {
+    quantityList = new QComboBox(this);
+    quantityList->setObjectName(QStringLiteral("cboChart"));
     for (const TrendColumns::Quantity& quantity : TrendColumns::Quantities)
-        cboChart->addItem(quantity.entry.toString());
-    cboChart->setCurrentIndex(-1);
-    cboGraph = new QComboBox(this);
-    cboGraph->setObjectName(QStringLiteral("cboGraph"));
-    cboGraph->addItems(RunGraph::MouseModes);
-    cboCursors = new QComboBox(this);
-    cboCursors->setObjectName(QStringLiteral("cboCursors"));
-    cboCursors->addItems({QStringLiteral("Float"), QStringLiteral("Snap")});
-    lblCursor = new QLabel(QStringLiteral("0.0000"), this);
-    lblCursor->setObjectName(QStringLiteral("lblCursor"));
-    lblCursor->setMinimumWidth(
-        lblCursor->fontMetrics().horizontalAdvance(QStringLiteral("00000.0000")));
+        quantityList->addItem(quantity.entry.toString());
+    quantityList->setCurrentIndex(-1);
+    cursorLabel = new QLabel(QStringLiteral("0.0000"), this);
+    cursorLabel->setObjectName(QStringLiteral("lblCursor"));
+    cursorLabel->setMinimumWidth(
+        cursorLabel->fontMetrics().horizontalAdvance(QStringLiteral("00000.0000")));
 
-    runGraph = new RunGraph(1, this);
-    runGraph->setObjectName(QStringLiteral("runGraph"));
-    runGraph->xAxis->setLabel(QStringLiteral("Run"));
+    graph->xAxis->setLabel(QStringLiteral("Run"));
     for (std::size_t i = 0; i < TrendColumns::Quantities.size(); ++i) {
         QCPGraph* plot =
-            runGraph->addPlot(TrendColumns::Quantities[i].plot.toString(), PlotColors[i], true);
+            graph->addPlot(TrendColumns::Quantities[i].plot.toString(), PlotColors[i], true);
         plot->removeFromLegend();
     }
-    runGraph->legend->setBrush(QColor(0, 0, 0, 200));
-    runGraph->legend->setBorderPen(QPen(QColor(200, 200, 200)));
-    runGraph->legend->setTextColor(QColor(200, 200, 200));
+    graph->legend->setBrush(QColor(0, 0, 0, 200));
+    graph->legend->setBorderPen(QPen(QColor(200, 200, 200)));
+    graph->legend->setTextColor(QColor(200, 200, 200));
 
-    auto* controls = new QHBoxLayout;
-    controls->addWidget(new QLabel(QStringLiteral("Race Logs"), this));
-    controls->addWidget(cboRaceLogs);
-    controls->addWidget(cboChart);
-    controls->addWidget(cboGraph);
-    controls->addWidget(cboCursors);
-    controls->addWidget(lblCursor);
-    controls->addStretch();
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(controls);
-    layout->addWidget(runGraph, 1);
-
-    // Choosing a log draws nothing; the quantity chosen afterwards does.
-    logs = new RaceLogList(*cboRaceLogs, raceLogs);
-    cboRaceLogs->setCurrentIndex(-1);
-    connect(cboRaceLogs, &QComboBox::currentIndexChanged, this, &TrendFinderWindow::askToClear);
     // Choosing the same quantity again appends its column once more.
-    connect(cboChart, &QComboBox::activated, this, &TrendFinderWindow::drawQuantity);
-    connect(cboGraph, &QComboBox::currentIndexChanged, this, &TrendFinderWindow::chooseMouseMode);
-    connect(cboCursors, &QComboBox::currentIndexChanged, runGraph, &RunGraph::chooseCursorMode);
-    connect(runGraph, &RunGraph::cursorMoved, this, [this] {
-        lblCursor->setText(
-            NumberText::Format(float(runGraph->cursorPosition(0).y()), QStringLiteral("0.0000")));
+    connect(quantityList, &QComboBox::activated, this, &TrendFinderWindow::drawQuantity);
+    connect(graph, &RunGraph::cursorMoved, this, [this] {
+        cursorLabel->setText(
+            NumberText::Format(float(graph->cursorPosition(0).y()), QStringLiteral("0.0000")));
     });
-
-    cboCursors->setCurrentIndex(0);
-    chooseMouseMode(0);
+    layOut({quantityList, mouseModeList, cursorModeList, cursorLabel, nullptr});
 }
 
 QWidget* TrendFinderWindow::make(OpenRaceLogs& raceLogs) {
     return new TrendFinderWindow(raceLogs);
 }
 
-QSize TrendFinderWindow::sizeHint() const {
-    return {820, 520};
-}
-
-// A new log may be laid over what stands or start on a clean chart.
-void TrendFinderWindow::askToClear() {
-    if (cboRaceLogs->currentIndex() < 0)
-        return;
+void TrendFinderWindow::logChosen() {
     Dialogs::Message question;
     question.text = QStringLiteral("Question:\r\n  Would you like to clear the graph?");
     question.title = QStringLiteral("Graph Clear");
@@ -132,18 +92,17 @@ void TrendFinderWindow::askToClear() {
     question.defaultAnswer = Dialogs::Answer::Yes;
     if (Dialogs::Show(question) != Dialogs::Answer::Yes)
         return;
-    runGraph->clearData();
-    for (int i = 0; i < runGraph->graphCount(); ++i)
-        runGraph->graph(i)->removeFromLegend();
-    runGraph->legend->setVisible(false);
+    graph->clearData();
+    for (int i = 0; i < graph->graphCount(); ++i)
+        graph->graph(i)->removeFromLegend();
+    graph->legend->setVisible(false);
 }
 
 // The column goes on after the points its plot holds, one run further along for each value.
 void TrendFinderWindow::drawQuantity(int index) {
-    if (index < 0 || index >= int(TrendColumns::Quantities.size()) ||
-        cboRaceLogs->currentIndex() < 0)
+    if (index < 0 || index >= int(TrendColumns::Quantities.size()))
         return;
-    RaceLog* log = logs->chosen();
+    RaceLog* log = chosenLog();
     if (!log)
         return;
     const TrendColumns::Quantity& quantity = TrendColumns::Quantities[std::size_t(index)];
@@ -151,30 +110,13 @@ void TrendFinderWindow::drawQuantity(int index) {
     const std::vector<float> values =
         TrendColumns::values([&runs](int row, int column) { return runs.cell(row, column); },
                              runs.tableRows() - 1, quantity.column);
-    QCPGraph* plot = runGraph->plot(quantity.plot.toString());
+    QCPGraph* plot = graph->plot(quantity.plot.toString());
     double run = plot->dataCount();
     for (const float value : values)
         plot->addData(run += 1, value);
     if (!plot->data()->isEmpty()) {
         plot->addToLegend();
-        runGraph->legend->setVisible(true);
+        graph->legend->setVisible(true);
     }
-    runGraph->fitAxes();
-}
-
-void TrendFinderWindow::chooseMouseMode(int mode) {
-    runGraph->setMouseMode(mode);
-    cboCursors->setVisible(mode == RunGraph::Cursors);
-    if (mode == RunGraph::Cursors) {
-        cboCursors->setCurrentIndex(0);
-        runGraph->chooseCursorMode(0);
-    }
-}
-
-void TrendFinderWindow::printDocument() {
-    ChartPrinting::print(ChartPrinting::drawingOf(*runGraph));
-}
-
-void TrendFinderWindow::saveAsPdf() {
-    ChartPrinting::saveAsPdf(Caption, *runGraph);
+    graph->fitAxes();
 }

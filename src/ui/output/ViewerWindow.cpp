@@ -49,7 +49,7 @@ ViewerWindow* ViewerWindow::open(QMdiArea& mdi, Viewers::Kind kind, PageDocument
 
 ViewerWindow::ViewerWindow(Viewers::Kind viewerKind, PageDocument document, QWidget* parent)
     : QWidget(parent), kind(viewerKind), pages(std::move(document)), zoom(Settings::LoadScale()),
-      preview(new PagePreview), area(new QScrollArea(this)), lblPage(new QLabel(this)) {
+      preview(new PagePreview), area(new QScrollArea(this)), pageLabel(new QLabel(this)) {
     const Viewers::Viewer& row = Viewers::viewer(kind);
     setObjectName(row.objectName.toString());
     setWindowTitle(row.caption.toString());
@@ -60,13 +60,13 @@ ViewerWindow::ViewerWindow(Viewers::Kind viewerKind, PageDocument document, QWid
     area->setWidget(preview);
     area->setAlignment(Qt::AlignCenter);
     area->setBackgroundRole(QPalette::Dark);
-    lblPage->setObjectName(QStringLiteral("lblPage"));
+    pageLabel->setObjectName(QStringLiteral("lblPage"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     addTools();
     layout->addWidget(area, 1);
-    layout->addWidget(lblPage);
+    layout->addWidget(pageLabel);
     showPage(0);
 }
 
@@ -156,5 +156,5 @@ void ViewerWindow::closeEvent(QCloseEvent* event) {
 void ViewerWindow::showPage(int index) {
     current = qBound(0, index, pageCount() - 1);
     preview->showPage(pages, current, zoom);
-    lblPage->setText(QStringLiteral("Page %1 of %2").arg(currentPage()).arg(pageCount()));
+    pageLabel->setText(QStringLiteral("Page %1 of %2").arg(currentPage()).arg(pageCount()));
 }

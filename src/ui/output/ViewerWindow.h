@@ -56,5 +56,5 @@ private:
     double zoom = 1;
     PagePreview* preview;
     QScrollArea* area;
-    QLabel* lblPage;
+    QLabel* pageLabel;
 };

@@ -49,8 +49,8 @@ PredictionCheckDialog::PredictionCheckDialog(RaceLog& log, QWidget* parent)
     buildControls();
     // Whatever changes the log, or takes a change back, changes what its runs say.
     connect(&log.undoStack(), &QUndoStack::indexChanged, this, &PredictionCheckDialog::check);
-    connect(cmdUsePF, &QPushButton::clicked, this, &PredictionCheckDialog::useBestFactor);
-    connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);
+    connect(usePfButton, &QPushButton::clicked, this, &PredictionCheckDialog::useBestFactor);
+    connect(closeButton, &QPushButton::clicked, this, &QDialog::close);
     check();
 }
 
@@ -65,9 +65,9 @@ PredictionCheckDialog* PredictionCheckDialog::showFor(RaceLog& log, QWidget* par
 }
 
 void PredictionCheckDialog::buildControls() {
-    lblSummary = new QLabel;
-    lblSummary->setObjectName(QStringLiteral("lblSummary"));
-    lblSummary->setWordWrap(true);
+    summaryLabel = new QLabel;
+    summaryLabel->setObjectName(QStringLiteral("lblSummary"));
+    summaryLabel->setWordWrap(true);
 
     gridCheck = new QTableWidget(0, 6);
     gridCheck->setObjectName(QStringLiteral("gridCheck"));
@@ -95,13 +95,13 @@ void PredictionCheckDialog::buildControls() {
     zero->point2->setCoords(0, 1);
     zero->setPen(QPen(QColor(200, 40, 40), 1, Qt::DashLine));
 
-    lblBestPF = new QLabel;
-    lblBestPF->setObjectName(QStringLiteral("lblBestPF"));
-    cmdUsePF = new QPushButton(QStringLiteral("&Use PF"));
-    cmdUsePF->setObjectName(QStringLiteral("cmdUsePF"));
-    cmdUsePF->setToolTip(QStringLiteral("Write the best performance factor into the race log"));
-    cmdClose = new QPushButton(QStringLiteral("Close"));
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    bestPfLabel = new QLabel;
+    bestPfLabel->setObjectName(QStringLiteral("lblBestPF"));
+    usePfButton = new QPushButton(QStringLiteral("&Use PF"));
+    usePfButton->setObjectName(QStringLiteral("cmdUsePF"));
+    usePfButton->setToolTip(QStringLiteral("Write the best performance factor into the race log"));
+    closeButton = new QPushButton(QStringLiteral("Close"));
+    closeButton->setObjectName(QStringLiteral("cmdClose"));
 
     auto* split = new QSplitter;
     split->addWidget(gridCheck);
@@ -109,12 +109,12 @@ void PredictionCheckDialog::buildControls() {
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 2);
     auto* bar = new QHBoxLayout;
-    bar->addWidget(lblBestPF);
-    bar->addWidget(cmdUsePF);
+    bar->addWidget(bestPfLabel);
+    bar->addWidget(usePfButton);
     bar->addStretch();
-    bar->addWidget(cmdClose);
+    bar->addWidget(closeButton);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(lblSummary);
+    layout->addWidget(summaryLabel);
     layout->addWidget(split, 1);
     layout->addLayout(bar);
     resize(820, 480);
@@ -130,11 +130,11 @@ void PredictionCheckDialog::check() {
 
 void PredictionCheckDialog::showSummary(const PredictionCheck::Report& report) {
     if (!report.factorIsNumber) {
-        lblSummary->setText(QStringLiteral("The performance factor is not a number!"));
+        summaryLabel->setText(QStringLiteral("The performance factor is not a number!"));
         return;
     }
     if (report.runs.isEmpty()) {
-        lblSummary->setText(QStringLiteral(
+        summaryLabel->setText(QStringLiteral(
             "No two runs have a time at the same distance and an AA, so no run can be "
             "predicted from another."));
         return;
@@ -144,7 +144,7 @@ void PredictionCheckDialog::showSummary(const PredictionCheck::Report& report) {
         if (run.nearest.run == report.worstRun)
             worstError = run.meanAbsoluteError;
     }
-    lblSummary->setText(
+    summaryLabel->setText(
         QStringLiteral("PF %1: %2 runs checked, %3 predictions. Mean absolute error %4. "
                        "Worst run: #%5, off by %6 on average.")
             .arg(log.content().pf)
@@ -189,11 +189,11 @@ void PredictionCheckDialog::showErrors(const PredictionCheck::Report& report) {
 
 void PredictionCheckDialog::showBestFactor(const std::optional<PredictionCheck::BestFactor>& best) {
     bestFactor = best ? Format(best->performanceFactor, "0.00") : QString();
-    lblBestPF->setText(best ? QStringLiteral("Best PF: %1, mean absolute error %2")
-                                  .arg(bestFactor, seconds(best->meanAbsoluteError))
-                            : QStringLiteral("Best PF: none"));
+    bestPfLabel->setText(best ? QStringLiteral("Best PF: %1, mean absolute error %2")
+                                    .arg(bestFactor, seconds(best->meanAbsoluteError))
+                              : QStringLiteral("Best PF: none"));
     const auto current = NumberText::ToDouble(log.content().pf);
-    cmdUsePF->setEnabled(best && (!current || *current != best->performanceFactor));
+    usePfButton->setEnabled(best && (!current || *current != best->performanceFactor));
 }
 
 void PredictionCheckDialog::useBestFactor() {

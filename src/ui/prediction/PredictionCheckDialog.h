@@ -33,11 +33,11 @@ private:
     void useBestFactor();
 
     RaceLog& log;
-    QLabel* lblSummary;
+    QLabel* summaryLabel;
     QTableWidget* gridCheck;
     QCustomPlot* plotErrors;
-    QLabel* lblBestPF;
-    QPushButton* cmdUsePF;
-    QPushButton* cmdClose;
+    QLabel* bestPfLabel;
+    QPushButton* usePfButton;
+    QPushButton* closeButton;
     QString bestFactor; // the text Use PF writes; empty when there is none
 };

@@ -82,18 +82,18 @@ ConfigurationDialog::ConfigurationDialog(std::function<void(int)> setPagerFreque
     setObjectName(QStringLiteral("frmConfiguration"));
     setWindowTitle(QStringLiteral("Configuration"));
 
-    tabConfiguration = named(new QTabWidget, "tabConfiguration");
-    tabConfiguration->addTab(defaultsPage(), QStringLiteral("Defaults"));
-    tabConfiguration->addTab(tracksPage(), QStringLiteral("Race Tracks"));
-    tabConfiguration->addTab(templatesPage(), QStringLiteral(" Templates"));
-    tabConfiguration->setMinimumWidth(DialogWidth);
+    tabs = named(new QTabWidget, "tabConfiguration");
+    tabs->addTab(defaultsPage(), QStringLiteral("Defaults"));
+    tabs->addTab(tracksPage(), QStringLiteral("Race Tracks"));
+    tabs->addTab(templatesPage(), QStringLiteral(" Templates"));
+    tabs->setMinimumWidth(DialogWidth);
 
-    cmdOK = button("cmdOK", QStringLiteral("OK"));
-    cmdCancel = button("cmdCancel", QStringLiteral("Cancel"));
-    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
+    okButton = button("cmdOK", QStringLiteral("OK"));
+    cancelButton = button("cmdCancel", QStringLiteral("Cancel"));
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({okButton, cancelButton});
 
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(tabConfiguration);
+    layout->addWidget(tabs);
     layout->addLayout(buttons);
 
     addFieldRules();
@@ -102,41 +102,42 @@ ConfigurationDialog::ConfigurationDialog(std::function<void(int)> setPagerFreque
 }
 
 QWidget* ConfigurationDialog::defaultsPage() {
-    cboPageIdentifier = typedList("cboPageIdentifier");
-    cmdSaveSetting = button("cmdSaveSetting", QStringLiteral("&Save"));
-    cmdRemoveSetting = button("cmdRemoveSetting", QStringLiteral("&Remove"));
-    cmdSaveSetting->setEnabled(false);
-    cmdRemoveSetting->setEnabled(false);
+    pageIdentifierList = typedList("cboPageIdentifier");
+    saveSettingButton = button("cmdSaveSetting", QStringLiteral("&Save"));
+    removeSettingButton = button("cmdRemoveSetting", QStringLiteral("&Remove"));
+    saveSettingButton->setEnabled(false);
+    removeSettingButton->setEnabled(false);
     auto* types = named(new QGroupBox(QStringLiteral("Predict Defaults")), "fraPredictDefaults");
     auto* typeRows = new QGridLayout(types);
     typeRows->addWidget(
-        label("lblPageIdentifier", QStringLiteral("Page Identifier"), cboPageIdentifier), 0, 0, 1,
+        label("lblPageIdentifier", QStringLiteral("Page Identifier"), pageIdentifierList), 0, 0, 1,
         2);
-    typeRows->addWidget(cboPageIdentifier, 1, 0, 1, 2);
-    typeRows->addWidget(cmdSaveSetting, 2, 0);
-    typeRows->addWidget(cmdRemoveSetting, 2, 1);
+    typeRows->addWidget(pageIdentifierList, 1, 0, 1, 2);
+    typeRows->addWidget(saveSettingButton, 2, 0);
+    typeRows->addWidget(removeSettingButton, 2, 1);
 
-    txtCarNumber = named(new QLineEdit, "txtCarNumber");
-    txtPF = named(new QLineEdit, "txtPF");
-    txtTSR = named(new QLineEdit, "txtTSR");
-    txtTargetET = named(new QLineEdit, "txtTargetET");
+    carNumberField = named(new QLineEdit, "txtCarNumber");
+    pfField = named(new QLineEdit, "txtPF");
+    tsrField = named(new QLineEdit, "txtTSR");
+    targetEtField = named(new QLineEdit, "txtTargetET");
     auto* fields = named(new QGroupBox(QStringLiteral("Setting Defaults")), "fraSettingDefaults");
     auto* fieldRows = new QFormLayout(fields);
-    fieldRows->addRow(label("lblCarNumber", QStringLiteral("Car Number"), txtCarNumber),
-                      txtCarNumber);
-    fieldRows->addRow(label("lblPF", QStringLiteral("Performance Factor"), txtPF), txtPF);
-    fieldRows->addRow(label("lblTSR", QStringLiteral("Throttle Stop Ratio"), txtTSR), txtTSR);
-    fieldRows->addRow(label("lblTargetET", QStringLiteral("Target ET"), txtTargetET), txtTargetET);
+    fieldRows->addRow(label("lblCarNumber", QStringLiteral("Car Number"), carNumberField),
+                      carNumberField);
+    fieldRows->addRow(label("lblPF", QStringLiteral("Performance Factor"), pfField), pfField);
+    fieldRows->addRow(label("lblTSR", QStringLiteral("Throttle Stop Ratio"), tsrField), tsrField);
+    fieldRows->addRow(label("lblTargetET", QStringLiteral("Target ET"), targetEtField),
+                      targetEtField);
 
     // "1min" to "9min", each holding its number of send timer ticks.
-    cboPagerFrequency = named(new QComboBox, "cboPagerFrequency");
+    pagerFrequencyList = named(new QComboBox, "cboPagerFrequency");
     for (int minutes = 1; minutes <= PagerFrequencyChoices; ++minutes)
-        cboPagerFrequency->addItem(QString::number(minutes) + QStringLiteral("min"),
-                                   minutes * TicksPerMinute);
+        pagerFrequencyList->addItem(QString::number(minutes) + QStringLiteral("min"),
+                                    minutes * TicksPerMinute);
     auto* frequency = new QFormLayout;
     frequency->addRow(
-        label("lblPagerFrequency", QStringLiteral("Pager Frequency"), cboPagerFrequency),
-        cboPagerFrequency);
+        label("lblPagerFrequency", QStringLiteral("Pager Frequency"), pagerFrequencyList),
+        pagerFrequencyList);
 
     auto* sides = new QHBoxLayout;
     sides->addWidget(types);
@@ -151,14 +152,14 @@ QWidget* ConfigurationDialog::defaultsPage() {
 }
 
 QWidget* ConfigurationDialog::tracksPage() {
-    cboRaceTrack = typedList("cboRaceTrack");
-    cmdAdd = button("cmdAdd", QStringLiteral("&Add"));
-    cmdRemove = button("cmdRemove", QStringLiteral("&Remove"));
+    raceTrackList = typedList("cboRaceTrack");
+    addTrackButton = button("cmdAdd", QStringLiteral("&Add"));
+    removeTrackButton = button("cmdRemove", QStringLiteral("&Remove"));
     auto* tracks = named(new QGroupBox(QStringLiteral("Tracks")), "fraTracks");
     auto* rows = new QHBoxLayout(tracks);
-    rows->addWidget(cboRaceTrack, 1);
-    rows->addWidget(cmdAdd);
-    rows->addWidget(cmdRemove);
+    rows->addWidget(raceTrackList, 1);
+    rows->addWidget(addTrackButton);
+    rows->addWidget(removeTrackButton);
 
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
@@ -169,26 +170,26 @@ QWidget* ConfigurationDialog::tracksPage() {
 }
 
 QWidget* ConfigurationDialog::templatesPage() {
-    optTemplateDefault =
+    defaultTemplateOption =
         named(new QRadioButton(QStringLiteral("System Default")), "optTemplateDefault");
-    optFolder = named(new QRadioButton(QStringLiteral("Folder:")), "optFolder");
-    txtTemplateFile = named(new QLineEdit, "txtTemplateFile");
-    cmdFolder = button("cmdFolder", QStringLiteral("..."));
+    folderTemplateOption = named(new QRadioButton(QStringLiteral("Folder:")), "optFolder");
+    templateFileField = named(new QLineEdit, "txtTemplateFile");
+    folderButton = button("cmdFolder", QStringLiteral("..."));
     auto* excel = named(new QGroupBox(QStringLiteral("Excel Export")), "fraExcelExport");
     auto* rows = new QGridLayout(excel);
-    rows->addWidget(optTemplateDefault, 0, 0, 1, 3);
-    rows->addWidget(optFolder, 1, 0);
-    rows->addWidget(txtTemplateFile, 1, 1);
-    rows->addWidget(cmdFolder, 1, 2);
+    rows->addWidget(defaultTemplateOption, 0, 0, 1, 3);
+    rows->addWidget(folderTemplateOption, 1, 0);
+    rows->addWidget(templateFileField, 1, 1);
+    rows->addWidget(folderButton, 1, 2);
 
-    txtICardLogFile = named(new QLineEdit, "txtICardLogFile");
-    cmdBrowseICardLog = button("cmdBrowseICardLog", QStringLiteral("Browse..."));
+    iCardLogFileField = named(new QLineEdit, "txtICardLogFile");
+    browseICardLogButton = button("cmdBrowseICardLog", QStringLiteral("Browse..."));
     auto* slips = named(new QGroupBox(QStringLiteral("iCard")), "fraICard");
     auto* slipRows = new QHBoxLayout(slips);
     slipRows->addWidget(
-        label("lblICardLogFile", QStringLiteral("iCard log file"), txtICardLogFile));
-    slipRows->addWidget(txtICardLogFile, 1);
-    slipRows->addWidget(cmdBrowseICardLog);
+        label("lblICardLogFile", QStringLiteral("iCard log file"), iCardLogFileField));
+    slipRows->addWidget(iCardLogFileField, 1);
+    slipRows->addWidget(browseICardLogButton);
 
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
@@ -202,42 +203,42 @@ QWidget* ConfigurationDialog::templatesPage() {
 // The fields put themselves right without a word: a default that is no number is 0.
 void ConfigurationDialog::addFieldRules() {
     auto* rules = new TextFieldRules(this);
-    rules->add(txtCarNumber, KeyFilters::CarNumber, [] {});
-    rules->add(txtPF, KeyFilters::SignedNumber,
-               [this] { txtPF->setText(numberOrZero(txtPF->text())); });
-    rules->add(txtTSR, KeyFilters::UnsignedNumber,
-               [this] { txtTSR->setText(numberOrZero(txtTSR->text())); });
-    rules->add(txtTargetET, KeyFilters::UnsignedNumber, [this] {
-        txtTargetET->setText(SidePanelRules::settledTargetET(txtTargetET->text()));
+    rules->add(carNumberField, KeyFilters::CarNumber, [] {});
+    rules->add(pfField, KeyFilters::SignedNumber,
+               [this] { pfField->setText(numberOrZero(pfField->text())); });
+    rules->add(tsrField, KeyFilters::UnsignedNumber,
+               [this] { tsrField->setText(numberOrZero(tsrField->text())); });
+    rules->add(targetEtField, KeyFilters::UnsignedNumber, [this] {
+        targetEtField->setText(SidePanelRules::settledTargetET(targetEtField->text()));
     });
     rules->add(
-        {cboPageIdentifier, cboPageIdentifier->lineEdit(), KeyFilters::TypeName, false,
-         [this] { cboPageIdentifier->setEditText(cboPageIdentifier->currentText().trimmed()); }});
+        {pageIdentifierList, pageIdentifierList->lineEdit(), KeyFilters::TypeName, false,
+         [this] { pageIdentifierList->setEditText(pageIdentifierList->currentText().trimmed()); }});
 }
 
 // What the user does, and only that: the load fills the lists and fields without running
 // any of these.
 void ConfigurationDialog::connectCommands() {
     for (QLineEdit* edited :
-         {txtCarNumber, txtPF, txtTSR, txtTargetET, cboPageIdentifier->lineEdit()})
-        connect(edited, &QLineEdit::textEdited, cmdSaveSetting,
-                [this] { cmdSaveSetting->setEnabled(true); });
-    connect(cmdSaveSetting, &QPushButton::clicked, this, &ConfigurationDialog::saveSetting);
-    connect(cmdRemoveSetting, &QPushButton::clicked, this, &ConfigurationDialog::removeSetting);
-    connect(cboPageIdentifier, &QComboBox::activated, this,
+         {carNumberField, pfField, tsrField, targetEtField, pageIdentifierList->lineEdit()})
+        connect(edited, &QLineEdit::textEdited, saveSettingButton,
+                [this] { saveSettingButton->setEnabled(true); });
+    connect(saveSettingButton, &QPushButton::clicked, this, &ConfigurationDialog::saveSetting);
+    connect(removeSettingButton, &QPushButton::clicked, this, &ConfigurationDialog::removeSetting);
+    connect(pageIdentifierList, &QComboBox::activated, this,
             &ConfigurationDialog::pageIdentifierChosen);
-    connect(cboPagerFrequency, &QComboBox::activated, this,
+    connect(pagerFrequencyList, &QComboBox::activated, this,
             &ConfigurationDialog::pagerFrequencyChosen);
-    connect(cmdAdd, &QPushButton::clicked, this, &ConfigurationDialog::addTrack);
-    connect(cmdRemove, &QPushButton::clicked, this, &ConfigurationDialog::removeTrack);
-    connect(cmdFolder, &QPushButton::clicked, this, &ConfigurationDialog::chooseTemplate);
-    connect(cmdBrowseICardLog, &QPushButton::clicked, this,
+    connect(addTrackButton, &QPushButton::clicked, this, &ConfigurationDialog::addTrack);
+    connect(removeTrackButton, &QPushButton::clicked, this, &ConfigurationDialog::removeTrack);
+    connect(folderButton, &QPushButton::clicked, this, &ConfigurationDialog::chooseTemplate);
+    connect(browseICardLogButton, &QPushButton::clicked, this,
             &ConfigurationDialog::chooseTimeSlipLog);
-    connect(cmdOK, &QPushButton::clicked, this, [this] {
+    connect(okButton, &QPushButton::clicked, this, [this] {
         save();
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 // --- The load ---
@@ -262,11 +263,11 @@ void ConfigurationDialog::load() {
 void ConfigurationDialog::loadTemplate() {
     const QString path = Registry::Get(SettingKeys::MasterTemplate);
     if (path == Registry::NoKeyValue || path == SystemTemplatePath()) {
-        optTemplateDefault->setChecked(true);
+        defaultTemplateOption->setChecked(true);
         return;
     }
-    txtTemplateFile->setText(path);
-    optFolder->setChecked(true);
+    templateFileField->setText(path);
+    folderTemplateOption->setChecked(true);
 }
 
 // Only the program's own setting is shown: the receiver's, when its software has written one,
@@ -274,11 +275,11 @@ void ConfigurationDialog::loadTemplate() {
 void ConfigurationDialog::loadTimeSlipLog() {
     const QString path = Registry::Get(SettingKeys::TimeSlipLogFile);
     if (path != Registry::NoKeyValue)
-        txtICardLogFile->setText(path);
+        iCardLogFileField->setText(path);
 }
 
 void ConfigurationDialog::fillRaceTracks() {
-    refill(cboRaceTrack, RaceTracks());
+    refill(raceTrackList, RaceTracks());
 }
 
 // A frequency between two choices shows the lower one and stays in force until the user
@@ -289,18 +290,18 @@ bool ConfigurationDialog::loadPagerFrequency() {
     if (!frequency)
         return false;
     setPagerFrequency(*frequency);
-    cboPagerFrequency->setCurrentIndex(PagerFrequencyChoice(*frequency));
+    pagerFrequencyList->setCurrentIndex(PagerFrequencyChoice(*frequency));
     return true;
 }
 
 void ConfigurationDialog::fillPageIdentifiers() {
-    refill(cboPageIdentifier, RaceLogTypes());
+    refill(pageIdentifierList, RaceLogTypes());
 }
 
 // The fields of the type named in the list's text, or of the general defaults when it is
-// empty. Each field is named for its value: txtPF shows PF.
+// empty. Each field's objectName is "txt" and the name of its value: "txtPF" shows PF.
 void ConfigurationDialog::loadFields() {
-    const QString key = TypeKey(cboPageIdentifier->currentText());
+    const QString key = TypeKey(pageIdentifierList->currentText());
     for (const SettingKey* value : DefaultValues) {
         const QString name = value->valueName();
         if (const auto shown = ShownText(*value, Registry::Get(key, name)))
@@ -318,13 +319,14 @@ void ConfigurationDialog::save() {
 
 // A path that names no file is passed over without a word.
 void ConfigurationDialog::saveTemplate() {
-    if (const auto path = TemplateToStore(optTemplateDefault->isChecked(), txtTemplateFile->text()))
+    if (const auto path =
+            TemplateToStore(defaultTemplateOption->isChecked(), templateFileField->text()))
         Registry::Set(SettingKeys::MasterTemplate, *path);
 }
 
 // An emptied field forgets the file, so the import says again that no log is set.
 void ConfigurationDialog::saveTimeSlipLog() {
-    const QString path = txtICardLogFile->text().trimmed();
+    const QString path = iCardLogFileField->text().trimmed();
     if (path.isEmpty())
         Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER,
                                  SettingKeys::TimeSlipLogFile.keyPath(),
@@ -334,7 +336,7 @@ void ConfigurationDialog::saveTimeSlipLog() {
 }
 
 void ConfigurationDialog::saveFields() {
-    const QString key = TypeKey(cboPageIdentifier->currentText());
+    const QString key = TypeKey(pageIdentifierList->currentText());
     for (const SettingKey* value : DefaultValues) {
         const QString name = value->valueName();
         const QString text = findChild<QLineEdit*>(QStringLiteral("txt") + name)->text();
@@ -346,47 +348,47 @@ void ConfigurationDialog::saveFields() {
 // --- The commands ---
 
 void ConfigurationDialog::saveSetting() {
-    cmdSaveSetting->setEnabled(false);
+    saveSettingButton->setEnabled(false);
     save();
-    const QString name = cboPageIdentifier->currentText();
+    const QString name = pageIdentifierList->currentText();
     if (!name.isEmpty() &&
-        cboPageIdentifier->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
-        cboPageIdentifier->addItem(name);
+        pageIdentifierList->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+        pageIdentifierList->addItem(name);
 }
 
 void ConfigurationDialog::removeSetting() {
-    cmdRemoveSetting->setEnabled(false);
+    removeSettingButton->setEnabled(false);
     Registry::DeleteKey(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(),
-                        cboPageIdentifier->currentText());
+                        pageIdentifierList->currentText());
     fillPageIdentifiers();
 }
 
 void ConfigurationDialog::pageIdentifierChosen() {
     loadFields();
-    cmdRemoveSetting->setEnabled(true);
+    removeSettingButton->setEnabled(true);
 }
 
 // The pager takes the new frequency at once, and it stays whatever the dialog ends with.
 void ConfigurationDialog::pagerFrequencyChosen(int choice) {
-    const int ticks = cboPagerFrequency->itemData(choice).toInt();
+    const int ticks = pagerFrequencyList->itemData(choice).toInt();
     setPagerFrequency(ticks);
     Registry::Set(SettingKeys::PagerFrequency, NumberText::General(float(ticks)));
 }
 
 // Tracks are told apart by their exact names: "Bristol" and "bristol" are two tracks.
 void ConfigurationDialog::addTrack() {
-    const QString name = cboRaceTrack->currentText().trimmed();
+    const QString name = raceTrackList->currentText().trimmed();
     if (name.isEmpty() ||
-        cboRaceTrack->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
+        raceTrackList->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
         return;
-    cboRaceTrack->addItem(name);
+    raceTrackList->addItem(name);
     Registry::Set(SettingKeys::Tracks, name, TrackData);
 }
 
 // Race logs that hold the track keep it: they store its name, not a reference.
 void ConfigurationDialog::removeTrack() {
     Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(),
-                             cboRaceTrack->currentText().trimmed());
+                             raceTrackList->currentText().trimmed());
     fillRaceTracks();
 }
 
@@ -401,7 +403,7 @@ void ConfigurationDialog::chooseTemplate() {
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;
     if (const auto choice = Dialogs::ChooseFile(request))
-        txtTemplateFile->setText(choice->path);
+        templateFileField->setText(choice->path);
 }
 
 void ConfigurationDialog::chooseTimeSlipLog() {
@@ -413,5 +415,5 @@ void ConfigurationDialog::chooseTimeSlipLog() {
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;
     if (const auto choice = Dialogs::ChooseFile(request))
-        txtICardLogFile->setText(choice->path);
+        iCardLogFileField->setText(choice->path);
 }

@@ -59,29 +59,29 @@ private:
 
     std::function<void(int)> setPagerFrequency;
 
-    QTabWidget* tabConfiguration;
+    QTabWidget* tabs;
     // Defaults.
-    QComboBox* cboPageIdentifier;
-    QPushButton* cmdSaveSetting;
-    QPushButton* cmdRemoveSetting;
-    QLineEdit* txtCarNumber;
-    QLineEdit* txtPF;
-    QLineEdit* txtTSR;
-    QLineEdit* txtTargetET;
-    QComboBox* cboPagerFrequency;
+    QComboBox* pageIdentifierList;
+    QPushButton* saveSettingButton;
+    QPushButton* removeSettingButton;
+    QLineEdit* carNumberField;
+    QLineEdit* pfField;
+    QLineEdit* tsrField;
+    QLineEdit* targetEtField;
+    QComboBox* pagerFrequencyList;
     // Race Tracks.
-    QComboBox* cboRaceTrack;
-    QPushButton* cmdAdd;
-    QPushButton* cmdRemove;
+    QComboBox* raceTrackList;
+    QPushButton* addTrackButton;
+    QPushButton* removeTrackButton;
     // Templates.
-    QRadioButton* optTemplateDefault;
-    QRadioButton* optFolder;
-    QLineEdit* txtTemplateFile;
-    QPushButton* cmdFolder;
+    QRadioButton* defaultTemplateOption;
+    QRadioButton* folderTemplateOption;
+    QLineEdit* templateFileField;
+    QPushButton* folderButton;
     // The timing receiver's log, for a PC where the receiver's software doesn't say where it is.
-    QLineEdit* txtICardLogFile;
-    QPushButton* cmdBrowseICardLog;
+    QLineEdit* iCardLogFileField;
+    QPushButton* browseICardLogButton;
 
-    QPushButton* cmdOK;
-    QPushButton* cmdCancel;
+    QPushButton* okButton;
+    QPushButton* cancelButton;
 };

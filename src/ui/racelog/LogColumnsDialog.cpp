@@ -37,20 +37,20 @@ LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
         checkBoxes.append(box);
     }
 
-    cmdOK = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
-    cmdCancel =
+    okButton = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    cancelButton =
         DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
-    QHBoxLayout* buttons = DialogParts::ClosingButtons({cmdOK, cmdCancel});
+    QHBoxLayout* buttons = DialogParts::ClosingButtons({okButton, cancelButton});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(group);
     layout->addLayout(buttons);
 
-    connect(cmdOK, &QPushButton::clicked, this, [this] {
+    connect(okButton, &QPushButton::clicked, this, [this] {
         storeChoice();
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(cancelButton, &QPushButton::clicked, this, &QDialog::reject);
 
     // At the size its contents ask for.
     adjustSize();

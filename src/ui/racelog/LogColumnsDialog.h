@@ -20,6 +20,6 @@ private:
     void storeChoice();
 
     QList<QCheckBox*> checkBoxes; // in the order of the "Show Column" menu
-    QPushButton* cmdOK;
-    QPushButton* cmdCancel;
+    QPushButton* okButton;
+    QPushButton* cancelButton;
 };

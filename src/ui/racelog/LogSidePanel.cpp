@@ -4,8 +4,10 @@
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
 #include "racelog/KeyFilters.h"
+#include "racelog/LogFieldTable.h"
 #include "racelog/RaceLogDefaults.h"
 #include "racelog/SidePanelRules.h"
+#include "ui/racelog/FieldControl.h"
 #include "ui/racelog/TextFieldRules.h"
 
 #include <QCheckBox>
@@ -33,14 +35,24 @@ template <typename Widget> Widget* named(Widget* widget, const char* name) {
     return widget;
 }
 
-QLineEdit* lineEdit(const char* name, int maxLength = 32767) {
-    auto* field = named(new QLineEdit, name);
-    field->setMaxLength(maxLength);
-    return field;
+// A control that shows a field of the log is named as the table of the fields names it.
+template <typename Widget> Widget* newFieldControl(RaceLog::Field field) {
+    return named(new Widget, LogFieldTable::row(field).controlName);
+}
+
+QLineEdit* lineEdit(RaceLog::Field field, int maxLength = 32767) {
+    auto* line = newFieldControl<QLineEdit>(field);
+    line->setMaxLength(maxLength);
+    return line;
 }
 
 void addRow(QFormLayout* form, const char* labelName, const QString& caption, QWidget* field) {
     form->addRow(named(new QLabel(caption), labelName), field);
+}
+
+// A field's caption is the one the table of the fields gives it, which also names its steps.
+void addFieldRow(QFormLayout* form, const char* labelName, RaceLog::Field field, QWidget* control) {
+    addRow(form, labelName, QLatin1String(LogFieldTable::row(field).caption), control);
 }
 
 // The fields of a tab stand on an area of their own that scrolls when the tab is short.
@@ -63,9 +75,9 @@ LogSidePanel::LogSidePanel(QWidget* parent) : QTabWidget(parent) {
     addTab(notesPage(), QStringLiteral(" Notes"));
     addTab(predictPage(), QStringLiteral("Predict..."));
     addFieldRules();
-    connect(imgDate, &QToolButton::clicked, this,
-            [this] { txtDate->setText(DateText::LogDateText(QDate::currentDate())); });
-    connect(cmdPredict, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
+    connect(todayButton, &QToolButton::clicked, this,
+            [this] { dateField->setText(DateText::LogDateText(QDate::currentDate())); });
+    connect(predictButton, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
 }
 
 // The tabs' bar and frame come on top of the tallest page; a page that scrolls counts with all
@@ -85,70 +97,70 @@ int LogSidePanel::heightShowingEveryField() const {
 }
 
 QWidget* LogSidePanel::settingsPage() {
-    txtDate = lineEdit("txtDate");
-    imgDate = named(new QToolButton, "imgDate");
-    imgDate->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
-    imgDate->setAutoRaise(true);
-    imgDate->setToolTip(QStringLiteral("Today's Date"));
+    dateField = lineEdit(RaceLog::Field::Date);
+    todayButton = named(new QToolButton, "imgDate");
+    todayButton->setIcon(style()->standardIcon(QStyle::SP_FileDialogDetailedView));
+    todayButton->setAutoRaise(true);
+    todayButton->setToolTip(QStringLiteral("Today's Date"));
     auto* date = new QHBoxLayout;
     date->setContentsMargins(0, 0, 0, 0);
-    date->addWidget(txtDate);
-    date->addWidget(imgDate);
+    date->addWidget(dateField);
+    date->addWidget(todayButton);
     auto* dateRow = new QWidget;
     dateRow->setLayout(date);
 
-    cboRaceTrack = named(new QComboBox, "cboRaceTrack");
-    cboRaceTrack->setEditable(true);
-    cboRaceTrack->setInsertPolicy(QComboBox::NoInsert);
-    txtPF = lineEdit("txtPF");
-    txtTSR = lineEdit("txtTSR");
-    txtPageIdentifier = lineEdit("txtPageIdentifier", 15);
-    txtCarNumber = lineEdit("txtCarNumber", 5);
-    txtFileName = lineEdit("txtFileName");
-    txtFileName->setReadOnly(true);
+    raceTrackList = newFieldControl<QComboBox>(RaceLog::Field::RaceTrack);
+    raceTrackList->setEditable(true);
+    raceTrackList->setInsertPolicy(QComboBox::NoInsert);
+    pfField = lineEdit(RaceLog::Field::PF);
+    tsrField = lineEdit(RaceLog::Field::TSR);
+    pageIdentifierField = lineEdit(RaceLog::Field::PageIdentifier, 15);
+    carNumberField = lineEdit(RaceLog::Field::CarNumber, 5);
+    fileNameField = named(new QLineEdit, "txtFileName");
+    fileNameField->setReadOnly(true);
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    addRow(form, "lblDate", QStringLiteral("Date"), dateRow);
-    addRow(form, "lblRaceTrack", QStringLiteral("Race Track"), cboRaceTrack);
-    addRow(form, "lblPF", QStringLiteral("Performance Factor"), txtPF);
-    addRow(form, "lblTSR", QStringLiteral("Throttle Stop Ratio"), txtTSR);
-    addRow(form, "lblPageIdentifier", QStringLiteral("Page Identifier"), txtPageIdentifier);
-    addRow(form, "lblCarNumber", QStringLiteral("Car Number"), txtCarNumber);
-    addRow(form, "lblFileName", QStringLiteral("File Name"), txtFileName);
+    addFieldRow(form, "lblDate", RaceLog::Field::Date, dateRow);
+    addFieldRow(form, "lblRaceTrack", RaceLog::Field::RaceTrack, raceTrackList);
+    addFieldRow(form, "lblPF", RaceLog::Field::PF, pfField);
+    addFieldRow(form, "lblTSR", RaceLog::Field::TSR, tsrField);
+    addFieldRow(form, "lblPageIdentifier", RaceLog::Field::PageIdentifier, pageIdentifierField);
+    addFieldRow(form, "lblCarNumber", RaceLog::Field::CarNumber, carNumberField);
+    addRow(form, "lblFileName", QStringLiteral("File Name"), fileNameField);
     return scrolled("scrollSettings", "fraSettings", form);
 }
 
 QWidget* LogSidePanel::notesPage() {
-    txtNotes = named(new QPlainTextEdit, "txtNotes");
+    notesField = newFieldControl<QPlainTextEdit>(RaceLog::Field::Notes);
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
-    layout->addWidget(txtNotes);
+    layout->addWidget(notesField);
     return page;
 }
 
 QWidget* LogSidePanel::predictPage() {
-    txtTargetET = lineEdit("txtTargetET");
-    txtAA = lineEdit("txtAA");
-    txtVP = lineEdit("txtVP");
-    cboRefRun = named(new QComboBox, "cboRefRun");
-    cmdPredict = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
-    chkPagerPredictions =
+    targetEtField = lineEdit(RaceLog::Field::TargetET);
+    aaField = lineEdit(RaceLog::Field::AA);
+    vpField = lineEdit(RaceLog::Field::VP);
+    referenceRunList = named(new QComboBox, "cboRefRun");
+    predictButton = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
+    pagerPredictionsBox =
         named(new QCheckBox(QStringLiteral("Pager Predictions")), "chkPagerPredictions");
 
     auto* buttons = named(new QWidget, "picButtons");
     auto* buttonRow = new QHBoxLayout(buttons);
     buttonRow->setContentsMargins(0, 0, 0, 0);
-    buttonRow->addWidget(cmdPredict);
+    buttonRow->addWidget(predictButton);
     buttonRow->addStretch();
 
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    addRow(form, "lblTargetET", QStringLiteral("Target ET"), txtTargetET);
-    addRow(form, "lblAA", QStringLiteral("AA"), txtAA);
-    addRow(form, "lblVP", QStringLiteral("VP"), txtVP);
-    addRow(form, "lblRefRun", QStringLiteral("Reference Run"), cboRefRun);
-    form->addRow(chkPagerPredictions);
+    addFieldRow(form, "lblTargetET", RaceLog::Field::TargetET, targetEtField);
+    addFieldRow(form, "lblAA", RaceLog::Field::AA, aaField);
+    addFieldRow(form, "lblVP", RaceLog::Field::VP, vpField);
+    addRow(form, "lblRefRun", QStringLiteral("Reference Run"), referenceRunList);
+    form->addRow(pagerPredictionsBox);
     form->addRow(buttons);
     return scrolled("scrollPredict", "fraPredict", form);
 }
@@ -159,135 +171,95 @@ QWidget* LogSidePanel::predictPage() {
 void LogSidePanel::addFieldRules() {
     auto* rules = new TextFieldRules(this);
     const QList<std::tuple<QLineEdit*, QChar (*)(QChar), std::function<void()>>> fields{
-        {txtDate, KeyFilters::Date,
+        {dateField, KeyFilters::Date,
          [this] {
-             txtDate->setText(
-                 SidePanelRules::settledLogDate(txtDate->text(), QDate::currentDate()));
+             dateField->setText(
+                 SidePanelRules::settledLogDate(dateField->text(), QDate::currentDate()));
          }},
-        {txtPF, KeyFilters::SignedNumber,
+        {pfField, KeyFilters::SignedNumber,
          [this] {
-             if (!NumberText::IsNumeric(txtPF->text()))
-                 complain(txtPF, QStringLiteral("The performance factor is not a number!"),
+             if (!NumberText::IsNumeric(pfField->text()))
+                 complain(pfField, QStringLiteral("The performance factor is not a number!"),
                           QStringLiteral("Performance Factor"));
          }},
-        {txtTSR, KeyFilters::UnsignedNumber,
+        {tsrField, KeyFilters::UnsignedNumber,
          [this] {
-             if (!NumberText::IsNumeric(txtTSR->text()))
-                 complain(txtTSR, QStringLiteral("The throttle stop ratio is not a number!"),
+             if (!NumberText::IsNumeric(tsrField->text()))
+                 complain(tsrField, QStringLiteral("The throttle stop ratio is not a number!"),
                           QStringLiteral("Throttle Stop Ratio"));
          }},
-        {txtPageIdentifier, KeyFilters::Letters,
+        {pageIdentifierField, KeyFilters::Letters,
          [this] {
-             txtPageIdentifier->setText(
-                 SidePanelRules::settledPageIdentifier(txtPageIdentifier->text()));
-             emit pageIdentifierLeft(txtPageIdentifier->text());
+             pageIdentifierField->setText(
+                 SidePanelRules::settledPageIdentifier(pageIdentifierField->text()));
+             emit pageIdentifierLeft(pageIdentifierField->text());
          }},
-        {txtCarNumber, KeyFilters::CarNumber, [] {}},
-        {txtTargetET, KeyFilters::UnsignedNumber,
+        {carNumberField, KeyFilters::CarNumber, [] {}},
+        {targetEtField, KeyFilters::UnsignedNumber,
          [this] {
-             txtTargetET->setText(SidePanelRules::settledTargetET(txtTargetET->text()));
-             if (!NumberText::IsNumeric(txtTargetET->text()))
-                 complain(txtTargetET, QStringLiteral("The target ET is not a number!"),
+             targetEtField->setText(SidePanelRules::settledTargetET(targetEtField->text()));
+             if (!NumberText::IsNumeric(targetEtField->text()))
+                 complain(targetEtField, QStringLiteral("The target ET is not a number!"),
                           QStringLiteral("Target ET"));
          }},
-        {txtAA, KeyFilters::SignedNumber,
-         [this] { txtAA->setText(SidePanelRules::settledPredictInput(txtAA->text())); }},
-        {txtVP, KeyFilters::UnsignedNumber,
-         [this] { txtVP->setText(SidePanelRules::settledPredictInput(txtVP->text())); }},
+        {aaField, KeyFilters::SignedNumber,
+         [this] { aaField->setText(SidePanelRules::settledPredictInput(aaField->text())); }},
+        {vpField, KeyFilters::UnsignedNumber,
+         [this] { vpField->setText(SidePanelRules::settledPredictInput(vpField->text())); }},
     };
     for (const auto& [field, keyFilter, onLeaving] : fields)
         rules->add(field, keyFilter, onLeaving);
 }
 
 void LogSidePanel::fillRaceTracks() {
-    cboRaceTrack->clear();
-    cboRaceTrack->addItems(RaceLogDefaults::RaceTracks());
-    cboRaceTrack->setEditText(QString());
+    raceTrackList->clear();
+    raceTrackList->addItems(RaceLogDefaults::RaceTracks());
+    raceTrackList->setEditText(QString());
 }
 
 void LogSidePanel::showLog(RaceLog& log) {
-    for (int i = 0; i <= int(RaceLog::Field::VP); ++i) {
-        const auto field = RaceLog::Field(i);
-        showField(log, field);
-        QWidget* widget = fieldWidget(field);
-        if (auto* line = qobject_cast<QLineEdit*>(widget))
-            connect(line, &QLineEdit::textChanged, &log,
-                    [&log, field](const QString& text) { log.setField(field, text); });
+    for (const LogFieldTable::Row& row : LogFieldTable::Rows) {
+        showField(log, row.field);
+        FieldControl::onTyped(
+            *fieldControl(row.field), log,
+            [&log, field = row.field](const QString& text) { log.setField(field, text); });
     }
-    connect(cboRaceTrack, &QComboBox::currentTextChanged, &log,
-            [&log](const QString& text) { log.setField(RaceLog::Field::RaceTrack, text); });
-    connect(txtNotes, &QPlainTextEdit::textChanged, &log,
-            [&log, this] { log.setField(RaceLog::Field::Notes, txtNotes->toPlainText()); });
     connect(&log, &RaceLog::fieldChanged, this,
             [&log, this](RaceLog::Field field) { showField(log, field); });
 
     showReferenceRuns(log);
     connect(&log, &RaceLog::referenceRunChanged, this, [&log, this] { showReferenceRuns(log); });
-    chkPagerPredictions->setChecked(log.pagerPredictions());
-    connect(chkPagerPredictions, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
+    pagerPredictionsBox->setChecked(log.pagerPredictions());
+    connect(pagerPredictionsBox, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
     showFile(log);
     connect(&log, &RaceLog::fileChanged, this, [&log, this] { showFile(log); });
 }
 
-QWidget* LogSidePanel::fieldWidget(RaceLog::Field field) const {
-    switch (field) {
-    case RaceLog::Field::Date:
-        return txtDate;
-    case RaceLog::Field::RaceTrack:
-        return cboRaceTrack;
-    case RaceLog::Field::PF:
-        return txtPF;
-    case RaceLog::Field::TSR:
-        return txtTSR;
-    case RaceLog::Field::PageIdentifier:
-        return txtPageIdentifier;
-    case RaceLog::Field::CarNumber:
-        return txtCarNumber;
-    case RaceLog::Field::Notes:
-        return txtNotes;
-    case RaceLog::Field::TargetET:
-        return txtTargetET;
-    case RaceLog::Field::AA:
-        return txtAA;
-    case RaceLog::Field::VP:
-        return txtVP;
-    }
-    return nullptr;
+QWidget* LogSidePanel::fieldControl(RaceLog::Field field) const {
+    return findChild<QWidget*>(QLatin1String(LogFieldTable::row(field).controlName));
 }
 
-// A field that shows the text already is left alone, so the cursor stays where the user
-// types.
 void LogSidePanel::showField(const RaceLog& log, RaceLog::Field field) {
-    const QString text = log.field(field);
-    QWidget* widget = fieldWidget(field);
-    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-        if (line->text() != text)
-            line->setText(text);
-    } else if (widget == cboRaceTrack) {
-        if (cboRaceTrack->currentText() != text)
-            cboRaceTrack->setEditText(text);
-    } else if (txtNotes->toPlainText() != text) {
-        txtNotes->setPlainText(text);
-    }
+    FieldControl::show(*fieldControl(field), log.field(field));
 }
 
 // The list follows the log without telling anyone: its signal is the user's choice.
 void LogSidePanel::showReferenceRuns(const RaceLog& log) {
     const RaceLogData& content = log.content();
-    const QSignalBlocker quiet(cboRefRun);
+    const QSignalBlocker quiet(referenceRunList);
     QStringList items;
-    for (int i = 0; i < cboRefRun->count(); ++i)
-        items << cboRefRun->itemText(i);
+    for (int i = 0; i < referenceRunList->count(); ++i)
+        items << referenceRunList->itemText(i);
     if (items != content.refRunItems) {
-        cboRefRun->clear();
-        cboRefRun->addItems(content.refRunItems);
+        referenceRunList->clear();
+        referenceRunList->addItems(content.refRunItems);
     }
-    cboRefRun->setCurrentIndex(content.refRunIndex);
+    referenceRunList->setCurrentIndex(content.refRunIndex);
 }
 
 void LogSidePanel::showFile(const RaceLog& log) {
-    txtFileName->setText(log.fileTitle());
-    txtFileName->setToolTip(log.filePath());
+    fileNameField->setText(log.fileTitle());
+    fileNameField->setToolTip(log.filePath());
 }
 
 void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {

@@ -25,7 +25,7 @@ public:
     // The height at which every tab shows all of its fields without scrolling.
     int heightShowingEveryField() const;
 
-    // The race tracks the user keeps, as the list of cboRaceTrack.
+    // The race tracks the user keeps, as the items of raceTrackList.
     void fillRaceTracks();
 
     // Shows the fields of the log and keeps showing them as they change; what the user types
@@ -33,23 +33,23 @@ public:
     void showLog(RaceLog& log);
 
     // The settings tab.
-    QLineEdit* txtDate;
-    QToolButton* imgDate;
-    QComboBox* cboRaceTrack;
-    QLineEdit* txtPF;
-    QLineEdit* txtTSR;
-    QLineEdit* txtPageIdentifier;
-    QLineEdit* txtCarNumber;
-    QLineEdit* txtFileName;
+    QLineEdit* dateField;
+    QToolButton* todayButton;
+    QComboBox* raceTrackList;
+    QLineEdit* pfField;
+    QLineEdit* tsrField;
+    QLineEdit* pageIdentifierField;
+    QLineEdit* carNumberField;
+    QLineEdit* fileNameField;
     // The notes tab.
-    QPlainTextEdit* txtNotes;
+    QPlainTextEdit* notesField;
     // The predict tab.
-    QLineEdit* txtTargetET;
-    QLineEdit* txtAA;
-    QLineEdit* txtVP;
-    QComboBox* cboRefRun;
-    QPushButton* cmdPredict;
-    QCheckBox* chkPagerPredictions;
+    QLineEdit* targetEtField;
+    QLineEdit* aaField;
+    QLineEdit* vpField;
+    QComboBox* referenceRunList;
+    QPushButton* predictButton;
+    QCheckBox* pagerPredictionsBox;
 
 signals:
     // The page identifier was left; its text is trimmed.
@@ -61,7 +61,8 @@ private:
     QWidget* notesPage();
     QWidget* predictPage();
     void addFieldRules();
-    QWidget* fieldWidget(RaceLog::Field field) const;
+    // The control that shows the field, found by the name the table of the fields gives it.
+    QWidget* fieldControl(RaceLog::Field field) const;
     void showField(const RaceLog& log, RaceLog::Field field);
     void showReferenceRuns(const RaceLog& log);
     void showFile(const RaceLog& log);

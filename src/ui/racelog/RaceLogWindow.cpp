@@ -99,7 +99,7 @@ RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipbo
                 PredictionCheckDialog::showFor(log, this);
             });
     // An emptied list selects nothing; it is about to be filled again.
-    connect(sidePanel->cboRefRun, &QComboBox::currentIndexChanged, this, [this](int index) {
+    connect(sidePanel->referenceRunList, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0)
             selectReferenceRun(index);
     });
@@ -108,7 +108,7 @@ RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipbo
         grid->commitCellEdit();
         updatePredictions();
     });
-    connect(sidePanel->chkPagerPredictions, &QCheckBox::clicked, this,
+    connect(sidePanel->pagerPredictionsBox, &QCheckBox::clicked, this,
             &RaceLogWindow::warnOfManyPagingLogs);
 }
 
@@ -208,7 +208,7 @@ void RaceLogWindow::setupGrid() {
 // no type starts from the general defaults. Values that are no number are passed over.
 void RaceLogWindow::applyTypeDefaults() {
     if (!raceLogType.isEmpty()) {
-        sidePanel->txtPageIdentifier->setText(raceLogType);
+        sidePanel->pageIdentifierField->setText(raceLogType);
         setWindowTitle(raceLogType);
     }
     const QString defaults = RaceLogDefaults::TypeKey(raceLogType);
@@ -217,12 +217,12 @@ void RaceLogWindow::applyTypeDefaults() {
         if (NumberText::IsNumeric(value))
             field->setText(value);
     };
-    takeNumber("PF", sidePanel->txtPF);
-    takeNumber("TSR", sidePanel->txtTSR);
+    takeNumber("PF", sidePanel->pfField);
+    takeNumber("TSR", sidePanel->tsrField);
     const QString carNumber = Registry::Get(defaults, QStringLiteral("CarNumber"));
     if (carNumber != Registry::NoKeyValue)
-        sidePanel->txtCarNumber->setText(carNumber.trimmed());
-    takeNumber("TargetET", sidePanel->txtTargetET);
+        sidePanel->carNumberField->setText(carNumber.trimmed());
+    takeNumber("TargetET", sidePanel->targetEtField);
     selectReferenceRun(0);
 }
 
@@ -315,7 +315,7 @@ bool RaceLogWindow::saveLog(const QString& path) {
             return true;
     } else {
         const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
-            RaceLogFileRequests::saveRequest(windowTitle(), sidePanel->cboRaceTrack->currentText(),
+            RaceLogFileRequests::saveRequest(windowTitle(), sidePanel->raceTrackList->currentText(),
                                              QDate::currentDate(), ProgramFolder::ForUserFiles()));
         // Cancel is how a log that was never saved is thrown away: the window may close.
         if (!chosen)

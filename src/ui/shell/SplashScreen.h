@@ -6,14 +6,14 @@
 #include <QRegion>
 #include <QWidget>
 
-// The window shown while the main window loads: the picture picSkin as a shaped window
+// The window shown while the main window loads: its skin picture as a shaped window
 // without a frame, centred on the screen, with the hourglass pointer for as long as it lives.
 class SplashScreen : public QWidget {
     Q_OBJECT
 public:
     explicit SplashScreen(QWidget* parent = nullptr);
 
-    const QImage& picSkin() const { return skin; }
+    const QImage& skinImage() const { return skin; }
 
     // The outline of a picture: the colour of its top left pixel is see-through, and every
     // maximal run of other pixels in each row belongs to the shape.

@@ -4,9 +4,9 @@
 
 #include <QStringList>
 
-// The dialog seam that shows real windows to the person at the screen: message boxes, the
+// The dialog presenter that shows real windows to the person at the screen: message boxes, the
 // file dialog and the colour dialog. It installs itself for as long as it lives.
-class WidgetDialogs : public Dialogs::Seam {
+class WidgetDialogs : public Dialogs::Presenter {
 public:
     WidgetDialogs();
     ~WidgetDialogs() override;
@@ -20,7 +20,7 @@ public:
     bool usePrinter(QPagedPaintDevice& printer) override;
 
 private:
-    Dialogs::Seam* previous = nullptr;
+    Dialogs::Presenter* previous = nullptr;
 };
 
 // The file dialog's name filters for a filter in the program's form, "Tarnwick Race Log Files

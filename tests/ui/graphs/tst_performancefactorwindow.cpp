@@ -59,7 +59,7 @@ double slopeOf(double et, double aa, double pf) {
 }
 
 QCPCurve* plot(PerformanceFactorWindow* window, int index) {
-    return qobject_cast<QCPCurve*>(window->etGraph->plottable(index));
+    return qobject_cast<QCPCurve*>(window->graph->plottable(index));
 }
 
 // The line drawn through the run at (et, aa) for the factor pf: 250 ft of AA either way.
@@ -76,8 +76,8 @@ void checkLine(PerformanceFactorWindow* window, int index, double et, double aa,
 
 // A pick of an entry of the run list, as the user makes it.
 void pickRun(PerformanceFactorWindow* window, int entry) {
-    window->cboRun->setCurrentIndex(entry);
-    emit window->cboRun->activated(entry);
+    window->runList->setCurrentIndex(entry);
+    emit window->runList->activated(entry);
 }
 
 QStringList entries(const QComboBox* list) {
@@ -119,19 +119,19 @@ private slots:
         PerformanceFactorWindow* window = windows.open();
         QVERIFY(window);
         QCOMPARE(window->windowTitle(), QStringLiteral(" Performance Factor"));
-        QCOMPARE(window->cboRaceLogs->objectName(), QStringLiteral("cboRaceLogs"));
-        QCOMPARE(window->cboRun->objectName(), QStringLiteral("cboRun"));
-        QCOMPARE(window->txtPF->objectName(), QStringLiteral("txtPF"));
-        QCOMPARE(window->cmdGraph->objectName(), QStringLiteral("cmdGraph"));
-        QCOMPARE(window->cmdGraph->text(), QStringLiteral("&Graph"));
-        QCOMPARE(window->cmdSet->objectName(), QStringLiteral("cmdSet"));
-        QCOMPARE(window->cmdSet->text(), QStringLiteral("Set &PF"));
-        QCOMPARE(window->etGraph->objectName(), QStringLiteral("etGraph"));
+        QCOMPARE(window->raceLogList->objectName(), QStringLiteral("cboRaceLogs"));
+        QCOMPARE(window->runList->objectName(), QStringLiteral("cboRun"));
+        QCOMPARE(window->pfField->objectName(), QStringLiteral("txtPF"));
+        QCOMPARE(window->graphButton->objectName(), QStringLiteral("cmdGraph"));
+        QCOMPARE(window->graphButton->text(), QStringLiteral("&Graph"));
+        QCOMPARE(window->setButton->objectName(), QStringLiteral("cmdSet"));
+        QCOMPARE(window->setButton->text(), QStringLiteral("Set &PF"));
+        QCOMPARE(window->graph->objectName(), QStringLiteral("etGraph"));
         // The first log is chosen: its runs are listed, nothing is drawn yet.
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1"}));
-        QCOMPARE(entries(window->cboRun), QStringList({"All", "1", "2", "3"}));
-        QCOMPARE(window->cboRun->currentIndex(), -1);
-        QCOMPARE(window->etGraph->plottableCount(), 0);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1"}));
+        QCOMPARE(entries(window->runList), QStringList({"All", "1", "2", "3"}));
+        QCOMPARE(window->runList->currentIndex(), -1);
+        QCOMPARE(window->graph->plottableCount(), 0);
         QCOMPARE(window->runs().size(), 3);
         // The command brings the one window to the front.
         windows.run(QStringLiteral("miGraphET"));
@@ -143,17 +143,17 @@ private slots:
         GraphWindows windows;
         windows.newLog();
         PerformanceFactorWindow* window = windows.open();
-        window->txtPF->clear();
-        QTest::keyClicks(window->txtPF, QStringLiteral("a5.x-2 "));
-        QCOMPARE(window->txtPF->text(), QStringLiteral("5.-2"));
+        window->pfField->clear();
+        QTest::keyClicks(window->pfField, QStringLiteral("a5.x-2 "));
+        QCOMPARE(window->pfField->text(), QStringLiteral("5.-2"));
         // Focus moves only within the active window.
         windows.main.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&windows.main));
-        window->cmdSet->setFocus();
-        QTRY_VERIFY(window->cmdSet->hasFocus());
-        window->txtPF->setFocus();
-        QTRY_VERIFY(window->txtPF->hasFocus());
-        QTRY_COMPARE(window->txtPF->selectedText(), QStringLiteral("5.-2"));
+        window->setButton->setFocus();
+        QTRY_VERIFY(window->setButton->hasFocus());
+        window->pfField->setFocus();
+        QTRY_VERIFY(window->pfField->hasFocus());
+        QTRY_COMPARE(window->pfField->selectedText(), QStringLiteral("5.-2"));
     }
 
     // The log's factor comes into the window; a factor that is no number comes as "0.00".
@@ -164,9 +164,9 @@ private slots:
         RaceLogWindow* second = windows.newLog();
         second->document().setField(RaceLog::Field::PF, "-");
         PerformanceFactorWindow* window = windows.open();
-        QCOMPARE(window->txtPF->text(), QStringLiteral("5"));
-        window->cboRaceLogs->setCurrentIndex(1);
-        QCOMPARE(window->txtPF->text(), QStringLiteral("0.00"));
+        QCOMPARE(window->pfField->text(), QStringLiteral("5"));
+        window->raceLogList->setCurrentIndex(1);
+        QCOMPARE(window->pfField->text(), QStringLiteral("0.00"));
     }
 
     // "All" draws every run as a line 250 ft of AA either way along its slope, coloured white,
@@ -178,13 +178,13 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 3);
+        QCOMPARE(window->graph->plottableCount(), 3);
         checkLine(window, 0, 9.5, 2000, 5);
         checkLine(window, 1, 10.2, -350, 5);
         checkLine(window, 2, 7.85, 1200, 5);
         // Drawn again, it replaces the lines.
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 3);
+        QCOMPARE(window->graph->plottableCount(), 3);
     }
 
     // White, green, red, yellow, blue, cyan, magenta, and the eighth white again.
@@ -199,7 +199,7 @@ private slots:
         pickRun(window, 0);
         const QList<QColor> colours{Qt::white, Qt::green, Qt::red,     Qt::yellow,
                                     Qt::blue,  Qt::cyan,  Qt::magenta, Qt::white};
-        QCOMPARE(window->etGraph->plottableCount(), 8);
+        QCOMPARE(window->graph->plottableCount(), 8);
         for (int index = 0; index < 8; ++index)
             QCOMPARE(plot(window, index)->pen().color(), colours[index]);
     }
@@ -214,13 +214,13 @@ private slots:
         pickRun(window, 2);
         pickRun(window, 3);
         pickRun(window, 2);
-        QCOMPARE(window->etGraph->plottableCount(), 3);
+        QCOMPARE(window->graph->plottableCount(), 3);
         checkLine(window, 0, 10.2, -350, 5);
         checkLine(window, 1, 7.85, 1200, 5);
         checkLine(window, 2, 10.2, -350, 5);
         QCOMPARE(plot(window, 1)->pen().color(), QColor(Qt::green));
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 3);
+        QCOMPARE(window->graph->plottableCount(), 3);
         checkLine(window, 0, 9.5, 2000, 5);
     }
 
@@ -230,13 +230,13 @@ private slots:
         RaceLogWindow* log = windows.newLog();
         fillRuns(log, {{"9.5", "2000"}, {"9.6", ""}, {"9.7", "2200"}});
         PerformanceFactorWindow* window = windows.open();
-        QCOMPARE(entries(window->cboRun), QStringList({"All", "1", "2", "3"}));
+        QCOMPARE(entries(window->runList), QStringList({"All", "1", "2", "3"}));
         QCOMPARE(window->runs().size(), 1);
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 1);
+        QCOMPARE(window->graph->plottableCount(), 1);
         // A run beyond the lists draws nothing.
         pickRun(window, 3);
-        QCOMPARE(window->etGraph->plottableCount(), 1);
+        QCOMPARE(window->graph->plottableCount(), 1);
     }
 
     // A run at AA 0 has slope 0: its line cannot be drawn and the drawing ends there.
@@ -249,7 +249,7 @@ private slots:
         QCOMPARE(window->runs().size(), 3);
         QCOMPARE(window->runs()[1].slope, 0.0);
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 1);
+        QCOMPARE(window->graph->plottableCount(), 1);
         checkLine(window, 0, 9.5, 2000, 5);
         QVERIFY(dialogs->messages.isEmpty());
     }
@@ -263,10 +263,10 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        window->txtPF->setText(QStringLiteral("2.5"));
-        QTest::mouseClick(window->cmdGraph, Qt::LeftButton);
-        QCOMPARE(window->cboRun->currentIndex(), -1);
-        QVERIFY(window->cmdGraph->isEnabled());
+        window->pfField->setText(QStringLiteral("2.5"));
+        QTest::mouseClick(window->graphButton, Qt::LeftButton);
+        QCOMPARE(window->runList->currentIndex(), -1);
+        QVERIFY(window->graphButton->isEnabled());
         QCOMPARE(window->runs()[0].slope, slopeOf(9.5, 2000, 2.5));
         checkLine(window, 0, 9.5, 2000, 5);
         pickRun(window, 0);
@@ -284,9 +284,9 @@ private slots:
         log->document().setField(RaceLog::Field::PF, "5");
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
-        window->txtPF->setText(QStringLiteral("-"));
-        QTest::mouseClick(window->cmdGraph, Qt::LeftButton);
-        QCOMPARE(window->txtPF->text(), QStringLiteral("0.00"));
+        window->pfField->setText(QStringLiteral("-"));
+        QTest::mouseClick(window->graphButton, Qt::LeftButton);
+        QCOMPARE(window->pfField->text(), QStringLiteral("0.00"));
         pickRun(window, 0);
         checkLine(window, 1, 10.2, -350, 0);
     }
@@ -299,15 +299,15 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        window->txtPF->setText(QStringLiteral("10"));
-        QTest::mouseClick(window->cmdGraph, Qt::LeftButton);
+        window->pfField->setText(QStringLiteral("10"));
+        QTest::mouseClick(window->graphButton, Qt::LeftButton);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text, QStringLiteral("Error detected in graph option!"));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Critical);
-        QVERIFY(window->cmdGraph->isEnabled());
+        QVERIFY(window->graphButton->isEnabled());
         // The slopes of the factor before stay; the lines drawn too.
         QCOMPARE(window->runs()[0].slope, slopeOf(9.5, 2000, 5));
-        QCOMPARE(window->etGraph->plottableCount(), 3);
+        QCOMPARE(window->graph->plottableCount(), 3);
     }
 
     // A log chosen with PF 10 has no slopes at all: nothing to draw, no message.
@@ -319,7 +319,7 @@ private slots:
         PerformanceFactorWindow* window = windows.open();
         QCOMPARE(window->runs().size(), 0);
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 0);
+        QCOMPARE(window->graph->plottableCount(), 0);
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -333,19 +333,19 @@ private slots:
         PerformanceFactorWindow* window = windows.open();
         const QString caption = frameCaption(log);
         const int steps = log->document().undoStack().count();
-        window->txtPF->setText(QStringLiteral("5"));
-        QTest::mouseClick(window->cmdSet, Qt::LeftButton);
+        window->pfField->setText(QStringLiteral("5"));
+        QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("5"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("5"));
         QCOMPARE(log->document().undoStack().count(), steps + 1);
         QCOMPARE(log->document().undoStack().undoText(), QStringLiteral("Set PF"));
         QCOMPARE(frameCaption(log), caption);
         log->document().undoStack().undo();
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("4.25"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("4.25"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("4.25"));
         // A trial that is no number is not set.
-        window->txtPF->setText(QStringLiteral("-"));
-        QTest::mouseClick(window->cmdSet, Qt::LeftButton);
+        window->pfField->setText(QStringLiteral("-"));
+        QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(log->document().field(RaceLog::Field::PF), QStringLiteral("4.25"));
     }
 
@@ -358,29 +358,29 @@ private slots:
         RaceLogWindow* second = windows.newLog();
         fillRuns(second, {{"8.1", "900"}});
         PerformanceFactorWindow* window = windows.open();
-        window->cboRaceLogs->setCurrentIndex(1);
+        window->raceLogList->setCurrentIndex(1);
         QCOMPARE(window->runs().size(), 1);
         pickRun(window, 0);
         closeLog(first, *dialogs);
         QVERIFY(!windows.slot(0));
         RaceLogWindow* third = windows.newLog();
         QVERIFY(windows.slot(0) == third);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1", "Race Log# 2"}));
-        QCOMPARE(window->cboRaceLogs->currentIndex(), 1);
-        QCOMPARE(window->etGraph->plottableCount(), 1);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 2"}));
+        QCOMPARE(window->raceLogList->currentIndex(), 1);
+        QCOMPARE(window->graph->plottableCount(), 1);
         windows.newLog();
-        QCOMPARE(entries(window->cboRaceLogs),
+        QCOMPARE(entries(window->raceLogList),
                  QStringList({"Race Log# 1", "Race Log# 2", "Race Log# 3"}));
-        QCOMPARE(window->etGraph->plottableCount(), 1);
+        QCOMPARE(window->graph->plottableCount(), 1);
 
         closeLog(second, *dialogs);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboRaceLogs->setCurrentIndex(1);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1", "Race Log# 3"}));
-        QCOMPARE(window->cboRaceLogs->currentIndex(), 0);
+        window->raceLogList->setCurrentIndex(0);
+        window->raceLogList->setCurrentIndex(1);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 3"}));
+        QCOMPARE(window->raceLogList->currentIndex(), 0);
         // Set PF with the first log chosen goes to it.
-        window->txtPF->setText(QStringLiteral("3"));
-        QTest::mouseClick(window->cmdSet, Qt::LeftButton);
+        window->pfField->setText(QStringLiteral("3"));
+        QTest::mouseClick(window->setButton, Qt::LeftButton);
         QCOMPARE(third->document().field(RaceLog::Field::PF), QStringLiteral("3"));
     }
 
@@ -392,7 +392,7 @@ private slots:
         fillRuns(log, ThreeRuns);
         PerformanceFactorWindow* window = windows.open();
         pickRun(window, 0);
-        QCustomPlot* graph = window->etGraph;
+        QCustomPlot* graph = window->graph;
         graph->xAxis->setRange(0, 1);
         graph->yAxis->setRange(0, 1);
         const QPoint middle = graph->axisRect()->rect().center();
@@ -491,7 +491,7 @@ private slots:
         auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget());
         frame->resize(760, 520);
         pickRun(window, 0);
-        QCOMPARE(window->etGraph->plottableCount(), 40);
+        QCOMPARE(window->graph->plottableCount(), 40);
         const QString folder = qEnvironmentVariable("TARNWICK_KEEP_PICTURES");
         if (!folder.isEmpty()) {
             QTest::qWait(50);

@@ -94,15 +94,15 @@ private slots:
         QVERIFY(window);
         QCOMPARE(window->objectName(), QStringLiteral("frmGraphTS"));
         QCOMPARE(window->windowTitle(), QStringLiteral("Throttle Stop Ratio"));
-        QCOMPARE(window->findChild<QComboBox*>("cboRaceLogs"), window->cboRaceLogs);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1"}));
+        QCOMPARE(window->findChild<QComboBox*>("cboRaceLogs"), window->raceLogList);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1"}));
         QCOMPARE(entries(window->findChild<QComboBox*>("cboGraph")),
                  QStringList({"Auto Scale", "Cursors", "Pan", "Zoom In", "Zoom Out"}));
         QCOMPARE(entries(window->findChild<QComboBox*>("cboCursors")),
                  QStringList({"Float", "Snap", "Fit"}));
-        QCOMPARE(window->cboGraph->currentIndex(), 0);
-        QCOMPARE(window->cboCursors->currentIndex(), 0);
-        QVERIFY(window->cboCursors->isHidden());
+        QCOMPARE(window->mouseModeList->currentIndex(), 0);
+        QCOMPARE(window->cursorModeList->currentIndex(), 0);
+        QVERIFY(window->cursorModeList->isHidden());
         QCOMPARE(window->findChildren<QLabel*>("lblCursor").size(), 2);
         QCOMPARE(window->findChild<QPushButton*>("cmdSet")->text(), QStringLiteral("Set &TSR"));
         auto* graph = window->findChild<RunGraph*>("tsGraph");
@@ -128,18 +128,18 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        const QList<QPointF> left = points(window->tsGraph, "left");
+        window->raceLogList->setCurrentIndex(0);
+        const QList<QPointF> left = points(window->graph, "left");
         QCOMPARE(left.size(), 2);
         QVERIFY(near(left[0], QPointF(Left2, 1.6)));
         QVERIFY(near(left[1], QPointF(Left1, 1.5)));
-        const QList<QPointF> right = points(window->tsGraph, "right");
+        const QList<QPointF> right = points(window->graph, "right");
         QCOMPARE(right.size(), 1);
         QVERIFY(near(right[0], QPointF(Right1, 1.4)));
-        QVERIFY(points(window->tsGraph, "line").isEmpty());
+        QVERIFY(points(window->graph, "line").isEmpty());
         // Auto Scale: the axes span the points.
-        QVERIFY(window->tsGraph->xAxis->range().contains(Left2));
-        QVERIFY(window->tsGraph->xAxis->range().contains(Right1));
+        QVERIFY(window->graph->xAxis->range().contains(Left2));
+        QVERIFY(window->graph->xAxis->range().contains(Right1));
     }
 
     void onlyLeftLaneRunsLeaveTheRightPlotEmpty() {
@@ -149,9 +149,9 @@ private slots:
         addRuns(log, {{{3, "Left"}, {12, "9.5"}, {19, "2000"}, {14, "1.5"}},
                       {{3, ""}, {12, "9.6"}, {19, "2100"}, {14, "1.4"}}});
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        QCOMPARE(points(window->tsGraph, "left").size(), 2);
-        QVERIFY(points(window->tsGraph, "right").isEmpty());
+        window->raceLogList->setCurrentIndex(0);
+        QCOMPARE(points(window->graph, "left").size(), 2);
+        QVERIFY(points(window->graph, "right").isEmpty());
     }
 
     // A run without its time yet stops the whole graph, even the runs before it.
@@ -163,9 +163,9 @@ private slots:
         log->grid->newRun();
         setCells(log, 4, {{3, "Right"}, {19, "2000"}, {14, "1.5"}});
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
+        window->raceLogList->setCurrentIndex(0);
         for (const char* plot : {"left", "right", "line"})
-            QVERIFY(points(window->tsGraph, plot).isEmpty());
+            QVERIFY(points(window->graph, plot).isEmpty());
     }
 
     // The graph is drawn afresh for each log chosen.
@@ -180,11 +180,11 @@ private slots:
         second->document().setField(RaceLog::Field::TargetET, "");
         setCells(second, 1, {{12, "9.5"}, {19, "2000"}, {14, "1.5"}});
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        QCOMPARE(points(window->tsGraph, "left").size(), 2);
-        window->cboRaceLogs->setCurrentIndex(1);
-        QVERIFY(points(window->tsGraph, "left").isEmpty());
-        QVERIFY(points(window->tsGraph, "right").isEmpty());
+        window->raceLogList->setCurrentIndex(0);
+        QCOMPARE(points(window->graph, "left").size(), 2);
+        window->raceLogList->setCurrentIndex(1);
+        QVERIFY(points(window->graph, "left").isEmpty());
+        QVERIFY(points(window->graph, "right").isEmpty());
     }
 
     // Cursors: both to the middle, their readings, the line through them and the ratio.
@@ -194,12 +194,12 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        RunGraph* graph = window->tsGraph;
-        window->cboGraph->setCurrentIndex(1);
+        window->raceLogList->setCurrentIndex(0);
+        RunGraph* graph = window->graph;
+        window->mouseModeList->setCurrentIndex(1);
         QCOMPARE(graph->property("trackingMode").toInt(), 2);
         QVERIFY(graph->cursorsShown());
-        QVERIFY(!window->cboCursors->isHidden());
+        QVERIFY(!window->cursorModeList->isHidden());
         const QPointF middle(graph->xAxis->range().center(), graph->yAxis->range().center());
         QCOMPARE(graph->cursorPosition(0), middle);
         QCOMPARE(graph->cursorPosition(1), middle);
@@ -239,9 +239,9 @@ private slots:
         windows.main.resize(1000, 700);
         windows.main.show();
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(1);
-        RunGraph* graph = window->tsGraph;
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(1);
+        RunGraph* graph = window->graph;
         graph->replot();
         const QPointF from = graph->cursorPosition(0);
         const QPoint press(int(graph->xAxis->coordToPixel(from.x())),
@@ -265,16 +265,16 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(1);
-        window->cboCursors->setCurrentIndex(1);
-        RunGraph* graph = window->tsGraph;
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(1);
+        window->cursorModeList->setCurrentIndex(1);
+        RunGraph* graph = window->graph;
         QVERIFY(graph->snaps());
         graph->setCursorPosition(0, QPointF(Right1 + 0.01, 1.39));
         QVERIFY(near(graph->cursorPosition(0), QPointF(Right1, 1.4)));
         graph->setCursorPosition(1, QPointF(Left2 + 0.1, 1.55));
         QVERIFY(near(graph->cursorPosition(1), QPointF(Left2, 1.6)));
-        window->cboCursors->setCurrentIndex(0);
+        window->cursorModeList->setCurrentIndex(0);
         graph->setCursorPosition(1, QPointF(8.0, 1.55));
         QCOMPARE(graph->cursorPosition(1), QPointF(8.0, 1.55));
     }
@@ -286,27 +286,27 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        RunGraph* graph = window->tsGraph;
-        window->cboGraph->setCurrentIndex(1);
+        window->raceLogList->setCurrentIndex(0);
+        RunGraph* graph = window->graph;
+        window->mouseModeList->setCurrentIndex(1);
         graph->setCursorPosition(0, QPointF(9.4, 1.5));
         QCOMPARE(points(graph, "line").size(), 2);
 
-        window->cboGraph->setCurrentIndex(2);
+        window->mouseModeList->setCurrentIndex(2);
         QCOMPARE(graph->trackingMode(), 3);
         QVERIFY(graph->interactions().testFlag(QCP::iRangeDrag));
         QVERIFY(!graph->cursorsShown());
-        QVERIFY(window->cboCursors->isHidden());
+        QVERIFY(window->cursorModeList->isHidden());
         QVERIFY(points(graph, "line").isEmpty());
 
-        window->cboGraph->setCurrentIndex(3);
+        window->mouseModeList->setCurrentIndex(3);
         QCOMPARE(graph->trackingMode(), 6);
         QCOMPARE(graph->selectionRectMode(), QCP::srmZoom);
 
         // Zoom Out widens each axis by 0.2 at both ends and leaves the mouse's mode.
         const QCPRange x = graph->xAxis->range();
         const QCPRange y = graph->yAxis->range();
-        window->cboGraph->setCurrentIndex(4);
+        window->mouseModeList->setCurrentIndex(4);
         QCOMPARE(graph->trackingMode(), 6);
         QCOMPARE(graph->xAxis->range().lower, x.lower - 0.2);
         QCOMPARE(graph->xAxis->range().upper, x.upper + 0.2);
@@ -314,7 +314,7 @@ private slots:
         QCOMPARE(graph->yAxis->range().upper, y.upper + 0.2);
 
         // Auto Scale brings the axes back to the points.
-        window->cboGraph->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(0);
         QCOMPARE(graph->trackingMode(), 6);
         QCOMPARE(graph->xAxis->range().lower, x.lower);
         QCOMPARE(graph->yAxis->range().upper, y.upper);
@@ -356,21 +356,21 @@ private slots:
                       {14, QString::number(point.y(), 'f', 1)}});
         }
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(RunGraph::Cursors);
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(RunGraph::Cursors);
         auto* lanes = window->findChild<QComboBox*>("cboLanes");
         QVERIFY(lanes);
         QCOMPARE(entries(lanes), QStringList({"Both Lanes", "Left Lane", "Right Lane"}));
         QVERIFY(!lanes->isVisibleTo(window));
 
         lanes->setCurrentIndex(1);
-        window->cboCursors->setCurrentIndex(2);
+        window->cursorModeList->setCurrentIndex(2);
         QVERIFY(lanes->isVisibleTo(window));
-        QVERIFY(near(window->tsGraph->cursorPosition(0), QPointF(9.40, 1.25)));
-        QVERIFY(near(window->tsGraph->cursorPosition(1), QPointF(9.60, 1.30)));
+        QVERIFY(near(window->graph->cursorPosition(0), QPointF(9.40, 1.25)));
+        QVERIFY(near(window->graph->cursorPosition(1), QPointF(9.60, 1.30)));
         QCOMPARE(window->windowTitle(), QStringLiteral("Throttle Stop Ratio: 0.002500"));
-        QCOMPARE(window->lblCursor[1]->text(), QStringLiteral("RMS 0.0030 s"));
-        window->cmdSet->click();
+        QCOMPARE(window->cursorLabel[1]->text(), QStringLiteral("RMS 0.0030 s"));
+        window->setButton->click();
         QCOMPARE(log->document().content().tsr, QStringLiteral("0.002500"));
 
         // Both lanes: the least-squares line of all ten points, worked out here.
@@ -390,21 +390,21 @@ private slots:
         double squares = 0;
         for (const QPointF& p : all)
             squares += std::pow(p.y() - (my + slope * (p.x() - mx)), 2);
-        const QPointF first = window->tsGraph->cursorPosition(0);
-        const QPointF last = window->tsGraph->cursorPosition(1);
+        const QPointF first = window->graph->cursorPosition(0);
+        const QPointF last = window->graph->cursorPosition(1);
         QVERIFY(std::abs(first.x() - 9.38) < 1e-9);
         QVERIFY(std::abs(last.x() - 9.70) < 1e-9);
         QVERIFY(std::abs(first.y() - (my + slope * (9.38 - mx))) < 1e-9);
         QVERIFY(std::abs(last.y() - (my + slope * (9.70 - mx))) < 1e-9);
-        QCOMPARE(window->lblCursor[1]->text(),
+        QCOMPARE(window->cursorLabel[1]->text(),
                  "RMS " + QString::number(std::sqrt(squares / all.size()), 'f', 4) + " s");
         QCOMPARE(window->windowTitle(),
                  "Throttle Stop Ratio: " + QString::number(std::abs(slope) * 0.01, 'f', 6));
 
         // Back to Float: the lane list goes and the cursors read their places again.
-        window->cboCursors->setCurrentIndex(0);
+        window->cursorModeList->setCurrentIndex(0);
         QVERIFY(!lanes->isVisibleTo(window));
-        QVERIFY(!window->lblCursor[1]->text().startsWith("RMS"));
+        QVERIFY(!window->cursorLabel[1]->text().startsWith("RMS"));
     }
 
     void aLaneWithoutTwoEtsHasNoLineToFit() {
@@ -413,11 +413,11 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(RunGraph::Cursors);
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(RunGraph::Cursors);
         window->findChild<QComboBox*>("cboLanes")->setCurrentIndex(2); // one right run only
-        window->cboCursors->setCurrentIndex(2);
-        QCOMPARE(window->lblCursor[1]->text(), QStringLiteral("No line to fit"));
+        window->cursorModeList->setCurrentIndex(2);
+        QCOMPARE(window->cursorLabel[1]->text(), QStringLiteral("No line to fit"));
         QCOMPARE(window->windowTitle(), QStringLiteral("Throttle Stop Ratio"));
     }
 
@@ -429,16 +429,16 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(1);
-        window->tsGraph->setCursorPosition(0, QPointF(9.4, 1.5));
-        window->tsGraph->setCursorPosition(1, QPointF(9.6, 1.3));
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(1);
+        window->graph->setCursorPosition(0, QPointF(9.4, 1.5));
+        window->graph->setCursorPosition(1, QPointF(9.6, 1.3));
         RaceLog& document = log->document();
         const int steps = document.undoStack().count();
         const QString page = log->document().prediction().line().pagerMessage;
-        window->cmdSet->click();
+        window->setButton->click();
         QCOMPARE(document.field(RaceLog::Field::TSR), QStringLiteral("0.010000"));
-        QCOMPARE(log->sidePanel->txtTSR->text(), QStringLiteral("0.010000"));
+        QCOMPARE(log->sidePanel->tsrField->text(), QStringLiteral("0.010000"));
         QCOMPARE(document.undoStack().count(), steps + 1);
         QCOMPARE(document.undoStack().undoText(), QStringLiteral("Set TSR"));
         QCOMPARE(log->findChild<QAction*>("miUndo")->text(), QStringLiteral("Undo Set TSR"));
@@ -456,9 +456,9 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
+        window->raceLogList->setCurrentIndex(0);
         const int steps = log->document().undoStack().count();
-        window->cmdSet->click();
+        window->setButton->click();
         QCOMPARE(log->document().field(RaceLog::Field::TSR), QStringLiteral("0.25"));
         QCOMPARE(log->document().undoStack().count(), steps);
     }
@@ -472,29 +472,29 @@ private slots:
         threeRuns(first);
         RaceLogWindow* second = windows.newLog();
         ThrottleStopGraphWindow* window = open(windows);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1", "Race Log# 2"}));
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 2"}));
         RaceLogWindow* third = windows.newLog();
         third->document().setField(RaceLog::Field::PageIdentifier, "Blue");
-        QCOMPARE(window->cboRaceLogs->count(), 3);
+        QCOMPARE(window->raceLogList->count(), 3);
 
         closeLog(second, *dialogs);
-        QCOMPARE(window->cboRaceLogs->count(), 3);
-        window->cboRaceLogs->setCurrentIndex(1);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1", "Race Log# 3"}));
-        QCOMPARE(window->cboRaceLogs->currentIndex(), 0);
-        QCOMPARE(points(window->tsGraph, "left").size(), 2);
+        QCOMPARE(window->raceLogList->count(), 3);
+        window->raceLogList->setCurrentIndex(1);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 3"}));
+        QCOMPARE(window->raceLogList->currentIndex(), 0);
+        QCOMPARE(points(window->graph, "left").size(), 2);
 
         // Set TSR for a closed log does nothing and keeps its entry.
         closeLog(third, *dialogs);
-        window->cboGraph->setCurrentIndex(1);
-        window->tsGraph->setCursorPosition(0, QPointF(9.4, 1.5));
-        window->tsGraph->setCursorPosition(1, QPointF(9.6, 1.3));
+        window->mouseModeList->setCurrentIndex(1);
+        window->graph->setCursorPosition(0, QPointF(9.4, 1.5));
+        window->graph->setCursorPosition(1, QPointF(9.6, 1.3));
         {
-            const QSignalBlocker quiet(window->cboRaceLogs);
-            window->cboRaceLogs->setCurrentIndex(1);
+            const QSignalBlocker quiet(window->raceLogList);
+            window->raceLogList->setCurrentIndex(1);
         }
-        window->cmdSet->click();
-        QCOMPARE(window->cboRaceLogs->count(), 2);
+        window->setButton->click();
+        QCOMPARE(window->raceLogList->count(), 2);
         QCOMPARE(first->document().field(RaceLog::Field::TSR), QStringLiteral("0.25"));
     }
 
@@ -506,9 +506,9 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
-        window->cboGraph->setCurrentIndex(1);
-        window->tsGraph->setCursorPosition(0, QPointF(9.4, 1.5));
+        window->raceLogList->setCurrentIndex(0);
+        window->mouseModeList->setCurrentIndex(1);
+        window->graph->setCursorPosition(0, QPointF(9.4, 1.5));
         windows.main.mdiArea()->setActiveSubWindow(frameOf(window));
         const QString file = home->root() + QStringLiteral("/ts.pdf");
         dialogs->queueFile(file);
@@ -533,7 +533,7 @@ private slots:
         fillLog(log);
         threeRuns(log);
         ThrottleStopGraphWindow* window = open(windows);
-        window->cboRaceLogs->setCurrentIndex(0);
+        window->raceLogList->setCurrentIndex(0);
         windows.main.mdiArea()->setActiveSubWindow(frameOf(window));
         const QString file = home->root() + QStringLiteral("/ts.pdf");
         dialogs->queueFile(file);
@@ -542,15 +542,15 @@ private slots:
         QCOMPARE(PdfReading::imageSizes(file), QList<QSize>());
         const QString text = PdfReading::text(file);
         QVERIFY2(text.contains(QStringLiteral("ET at 0 ft AA")), qPrintable(text));
-        const QList<QString> ticks = window->tsGraph->xAxis->tickVectorLabels();
+        const QList<QString> ticks = window->graph->xAxis->tickVectorLabels();
         QVERIFY(ticks.size() >= 2);
         for (const QString& tick : ticks)
             QVERIFY2(text.contains(tick), qPrintable(tick + QStringLiteral(" in ") + text));
         const QImage page = PdfReading::firstPage(file);
         const QRect graph = PdfReading::filledArea(page, Qt::black);
-        const double scale = 144.0 / window->tsGraph->logicalDpiX();
-        QVERIFY(std::abs(graph.width() - window->tsGraph->width() * scale) <= 3);
-        QVERIFY(std::abs(graph.height() - window->tsGraph->height() * scale) <= 3);
+        const double scale = 144.0 / window->graph->logicalDpiX();
+        QVERIFY(std::abs(graph.width() - window->graph->width() * scale) <= 3);
+        QVERIFY(std::abs(graph.height() - window->graph->height() * scale) <= 3);
         // Discs 6 pixels across, 9 units on the page: two in the left lane, one in the right.
         QVERIFY(PdfReading::pixelsNear(page, graph, QColor(255, 220, 0), 60) > 60);
         QVERIFY(PdfReading::pixelsNear(page, graph, QColor(0, 200, 255), 60) > 30);
@@ -600,11 +600,10 @@ private slots:
         }
         ThrottleStopGraphWindow* window = open(windows);
         frameOf(window)->setGeometry(0, 0, 860, 560);
-        window->cboRaceLogs->setCurrentIndex(0);
-        QCOMPARE(points(window->tsGraph, "left").size() + points(window->tsGraph, "right").size(),
-                 40);
-        window->cboGraph->setCurrentIndex(1);
-        RunGraph* graph = window->tsGraph;
+        window->raceLogList->setCurrentIndex(0);
+        QCOMPARE(points(window->graph, "left").size() + points(window->graph, "right").size(), 40);
+        window->mouseModeList->setCurrentIndex(1);
+        RunGraph* graph = window->graph;
         const double s = 4.25e-6;
         const auto corrected = [s](double et) { return et - s * 2099 * et; };
         graph->setCursorPosition(0, QPointF(corrected(9.43), 1.225));

@@ -53,7 +53,7 @@ class TestTrendFinder : public QObject {
     // Chooses the log, answering the clearing question.
     void chooseLog(TrendFinderWindow* window, int index, Dialogs::Answer answer) {
         dialogs->queueAnswer(answer);
-        window->cboRaceLogs->setCurrentIndex(index);
+        window->raceLogList->setCurrentIndex(index);
     }
 
 private slots:
@@ -81,8 +81,8 @@ private slots:
                  QStringList({"Auto Scale", "Cursors", "Pan", "Zoom In", "Zoom Out"}));
         QCOMPARE(entries(window->findChild<QComboBox*>("cboCursors")),
                  QStringList({"Float", "Snap"}));
-        QCOMPARE(window->cboGraph->currentIndex(), 0);
-        QVERIFY(window->cboCursors->isHidden());
+        QCOMPARE(window->mouseModeList->currentIndex(), 0);
+        QVERIFY(window->cursorModeList->isHidden());
         QCOMPARE(window->findChild<QLabel*>("lblCursor")->text(), QStringLiteral("0.0000"));
         auto* graph = window->findChild<RunGraph*>("runGraph");
         QVERIFY(graph);
@@ -110,8 +110,8 @@ private slots:
                  QStringLiteral("Question:\r\n  Would you like to clear the graph?"));
         QCOMPARE(question.icon, Dialogs::Icon::Question);
         QCOMPARE(question.buttons, Dialogs::Buttons::YesNo);
-        for (int i = 0; i < window->runGraph->graphCount(); ++i)
-            QVERIFY(window->runGraph->graph(i)->data()->isEmpty());
+        for (int i = 0; i < window->graph->graphCount(); ++i)
+            QVERIFY(window->graph->graph(i)->data()->isEmpty());
     }
 
     // The column goes on its plot one run further along for each value, as single precision.
@@ -124,23 +124,22 @@ private slots:
                       {{22, "29.5"}, {23, "91"}}});
         TrendFinderWindow* window = open(windows);
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        choose(window->cboChart, AbpEntry);
+        choose(window->quantityList, AbpEntry);
         // The gap in run 3 ends the column.
-        QCOMPARE(points(window->runGraph, "ABP"),
+        QCOMPARE(points(window->graph, "ABP"),
                  QList<QPointF>({QPointF(1, 29.92f), QPointF(2, 30.1f)}));
-        QVERIFY(points(window->runGraph, "Temp").isEmpty());
-        choose(window->cboChart, TempEntry);
-        QCOMPARE(
-            points(window->runGraph, "Temp"),
-            QList<QPointF>({QPointF(1, 85), QPointF(2, 88.5), QPointF(3, 90), QPointF(4, 91)}));
+        QVERIFY(points(window->graph, "Temp").isEmpty());
+        choose(window->quantityList, TempEntry);
+        QCOMPARE(points(window->graph, "Temp"), QList<QPointF>({QPointF(1, 85), QPointF(2, 88.5),
+                                                                QPointF(3, 90), QPointF(4, 91)}));
         // Chosen again, the column goes on a second time behind the first.
-        choose(window->cboChart, AbpEntry);
-        QCOMPARE(points(window->runGraph, "ABP"),
+        choose(window->quantityList, AbpEntry);
+        QCOMPARE(points(window->graph, "ABP"),
                  QList<QPointF>({QPointF(1, 29.92f), QPointF(2, 30.1f), QPointF(3, 29.92f),
                                  QPointF(4, 30.1f)}));
         // The axes take in what was drawn.
-        QVERIFY(window->runGraph->yAxis->range().contains(29.92));
-        QVERIFY(window->runGraph->yAxis->range().contains(91));
+        QVERIFY(window->graph->yAxis->range().contains(29.92));
+        QVERIFY(window->graph->yAxis->range().contains(91));
     }
 
     void textInTheFirstRunDrawsNothing() {
@@ -149,8 +148,8 @@ private slots:
         addRuns(log, {{{6, "n/a"}}, {{6, "1.25"}}});
         TrendFinderWindow* window = open(windows);
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        choose(window->cboChart, 0);
-        QVERIFY(points(window->runGraph, "ft60").isEmpty());
+        choose(window->quantityList, 0);
+        QVERIFY(points(window->graph, "ft60").isEmpty());
     }
 
     // Two logs on one quantity run on along the same plot; No keeps the chart for the next
@@ -163,17 +162,17 @@ private slots:
         addRuns(second, {{{24, "55"}}, {{24, "57.5"}}, {{24, "60"}}});
         TrendFinderWindow* window = open(windows);
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        choose(window->cboChart, RhEntry);
+        choose(window->quantityList, RhEntry);
         chooseLog(window, 1, Dialogs::Answer::No);
-        QCOMPARE(points(window->runGraph, "RH").size(), 2);
-        choose(window->cboChart, RhEntry);
-        QCOMPARE(points(window->runGraph, "RH"),
+        QCOMPARE(points(window->graph, "RH").size(), 2);
+        choose(window->quantityList, RhEntry);
+        QCOMPARE(points(window->graph, "RH"),
                  QList<QPointF>({QPointF(1, 40), QPointF(2, 42), QPointF(3, 55), QPointF(4, 57.5),
                                  QPointF(5, 60)}));
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        QVERIFY(points(window->runGraph, "RH").isEmpty());
-        choose(window->cboChart, RhEntry);
-        QCOMPARE(points(window->runGraph, "RH"), QList<QPointF>({QPointF(1, 40), QPointF(2, 42)}));
+        QVERIFY(points(window->graph, "RH").isEmpty());
+        choose(window->quantityList, RhEntry);
+        QCOMPARE(points(window->graph, "RH"), QList<QPointF>({QPointF(1, 40), QPointF(2, 42)}));
     }
 
     // A quantity chosen with no log chosen draws nothing.
@@ -182,9 +181,9 @@ private slots:
         RaceLogWindow* log = windows.newLog();
         addRuns(log, {{{24, "40"}}});
         TrendFinderWindow* window = open(windows);
-        QCOMPARE(window->cboRaceLogs->currentIndex(), -1);
-        choose(window->cboChart, RhEntry);
-        QVERIFY(points(window->runGraph, "RH").isEmpty());
+        QCOMPARE(window->raceLogList->currentIndex(), -1);
+        choose(window->quantityList, RhEntry);
+        QVERIFY(points(window->graph, "RH").isEmpty());
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -195,27 +194,27 @@ private slots:
         addRuns(log, {{{24, "40"}}, {{24, "42"}}, {{24, "47"}}});
         TrendFinderWindow* window = open(windows);
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        choose(window->cboChart, RhEntry);
-        window->cboGraph->setCurrentIndex(1);
-        RunGraph* graph = window->runGraph;
+        choose(window->quantityList, RhEntry);
+        window->mouseModeList->setCurrentIndex(1);
+        RunGraph* graph = window->graph;
         QCOMPARE(graph->trackingMode(), 2);
         QVERIFY(graph->cursorsShown());
-        QVERIFY(!window->cboCursors->isHidden());
+        QVERIFY(!window->cursorModeList->isHidden());
         QCOMPARE(graph->cursorPosition(0).y(), graph->yAxis->range().center());
         graph->setCursorPosition(0, QPointF(2.2, 41.25));
-        QCOMPARE(window->lblCursor->text(), QStringLiteral("41.2500"));
-        window->cboCursors->setCurrentIndex(1);
+        QCOMPARE(window->cursorLabel->text(), QStringLiteral("41.2500"));
+        window->cursorModeList->setCurrentIndex(1);
         graph->setCursorPosition(0, QPointF(2.8, 46));
         QCOMPARE(graph->cursorPosition(0), QPointF(3, 47));
-        QCOMPARE(window->lblCursor->text(), QStringLiteral("47.0000"));
-        window->cboGraph->setCurrentIndex(2);
+        QCOMPARE(window->cursorLabel->text(), QStringLiteral("47.0000"));
+        window->mouseModeList->setCurrentIndex(2);
         QCOMPARE(graph->trackingMode(), 3);
         QVERIFY(!graph->cursorsShown());
-        QVERIFY(window->cboCursors->isHidden());
-        window->cboGraph->setCurrentIndex(3);
+        QVERIFY(window->cursorModeList->isHidden());
+        window->mouseModeList->setCurrentIndex(3);
         QCOMPARE(graph->trackingMode(), 6);
         const QCPRange y = graph->yAxis->range();
-        window->cboGraph->setCurrentIndex(4);
+        window->mouseModeList->setCurrentIndex(4);
         QCOMPARE(graph->yAxis->range().lower, y.lower - 0.2);
         QCOMPARE(graph->trackingMode(), 6);
     }
@@ -229,17 +228,17 @@ private slots:
         RaceLogWindow* second = windows.newLog();
         TrendFinderWindow* window = open(windows);
         windows.newLog();
-        QCOMPARE(entries(window->cboRaceLogs),
+        QCOMPARE(entries(window->raceLogList),
                  QStringList({"Race Log# 1", "Race Log# 2", "Race Log# 3"}));
         chooseLog(window, 1, Dialogs::Answer::No);
         closeLog(second, *dialogs);
         dialogs->queueAnswer(Dialogs::Answer::No);
-        choose(window->cboChart, RhEntry);
-        QCOMPARE(entries(window->cboRaceLogs), QStringList({"Race Log# 1", "Race Log# 3"}));
-        QCOMPARE(window->cboRaceLogs->currentIndex(), 0);
-        QVERIFY(points(window->runGraph, "RH").isEmpty());
-        choose(window->cboChart, RhEntry);
-        QCOMPARE(points(window->runGraph, "RH"), QList<QPointF>({QPointF(1, 40)}));
+        choose(window->quantityList, RhEntry);
+        QCOMPARE(entries(window->raceLogList), QStringList({"Race Log# 1", "Race Log# 3"}));
+        QCOMPARE(window->raceLogList->currentIndex(), 0);
+        QVERIFY(points(window->graph, "RH").isEmpty());
+        choose(window->quantityList, RhEntry);
+        QCOMPARE(points(window->graph, "RH"), QList<QPointF>({QPointF(1, 40)}));
     }
 
     void printAndPdfExport() {
@@ -295,12 +294,12 @@ private slots:
         TrendFinderWindow* window = open(windows);
         frameOf(window)->setGeometry(0, 0, 900, 560);
         chooseLog(window, 0, Dialogs::Answer::Yes);
-        choose(window->cboChart, TempEntry);
-        choose(window->cboChart, RhEntry);
-        window->cboGraph->setCurrentIndex(1);
-        window->runGraph->setCursorPosition(0, QPointF(12, 70));
-        QCOMPARE(points(window->runGraph, "Temp").size(), 30);
-        window->runGraph->replot();
+        choose(window->quantityList, TempEntry);
+        choose(window->quantityList, RhEntry);
+        window->mouseModeList->setCurrentIndex(1);
+        window->graph->setCursorPosition(0, QPointF(12, 70));
+        QCOMPARE(points(window->graph, "Temp").size(), 30);
+        window->graph->replot();
         const QImage picture = frameOf(window)->grab().toImage();
         QVERIFY(!picture.isNull());
         if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))

@@ -123,8 +123,8 @@ private slots:
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
         addRuns(log, 2);
-        log->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
-        const QString date = log->sidePanel->txtDate->text();
+        log->sidePanel->pageIdentifierField->setText(QStringLiteral("Red"));
+        const QString date = log->sidePanel->dateField->text();
         rowCommand(log, "miRaceLog");
         const QList<ViewerWindow*> shown = viewers(windows.main);
         QCOMPARE(shown.size(), 1);

@@ -36,9 +36,9 @@ void chooseSimulatorPort(const QString& device) {
 // the page under its identifier.
 void preparePagingLog(RaceLogWindow* log, const QString& identifier) {
     setCells(log, 1, {{12, "9.5"}, {19, "2000"}});
-    log->sidePanel->txtPF->setText(QStringLiteral("5"));
-    log->sidePanel->txtPageIdentifier->setText(identifier);
-    log->sidePanel->chkPagerPredictions->click();
+    log->sidePanel->pfField->setText(QStringLiteral("5"));
+    log->sidePanel->pageIdentifierField->setText(identifier);
+    log->sidePanel->pagerPredictionsBox->click();
 }
 
 // What that log's caption reads at an adjusted altitude: the ET with four decimals (the
@@ -91,12 +91,13 @@ private slots:
 
         // The predictions follow the feed: a value typed into the AA is overwritten by the
         // next line, and the captions follow the live AA.
-        red->sidePanel->txtAA->setText(QStringLiteral("-50000"));
+        red->sidePanel->aaField->setText(QStringLiteral("-50000"));
         red->updatePredictions();
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), -50000));
-        QVERIFY(QTest::qWaitFor([&] { return red->sidePanel->txtAA->text() != u"-50000"; }, 10000));
+        QVERIFY(
+            QTest::qWaitFor([&] { return red->sidePanel->aaField->text() != u"-50000"; }, 10000));
         const qint32 live = windows.station.reading().AA;
-        QCOMPARE(red->sidePanel->txtAA->text(), QString::number(live));
+        QCOMPARE(red->sidePanel->aaField->text(), QString::number(live));
         QCOMPARE(frameCaption(red), expectedCaption(QStringLiteral("Red"), live));
         QCOMPARE(frameCaption(blue), expectedCaption(QStringLiteral("Blue"), live));
 

@@ -90,11 +90,11 @@ private slots:
         RaceLogWindow* blue = window.newLog();
         for (RaceLogWindow* log : {red, idle, blue})
             WorkedCase::fill(log);
-        red->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
-        blue->sidePanel->txtPageIdentifier->setText(QStringLiteral("Blue"));
+        red->sidePanel->pageIdentifierField->setText(QStringLiteral("Red"));
+        blue->sidePanel->pageIdentifierField->setText(QStringLiteral("Blue"));
         window.run(QStringLiteral("btnPredict"));
-        blue->sidePanel->chkPagerPredictions->click();
-        red->sidePanel->chkPagerPredictions->click();
+        blue->sidePanel->pagerPredictionsBox->click();
+        red->sidePanel->pagerPredictionsBox->click();
         window.feedLine(InstrumentLine);
         window.tick();
         QCOMPARE(window.port->written.size(), 1);
@@ -106,7 +106,7 @@ private slots:
     // A log that never predicted takes part with a blank and no text.
     void aTickedLogWithoutPredictionGivesABlank() {
         PagerWindow window;
-        window.newLog()->sidePanel->chkPagerPredictions->click();
+        window.newLog()->sidePanel->pagerPredictionsBox->click();
         window.feedLine(InstrumentLine);
         window.tick();
         QCOMPARE(pageBody(window.port->written.value(0)), u' ' + InstrumentStatus);

@@ -199,7 +199,7 @@ private slots:
         const int steps = log->document().undoStack().count();
         use->click();
         QCOMPARE(log->document().content().pf, bestText);
-        QCOMPARE(log->sidePanel->txtPF->text(), bestText);
+        QCOMPARE(log->sidePanel->pfField->text(), bestText);
         QCOMPARE(log->document().undoStack().count(), steps + 1);
         QCOMPARE(log->document().undoStack().undoText(), QStringLiteral("Use PF"));
         // The dialog checks again with the factor it wrote, which leaves nothing to use.

@@ -40,7 +40,7 @@ void fillShutOffRun(RaceLogWindow* log) {
     log->grid->newRun();
     setCells(log, 1, {{10, "7.5"}, {12, "9.5"}, {19, "2000"}});
     setCells(log, 2, {{10, "7.6"}, {12, "8.1"}, {19, "2100"}});
-    log->sidePanel->txtPF->setText(QStringLiteral("5"));
+    log->sidePanel->pfField->setText(QStringLiteral("5"));
 }
 
 } // namespace
@@ -93,7 +93,7 @@ private slots:
         windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
-        log->sidePanel->txtPageIdentifier->setText(QStringLiteral("Red"));
+        log->sidePanel->pageIdentifierField->setText(QStringLiteral("Red"));
         log->updatePredictions();
         QCOMPARE(log->document().prediction().line().pagerMessage,
                  QStringLiteral("Red> ") + WorkedCase::Line);
@@ -126,7 +126,7 @@ private slots:
         windows.station.predictionSettings().deltaVP = true;
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
-        log->sidePanel->txtTSR->setText(QStringLiteral("1e307"));
+        log->sidePanel->tsrField->setText(QStringLiteral("1e307"));
         log->updatePredictions();
         QCOMPARE(dialogs->messages.size(), 1);
         const Dialogs::Message& box = dialogs->messages[0];
@@ -146,7 +146,7 @@ private slots:
         RaceLogWindow* log = windows.newLog();
         WorkedCase::fill(log);
         log->updatePredictions();
-        log->sidePanel->txtAA->setText(QStringLiteral("abc"));
+        log->sidePanel->aaField->setText(QStringLiteral("abc"));
         log->updatePredictions();
         QCOMPARE(log->document().prediction().line().pagerMessage, WorkedMessage);
         QCOMPARE(frameCaption(log), WorkedCaption);
@@ -166,7 +166,7 @@ private slots:
         QVERIFY(editor && editor->isVisible());
         QTest::keyClicks(editor, QStringLiteral(".5"));
         QCOMPARE(editor->text(), QStringLiteral("9.5"));
-        log->sidePanel->cmdPredict->click();
+        log->sidePanel->predictButton->click();
         QVERIFY(!editor->isVisible());
         QCOMPARE(log->grid->table().cell(1, 12), QStringLiteral("9.5"));
         QCOMPARE(frameCaption(log), WorkedCaption);
@@ -180,7 +180,7 @@ private slots:
         RaceLogWindow* third = windows.newLog();
         WorkedCase::fill(first);
         WorkedCase::fill(third);
-        third->sidePanel->txtPageIdentifier->setText(QStringLiteral("Blue"));
+        third->sidePanel->pageIdentifierField->setText(QStringLiteral("Blue"));
         // A closed log leaves its slot empty; the others are still reached.
         delete second->parentWidget();
         QCOMPARE(windows.station.raceLogs().at(1), nullptr);
@@ -204,13 +204,13 @@ private slots:
         WorkedCase::fillReferenceRun(log, 3);
         setCells(log, 3, {{12, "10.5"}});
         rowCommand(log, 3, "miReferenceRun");
-        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 2);
+        QCOMPARE(log->sidePanel->referenceRunList->currentIndex(), 2);
         auto* item = log->findChild<QAction*>(QStringLiteral("miReferenceRun"));
         QVERIFY(item->isChecked());
         // Chosen again on the run that is the reference run already, it stays checked.
         rowCommand(log, 3, "miReferenceRun");
         QVERIFY(item->isChecked());
-        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 2);
+        QCOMPARE(log->sidePanel->referenceRunList->currentIndex(), 2);
         log->updatePredictions();
         // Its timer is too short for the target: the ET alone.
         QCOMPARE(frameCaption(log), QStringLiteral("Race Log# 1  ET: 10.5045"));
@@ -237,7 +237,7 @@ private slots:
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
-        log->sidePanel->txtNotes->setPlainText(QStringLiteral("Windy"));
+        log->sidePanel->notesField->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::Yes);
         rowCommand(log, 2, "miRunComplete");
         QCOMPARE(dialogs->messages.size(), 1);
@@ -253,7 +253,7 @@ private slots:
         QCOMPARE(log->grid->table().cell(2, 12), QStringLiteral("9.6009"));
         QCOMPARE(log->grid->table().cell(2, 10), QStringLiteral("7.6"));
         const QStringList notes =
-            log->sidePanel->txtNotes->toPlainText().split(QRegularExpression("\r\n|\n|\r"));
+            log->sidePanel->notesField->toPlainText().split(QRegularExpression("\r\n|\n|\r"));
         QCOMPARE(notes, (QStringList{"Windy", "", "Run #2", "1/4 mile ET: 8.1",
                                      "Run Completed to: 9.6009"}));
         // Completing does not predict.
@@ -265,13 +265,13 @@ private slots:
         windows.main.show();
         RaceLogWindow* log = windows.newLog();
         fillShutOffRun(log);
-        log->sidePanel->txtNotes->setPlainText(QStringLiteral("Windy"));
+        log->sidePanel->notesField->setPlainText(QStringLiteral("Windy"));
         dialogs->queueAnswer(Answer::No);
         rowCommand(log, 2, "miRunComplete");
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Run Complete"));
         QCOMPARE(log->grid->table().cell(2, 12), QStringLiteral("8.1"));
-        QCOMPARE(log->sidePanel->txtNotes->toPlainText(), QStringLiteral("Windy"));
+        QCOMPARE(log->sidePanel->notesField->toPlainText(), QStringLiteral("Windy"));
     }
 
     // The run's own AA is empty while the run before it has one: the conversion fails.
@@ -307,7 +307,7 @@ private slots:
         PredictionWindows windows;
         QList<QCheckBox*> boxes;
         for (int i = 0; i < 4; ++i)
-            boxes << windows.newLog()->sidePanel->chkPagerPredictions;
+            boxes << windows.newLog()->sidePanel->pagerPredictionsBox;
         boxes[0]->click();
         boxes[1]->click();
         QVERIFY(dialogs->messages.isEmpty());

@@ -362,11 +362,11 @@ private slots:
         QCOMPARE(log->windowTitle(), QStringLiteral("Pro"));
         QCOMPARE(log->document().filePath(), path);
         QCOMPARE(log->document().fileTitle(), QStringLiteral("2026-05-04 Brainerd.trl"));
-        QCOMPARE(log->sidePanel->txtFileName->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
-        QCOMPARE(log->sidePanel->txtFileName->toolTip(), path);
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(log->sidePanel->cboRefRun->count(), 2);
-        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), 1);
+        QCOMPARE(log->sidePanel->fileNameField->text(), QStringLiteral("2026-05-04 Brainerd.trl"));
+        QCOMPARE(log->sidePanel->fileNameField->toolTip(), path);
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->sidePanel->referenceRunList->count(), 2);
+        QCOMPARE(log->sidePanel->referenceRunList->currentIndex(), 1);
         RunTable& table = log->grid->table();
         QCOMPARE(table.cell(2, 6), QStringLiteral("1.0123"));
         QCOMPARE(table.look(2, 5).background, 0xC0FFFFu);
@@ -467,7 +467,7 @@ private slots:
         QVERIFY(Database::loadLog(path, saved));
         QCOMPARE(saved.grid.tableRows(), 4);
 
-        log->sidePanel->txtPF->setText("7.5");
+        log->sidePanel->pfField->setText("7.5");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
         QCOMPARE(contents(backup), original);
@@ -497,9 +497,9 @@ private slots:
         window.main.openFile(path);
         QVERIFY(dialogs->messages.isEmpty());
         RaceLogWindow* log = window.slot(0);
-        QCOMPARE(log->sidePanel->cboRefRun->count(), 3);
-        QCOMPARE(log->sidePanel->cboRefRun->currentIndex(), -1);
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->sidePanel->referenceRunList->count(), 3);
+        QCOMPARE(log->sidePanel->referenceRunList->currentIndex(), -1);
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("5.5"));
         const RunTable& table = log->grid->table();
         for (int row = 1; row <= 3; ++row)
             QVERIFY(!table.look(row, 0).bold);
@@ -530,7 +530,7 @@ private slots:
         writeRaceLog(path, 1, "Pro");
         window.main.openFile(path);
         RaceLogWindow* log = window.slot(0);
-        log->sidePanel->txtPF->setText("6.25");
+        log->sidePanel->pfField->setText("6.25");
         dialogs->queueAnswer(Dialogs::Answer::Yes);
         window.run("miSave");
         QCOMPARE(dialogs->messages.size(), 1);
@@ -695,12 +695,12 @@ private slots:
         QVERIFY(log);
         QCOMPARE(log->raceLogType, QStringLiteral("Bracket"));
         QCOMPARE(log->windowTitle(), QStringLiteral("Bracket"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(log->sidePanel->txtCarNumber->text(), QStringLiteral("7X"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("5.5"));
+        QCOMPARE(log->sidePanel->carNumberField->text(), QStringLiteral("7X"));
 
         window.main.dispatch("newSuper Pro");
         QCOMPARE(window.slot(1)->raceLogType, QStringLiteral("Super Pro"));
-        QCOMPARE(window.slot(1)->sidePanel->txtPF->text(), QStringLiteral("2"));
+        QCOMPARE(window.slot(1)->sidePanel->pfField->text(), QStringLiteral("2"));
     }
 
     void removingATypeLeavesAnOpenLogOfThatTypeAsItIs() {
@@ -709,7 +709,7 @@ private slots:
         window.main.dispatch("newRed");
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("7"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("7"));
 
         QTimer::singleShot(0, [] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -729,8 +729,8 @@ private slots:
         QVERIFY(!types.contains("Red"));
         QCOMPARE(log->raceLogType, QStringLiteral("Red"));
         QCOMPARE(log->windowTitle(), QStringLiteral("Red"));
-        QCOMPARE(log->sidePanel->txtPF->text(), QStringLiteral("7"));
-        QCOMPARE(log->sidePanel->txtPageIdentifier->text(), QStringLiteral("Red"));
+        QCOMPARE(log->sidePanel->pfField->text(), QStringLiteral("7"));
+        QCOMPARE(log->sidePanel->pageIdentifierField->text(), QStringLiteral("Red"));
     }
 
     void withoutTypesNewRaceLogStaysACommand() {

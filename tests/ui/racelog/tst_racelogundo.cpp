@@ -141,14 +141,14 @@ private slots:
         windows.keys(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(windows.grid->table().tableRows(), 6);
         QCOMPARE(windows.cell(5, 12), QStringLiteral("9.3"));
-        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 5);
+        QCOMPARE(windows.log->sidePanel->referenceRunList->count(), 5);
         QAction* undo = windows.menuItem(windows.grid->rowMenu(), "miUndo");
         QCOMPARE(undo->text(), QStringLiteral("Undo Paste 3 Runs"));
 
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(windows.grid->table().tableRows(), 4);
         QCOMPARE(windows.cell(3, 12), QStringLiteral("9.3"));
-        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 3);
+        QCOMPARE(windows.log->sidePanel->referenceRunList->count(), 3);
         QCOMPARE(undo->text(), QStringLiteral("Undo Edit 1320 ft"));
     }
 
@@ -161,11 +161,11 @@ private slots:
         windows.grid->setCurrentRunCell(2, 12);
         windows.grid->deleteRun();
         QCOMPARE(windows.grid->table().tableRows(), 2);
-        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 1);
+        QCOMPARE(windows.log->sidePanel->referenceRunList->count(), 1);
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(windows.grid->table().tableRows(), 3);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("8.8"));
-        QCOMPARE(windows.log->sidePanel->cboRefRun->count(), 2);
+        QCOMPARE(windows.log->sidePanel->referenceRunList->count(), 2);
         QCOMPARE(windows.grid->verticalHeader()->count(), 2);
     }
 
@@ -190,25 +190,25 @@ private slots:
         windows.grid->newRun();
         setCells(windows.log, 1, {{10, "7.5"}, {12, "9.5"}, {19, "2000"}});
         setCells(windows.log, 2, {{10, "7.6"}, {12, "8.1"}, {19, "2100"}});
-        windows.log->sidePanel->txtPF->setText(QStringLiteral("5"));
+        windows.log->sidePanel->pfField->setText(QStringLiteral("5"));
         dialogs->queueAnswer(Answer::Yes);
         emit windows.grid->runCompleteRequested(2);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("9.6009"));
-        QVERIFY(!windows.log->sidePanel->txtNotes->toPlainText().isEmpty());
+        QVERIFY(!windows.log->sidePanel->notesField->toPlainText().isEmpty());
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(windows.cell(2, 12), QStringLiteral("8.1"));
-        QCOMPARE(windows.log->sidePanel->txtNotes->toPlainText(), QString());
+        QCOMPARE(windows.log->sidePanel->notesField->toPlainText(), QString());
     }
 
     void aFieldOfThePanelIsUndoneAndShowsItsOldText() {
         UndoWindows windows;
         QVERIFY(windows.ready());
-        windows.log->sidePanel->txtCarNumber->setText(QStringLiteral("427"));
+        windows.log->sidePanel->carNumberField->setText(QStringLiteral("427"));
         QCOMPARE(windows.log->document().field(RaceLog::Field::CarNumber), QStringLiteral("427"));
         windows.keys(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(windows.log->sidePanel->txtCarNumber->text(), QString());
+        QCOMPARE(windows.log->sidePanel->carNumberField->text(), QString());
         windows.keys(Qt::Key_Y, Qt::ControlModifier);
-        QCOMPARE(windows.log->sidePanel->txtCarNumber->text(), QStringLiteral("427"));
+        QCOMPARE(windows.log->sidePanel->carNumberField->text(), QStringLiteral("427"));
     }
 
     // --- The save question follows the clean state ---------------------------------------

@@ -5,6 +5,7 @@
 #include "feed/WeatherStation.h"
 #include "racelog/CellColor.h"
 #include "racelog/Database.h"
+#include "racelog/LogFieldTable.h"
 #include "racelog/RunTable.h"
 #include "ui/racelog/LogSidePanel.h"
 #include "ui/racelog/RaceLogWindow.h"
@@ -100,8 +101,8 @@ private slots:
         QCOMPARE(window.table().cell(1, 0), QStringLiteral("1"));
         for (int column = 1; column < RunTable::ColumnCount; ++column)
             QCOMPARE(window.table().cell(1, column), QString());
-        QCOMPARE(items(window.panel().cboRefRun), QStringList{"1"});
-        QCOMPARE(window.panel().cboRefRun->currentIndex(), 0);
+        QCOMPARE(items(window.panel().referenceRunList), QStringList{"1"});
+        QCOMPARE(window.panel().referenceRunList->currentIndex(), 0);
         QVERIFY(window.table().look(1, 0).bold);
         QCOMPARE(window.table().look(1, 0).background, CellColor::ReferenceRun);
         QVERIFY(log.document().filePath().isEmpty());
@@ -113,14 +114,14 @@ private slots:
     void aNewLogStartsWithTheFieldsOfAnEmptyLog() {
         LogWindow window;
         LogSidePanel& panel = window.panel();
-        QCOMPARE(panel.txtPF->text(), QStringLiteral("0"));
-        QCOMPARE(panel.txtTSR->text(), QStringLiteral("0"));
-        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("0.00"));
-        QCOMPARE(panel.txtAA->text(), QStringLiteral("0.00"));
-        QCOMPARE(panel.txtVP->text(), QStringLiteral("0.00"));
-        QCOMPARE(panel.txtDate->text(), QString());
-        QCOMPARE(panel.txtCarNumber->text(), QString());
-        QCOMPARE(panel.txtPageIdentifier->text(), QString());
+        QCOMPARE(panel.pfField->text(), QStringLiteral("0"));
+        QCOMPARE(panel.tsrField->text(), QStringLiteral("0"));
+        QCOMPARE(panel.targetEtField->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.aaField->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.vpField->text(), QStringLiteral("0.00"));
+        QCOMPARE(panel.dateField->text(), QString());
+        QCOMPARE(panel.carNumberField->text(), QString());
+        QCOMPARE(panel.pageIdentifierField->text(), QString());
     }
 
     void theSidePanelHasItsTabsAndCaptions() {
@@ -147,22 +148,22 @@ private slots:
         QCOMPARE(panel.findChild<QToolButton*>("imgDate")->toolTip(),
                  QStringLiteral("Today's Date"));
         QCOMPARE(panel.findChild<QPushButton*>("cmdPredict")->text(), QStringLiteral("Predict"));
-        QCOMPARE(panel.chkPagerPredictions->text(), QStringLiteral("Pager Predictions"));
+        QCOMPARE(panel.pagerPredictionsBox->text(), QStringLiteral("Pager Predictions"));
         QVERIFY(panel.findChild<QPlainTextEdit*>("txtNotes"));
-        QVERIFY(panel.cboRaceTrack->isEditable());
-        QVERIFY(panel.txtFileName->isReadOnly());
-        QCOMPARE(panel.txtPageIdentifier->maxLength(), 15);
-        QCOMPARE(panel.txtCarNumber->maxLength(), 5);
+        QVERIFY(panel.raceTrackList->isEditable());
+        QVERIFY(panel.fileNameField->isReadOnly());
+        QCOMPARE(panel.pageIdentifierField->maxLength(), 15);
+        QCOMPARE(panel.carNumberField->maxLength(), 5);
     }
 
     void theRaceTracksFillTheList() {
         Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Rockwell Dragway", "0");
         Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
         LogWindow window;
-        QStringList tracks = items(window.panel().cboRaceTrack);
+        QStringList tracks = items(window.panel().raceTrackList);
         tracks.sort();
         QCOMPARE(tracks, (QStringList{"Brainerd", "Rockwell Dragway"}));
-        QCOMPARE(window.panel().cboRaceTrack->currentText(), QString());
+        QCOMPARE(window.panel().raceTrackList->currentText(), QString());
     }
 
     void aTypedLogTakesItsNameAndDefaults() {
@@ -175,11 +176,11 @@ private slots:
         LogWindow window("Bracket");
         LogSidePanel& panel = window.panel();
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Bracket"));
-        QCOMPARE(panel.txtPageIdentifier->text(), QStringLiteral("Bracket"));
-        QCOMPARE(panel.txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(panel.txtTSR->text(), QStringLiteral("0"));
-        QCOMPARE(panel.txtCarNumber->text(), QStringLiteral("7X"));
-        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("9.5"));
+        QCOMPARE(panel.pageIdentifierField->text(), QStringLiteral("Bracket"));
+        QCOMPARE(panel.pfField->text(), QStringLiteral("5.5"));
+        QCOMPARE(panel.tsrField->text(), QStringLiteral("0"));
+        QCOMPARE(panel.carNumberField->text(), QStringLiteral("7X"));
+        QCOMPARE(panel.targetEtField->text(), QStringLiteral("9.5"));
     }
 
     void aLogOfNoTypeTakesTheGeneralDefaults() {
@@ -187,11 +188,11 @@ private slots:
         Registry::Set(DefaultsKey, "TSR", "0.25");
         Registry::Set(DefaultsKey, "TargetET", "none");
         LogWindow window;
-        QCOMPARE(window.panel().txtPF->text(), QStringLiteral("3"));
-        QCOMPARE(window.panel().txtTSR->text(), QStringLiteral("0.25"));
-        QCOMPARE(window.panel().txtTargetET->text(), QStringLiteral("0.00"));
-        QCOMPARE(window.panel().txtCarNumber->text(), QString());
-        QCOMPARE(window.panel().txtPageIdentifier->text(), QString());
+        QCOMPARE(window.panel().pfField->text(), QStringLiteral("3"));
+        QCOMPARE(window.panel().tsrField->text(), QStringLiteral("0.25"));
+        QCOMPARE(window.panel().targetEtField->text(), QStringLiteral("0.00"));
+        QCOMPARE(window.panel().carNumberField->text(), QString());
+        QCOMPARE(window.panel().pageIdentifierField->text(), QString());
     }
 
     void oneRunHasNoBandAndTheSecondRunIsBanded() {
@@ -366,7 +367,7 @@ private slots:
         window.log.grid->newRun();
         window.log.grid->setCurrentRunCell(2, 5);
         rows->findChild<QAction*>("miReferenceRun")->trigger();
-        QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
+        QCOMPARE(window.panel().referenceRunList->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
         QCOMPARE(window.log.grid->currentRunColumn(), 1);
     }
@@ -422,14 +423,14 @@ private slots:
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
         const QList<std::tuple<QLineEdit*, QString, QString>> cases{
-            {panel.txtPF, "a-1.5b", "-1.5"},
-            {panel.txtTSR, "-0.25x", "0.25"},
-            {panel.txtTargetET, "9,5.1", "95.1"},
-            {panel.txtAA, "-21a5", "-215"},
-            {panel.txtVP, "-0.48", "0.48"},
-            {panel.txtDate, "4/5x/26", "4/5/26"},
-            {panel.txtPageIdentifier, "Pro 1x", "Prox"},
-            {panel.txtCarNumber, "ab1-2cd", "AB12C"},
+            {panel.pfField, "a-1.5b", "-1.5"},
+            {panel.tsrField, "-0.25x", "0.25"},
+            {panel.targetEtField, "9,5.1", "95.1"},
+            {panel.aaField, "-21a5", "-215"},
+            {panel.vpField, "-0.48", "0.48"},
+            {panel.dateField, "4/5x/26", "4/5/26"},
+            {panel.pageIdentifierField, "Pro 1x", "Prox"},
+            {panel.carNumberField, "ab1-2cd", "AB12C"},
         };
         for (const auto& [field, typed, kept] : cases) {
             field->clear();
@@ -441,46 +442,83 @@ private slots:
         }
     }
 
+    // The panel finds each field's control by the name the table of the fields gives it, and
+    // what is typed there goes into the log as one step named after the field.
+    void typingInAFieldOfThePanelIsOneStepNamedAfterIt() {
+        LogWindow window;
+        window.showWithPanel();
+        LogSidePanel& panel = window.panel();
+        RaceLog& log = window.log.document();
+        const QList<std::tuple<RaceLog::Field, QWidget*, QString, QString, QString>> fields{
+            {RaceLog::Field::Date, panel.dateField, "txtDate", "5/4/26", "Edit Date"},
+            {RaceLog::Field::RaceTrack, panel.raceTrackList, "cboRaceTrack", "Ennis",
+             "Edit Race Track"},
+            {RaceLog::Field::PF, panel.pfField, "txtPF", "1.5", "Edit Performance Factor"},
+            {RaceLog::Field::TSR, panel.tsrField, "txtTSR", "25", "Edit Throttle Stop Ratio"},
+            {RaceLog::Field::PageIdentifier, panel.pageIdentifierField, "txtPageIdentifier", "Red",
+             "Edit Page Identifier"},
+            {RaceLog::Field::CarNumber, panel.carNumberField, "txtCarNumber", "427",
+             "Edit Car Number"},
+            {RaceLog::Field::Notes, panel.notesField, "txtNotes", "Windy", "Edit Notes"},
+            {RaceLog::Field::TargetET, panel.targetEtField, "txtTargetET", "95", "Edit Target ET"},
+            {RaceLog::Field::AA, panel.aaField, "txtAA", "21", "Edit AA"},
+            {RaceLog::Field::VP, panel.vpField, "txtVP", "48", "Edit VP"},
+        };
+        QCOMPARE(LogFieldTable::Rows.size(), std::size_t(fields.size()));
+        for (const auto& [field, control, name, typed, step] : fields) {
+            QCOMPARE(QLatin1String(LogFieldTable::row(field).controlName), name);
+            QCOMPARE(panel.findChildren<QWidget*>(name).size(), 1);
+            QCOMPARE(panel.findChild<QWidget*>(name), control);
+            const QString before = log.field(field);
+            const int steps = log.undoStack().count();
+            auto* list = qobject_cast<QComboBox*>(control);
+            QTest::keyClicks(list ? list->lineEdit() : control, typed);
+            QCOMPARE(log.field(field), before + typed);
+            QCOMPARE(log.undoStack().count(), steps + 1);
+            QCOMPARE(log.undoStack().undoText(), step);
+        }
+    }
+
     void enteringAFieldSelectsItsText() {
         LogWindow window;
         window.showWithPanel();
-        window.panel().txtTSR->setText("0.25");
-        window.panel().txtTSR->setFocus();
-        QTRY_COMPARE(window.panel().txtTSR->selectedText(), QStringLiteral("0.25"));
+        window.panel().tsrField->setText("0.25");
+        window.panel().tsrField->setFocus();
+        QTRY_COMPARE(window.panel().tsrField->selectedText(), QStringLiteral("0.25"));
     }
 
     void aPerformanceFactorThatIsNoNumberIsReported() {
         LogWindow window;
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
-        panel.txtPF->setText("-");
-        window.leave(panel.txtPF, panel.txtTSR);
+        panel.pfField->setText("-");
+        window.leave(panel.pfField, panel.tsrField);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("The performance factor is not a number!"));
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Performance Factor"));
         QCOMPARE(dialogs->messages[0].icon, Dialogs::Icon::Information);
-        QCOMPARE(panel.txtPF->text(), QStringLiteral("-"));
-        QVERIFY(panel.txtPF->hasFocus());
+        QCOMPARE(panel.pfField->text(), QStringLiteral("-"));
+        QVERIFY(panel.pfField->hasFocus());
     }
 
     void aThrottleStopRatioThatIsNoNumberIsReported() {
         LogWindow window;
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
-        panel.txtTSR->setText(".");
-        window.leave(panel.txtTSR, panel.txtPF);
+        panel.tsrField->setText(".");
+        window.leave(panel.tsrField, panel.pfField);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("The throttle stop ratio is not a number!"));
         QCOMPARE(dialogs->messages[0].title, QStringLiteral("Throttle Stop Ratio"));
-        QCOMPARE(panel.txtTSR->text(), QStringLiteral("."));
-        QVERIFY(panel.txtTSR->hasFocus());
+        QCOMPARE(panel.tsrField->text(), QStringLiteral("."));
+        QVERIFY(panel.tsrField->hasFocus());
 
-        panel.txtTSR->setText("0.25");
-        window.leave(panel.txtTSR, panel.txtPF);
+        panel.tsrField->setText("0.25");
+        window.leave(panel.tsrField, panel.pfField);
         QCOMPARE(dialogs->messages.size(), 1);
-        QVERIFY(panel.txtPF->hasFocus());
+        QVERIFY(panel.pfField->hasFocus());
     }
 
     void theTargetEtIsRepairedAndRewritten() {
@@ -488,12 +526,12 @@ private slots:
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
         panel.setCurrentIndex(LogSidePanel::PredictTab);
-        panel.txtTargetET->setText("9.5");
-        window.leave(panel.txtTargetET, panel.txtAA);
-        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("9.50"));
-        panel.txtTargetET->setText(".");
-        window.leave(panel.txtTargetET, panel.txtAA);
-        QCOMPARE(panel.txtTargetET->text(), QStringLiteral("0.00"));
+        panel.targetEtField->setText("9.5");
+        window.leave(panel.targetEtField, panel.aaField);
+        QCOMPARE(panel.targetEtField->text(), QStringLiteral("9.50"));
+        panel.targetEtField->setText(".");
+        window.leave(panel.targetEtField, panel.aaField);
+        QCOMPARE(panel.targetEtField->text(), QStringLiteral("0.00"));
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -502,15 +540,15 @@ private slots:
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
         panel.setCurrentIndex(LogSidePanel::PredictTab);
-        panel.txtAA->setText("-");
-        window.leave(panel.txtAA, panel.txtVP);
-        QCOMPARE(panel.txtAA->text(), QStringLiteral("0"));
-        panel.txtVP->setText("");
-        window.leave(panel.txtVP, panel.txtAA);
-        QCOMPARE(panel.txtVP->text(), QStringLiteral("0"));
-        panel.txtAA->setText("-150");
-        window.leave(panel.txtAA, panel.txtVP);
-        QCOMPARE(panel.txtAA->text(), QStringLiteral("-150"));
+        panel.aaField->setText("-");
+        window.leave(panel.aaField, panel.vpField);
+        QCOMPARE(panel.aaField->text(), QStringLiteral("0"));
+        panel.vpField->setText("");
+        window.leave(panel.vpField, panel.aaField);
+        QCOMPARE(panel.vpField->text(), QStringLiteral("0"));
+        panel.aaField->setText("-150");
+        window.leave(panel.aaField, panel.vpField);
+        QCOMPARE(panel.aaField->text(), QStringLiteral("-150"));
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -518,39 +556,39 @@ private slots:
         LogWindow window;
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
-        panel.txtDate->setText("4/5/26");
-        window.leave(panel.txtDate, panel.txtPF);
-        QCOMPARE(panel.txtDate->text(), QStringLiteral("04/05/2026"));
-        panel.txtDate->setText("99");
-        window.leave(panel.txtDate, panel.txtPF);
-        QCOMPARE(panel.txtDate->text(), DateText::LogDateText(QDate::currentDate()));
-        panel.txtDate->clear();
-        panel.imgDate->click();
-        QCOMPARE(panel.txtDate->text(), DateText::LogDateText(QDate::currentDate()));
+        panel.dateField->setText("4/5/26");
+        window.leave(panel.dateField, panel.pfField);
+        QCOMPARE(panel.dateField->text(), QStringLiteral("04/05/2026"));
+        panel.dateField->setText("99");
+        window.leave(panel.dateField, panel.pfField);
+        QCOMPARE(panel.dateField->text(), DateText::LogDateText(QDate::currentDate()));
+        panel.dateField->clear();
+        panel.todayButton->click();
+        QCOMPARE(panel.dateField->text(), DateText::LogDateText(QDate::currentDate()));
     }
 
     void thePageIdentifierNamesTheWindow() {
         LogWindow window(QString(), 2);
         window.showWithPanel();
         LogSidePanel& panel = window.panel();
-        panel.txtPageIdentifier->setText("  Pro  ");
-        window.leave(panel.txtPageIdentifier, panel.txtPF);
-        QCOMPARE(panel.txtPageIdentifier->text(), QStringLiteral("Pro"));
+        panel.pageIdentifierField->setText("  Pro  ");
+        window.leave(panel.pageIdentifierField, panel.pfField);
+        QCOMPARE(panel.pageIdentifierField->text(), QStringLiteral("Pro"));
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Pro"));
-        panel.txtPageIdentifier->setText("   ");
-        window.leave(panel.txtPageIdentifier, panel.txtPF);
-        QCOMPARE(panel.txtPageIdentifier->text(), QString());
+        panel.pageIdentifierField->setText("   ");
+        window.leave(panel.pageIdentifierField, panel.pfField);
+        QCOMPARE(panel.pageIdentifierField->text(), QString());
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Race Log# 3"));
     }
 
     void theLiveWeatherFillsThePredictionInputs() {
         LogWindow window;
         window.log.document().takeLiveWeather(QStringLiteral("2150"), QStringLiteral("0.487"));
-        QCOMPARE(window.panel().txtAA->text(), QStringLiteral("2150"));
-        QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.487"));
+        QCOMPARE(window.panel().aaField->text(), QStringLiteral("2150"));
+        QCOMPARE(window.panel().vpField->text(), QStringLiteral("0.487"));
         window.log.document().takeLiveWeather(QStringLiteral("-120"), QStringLiteral("0.5"));
-        QCOMPARE(window.panel().txtAA->text(), QStringLiteral("-120"));
-        QCOMPARE(window.panel().txtVP->text(), QStringLiteral("0.5"));
+        QCOMPARE(window.panel().aaField->text(), QStringLiteral("-120"));
+        QCOMPARE(window.panel().vpField->text(), QStringLiteral("0.5"));
     }
 
     void logFileKeepsThePathAndShowsTheName() {
@@ -558,8 +596,8 @@ private slots:
         window.log.logFile("/races/2026-05-04.trl", "2026-05-04.trl");
         QCOMPARE(window.log.document().filePath(), QStringLiteral("/races/2026-05-04.trl"));
         QCOMPARE(window.log.document().fileTitle(), QStringLiteral("2026-05-04.trl"));
-        QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("2026-05-04.trl"));
-        QCOMPARE(window.panel().txtFileName->toolTip(), QStringLiteral("/races/2026-05-04.trl"));
+        QCOMPARE(window.panel().fileNameField->text(), QStringLiteral("2026-05-04.trl"));
+        QCOMPARE(window.panel().fileNameField->toolTip(), QStringLiteral("/races/2026-05-04.trl"));
         QCOMPARE(window.log.fileExtension("print.pdf"), QStringLiteral("pdf"));
     }
 
@@ -567,7 +605,7 @@ private slots:
         LogWindow window;
         window.log.grid->newRun();
         emit window.log.grid->referenceRunRequested(2);
-        QCOMPARE(window.panel().cboRefRun->currentIndex(), 1);
+        QCOMPARE(window.panel().referenceRunList->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
         QCOMPARE(window.table().look(2, 0).background, CellColor::ReferenceRun);
         QVERIFY(!window.table().look(1, 0).bold);
@@ -575,7 +613,7 @@ private slots:
         QCOMPARE(window.log.grid->currentRunRow(), 2);
         QCOMPARE(window.log.grid->currentRunColumn(), 1);
 
-        window.panel().cboRefRun->setCurrentIndex(0);
+        window.panel().referenceRunList->setCurrentIndex(0);
         QVERIFY(window.table().look(1, 0).bold);
         QVERIFY(!window.table().look(2, 0).bold);
         QCOMPARE(window.log.grid->currentRunRow(), 1);
@@ -584,8 +622,8 @@ private slots:
 
     void aReferenceRunThatCannotBeMarkedIsReported() {
         LogWindow window;
-        window.panel().cboRefRun->addItem("2"); // a list longer than the table
-        window.panel().cboRefRun->setCurrentIndex(1);
+        window.panel().referenceRunList->addItem("2"); // a list longer than the table
+        window.panel().referenceRunList->setCurrentIndex(1);
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text,
                  QStringLiteral("Error on combo box ref run selection!"));
@@ -598,8 +636,8 @@ private slots:
         Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
         LogWindow window;
         window.log.setWindowTitle("Race Log# 1");
-        window.panel().cboRaceTrack->setEditText("Brainerd");
-        window.panel().txtPF->setText("5.5");
+        window.panel().raceTrackList->setEditText("Brainerd");
+        window.panel().pfField->setText("5.5");
         window.table().setCell(1, 15, "1.25");
         const QString folder = home->root() + "/races";
         QVERIFY(QDir().mkpath(folder));
@@ -616,7 +654,7 @@ private slots:
         QCOMPARE(request.initialFolder, QCoreApplication::applicationDirPath());
         QVERIFY(dialogs->messages.isEmpty());
         QCOMPARE(window.log.document().filePath(), path);
-        QCOMPARE(window.panel().txtFileName->text(), QStringLiteral("day.trl"));
+        QCOMPARE(window.panel().fileNameField->text(), QStringLiteral("day.trl"));
         QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\Path", "0"), folder);
 
         RaceLogData saved;
@@ -669,7 +707,7 @@ private slots:
         // No keeps the file as it was.
         const QByteArray before = contents(path);
         window.table().setCell(1, 6, "1.1111");
-        window.panel().txtPF->setText("8");
+        window.panel().pfField->setText("8");
         dialogs->queueAnswer(Dialogs::Answer::No);
         QVERIFY(window.log.saveLog(path));
         QCOMPARE(contents(path), before);
@@ -730,17 +768,17 @@ private slots:
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Pro"));
         QCOMPARE(window.table().tableRows(), 4);
         QCOMPARE(window.table().cell(2, 12), QStringLiteral("9.5123"));
-        QCOMPARE(items(panel.cboRefRun), (QStringList{"1", "2", "3"}));
-        QCOMPARE(panel.cboRefRun->currentIndex(), 1);
+        QCOMPARE(items(panel.referenceRunList), (QStringList{"1", "2", "3"}));
+        QCOMPARE(panel.referenceRunList->currentIndex(), 1);
         QVERIFY(window.table().look(2, 0).bold);
         QCOMPARE(window.log.grid->currentRunRow(), 2);
-        QCOMPARE(panel.txtDate->text(), QStringLiteral("05/04/2026"));
-        QCOMPARE(panel.txtCarNumber->text(), QStringLiteral("A123"));
-        QCOMPARE(panel.cboRaceTrack->currentText(), QStringLiteral("Brainerd"));
-        QCOMPARE(panel.txtPF->text(), QStringLiteral("5.5"));
-        QCOMPARE(panel.txtNotes->toPlainText(), QStringLiteral("Cool evening"));
-        QCOMPARE(panel.txtAA->text(), QStringLiteral("2150"));
-        QCOMPARE(panel.txtVP->text(), QStringLiteral("0"));
+        QCOMPARE(panel.dateField->text(), QStringLiteral("05/04/2026"));
+        QCOMPARE(panel.carNumberField->text(), QStringLiteral("A123"));
+        QCOMPARE(panel.raceTrackList->currentText(), QStringLiteral("Brainerd"));
+        QCOMPARE(panel.pfField->text(), QStringLiteral("5.5"));
+        QCOMPARE(panel.notesField->toPlainText(), QStringLiteral("Cool evening"));
+        QCOMPARE(panel.aaField->text(), QStringLiteral("2150"));
+        QCOMPARE(panel.vpField->text(), QStringLiteral("0"));
     }
 
     // "Racepak" hands the weather of the selected run to the Racepak software through its

@@ -17,7 +17,7 @@ class TestWidgetDialogs : public QObject {
     Q_OBJECT
 private slots:
     void installsItselfWhileItLives() {
-        Dialogs::Seam* before = Dialogs::Installed();
+        Dialogs::Presenter* before = Dialogs::Installed();
         {
             WidgetDialogs dialogs;
             QCOMPARE(Dialogs::Installed(), &dialogs);

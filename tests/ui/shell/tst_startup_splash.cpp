@@ -46,7 +46,7 @@ private slots:
     void theSplashIsShapedByItsPicture() {
         SplashScreen splash;
         QCOMPARE(splash.objectName(), QString("frmSplash"));
-        const QImage& skin = splash.picSkin();
+        const QImage& skin = splash.skinImage();
         QVERIFY(!skin.isNull());
         QCOMPARE(splash.size(), skin.size());
         QCOMPARE(splash.mask(), SplashScreen::ShapeOf(skin));
