@@ -65,10 +65,10 @@ RaceLogWindow::RaceLogWindow(WeatherStation& station, RunClipboard::Runs& clipbo
     grid->setObjectName(QStringLiteral("gridLog"));
     showColumnMenu = new ShowColumnMenu(*grid, this);
     grid->setShowColumnMenu(showColumnMenu);
-    lblStale = new QLabel(this);
-    lblStale->setObjectName(QStringLiteral("lblStale"));
-    lblStale->hide();
-    showAsWarning(*lblStale, true);
+    staleLabel = new QLabel(this);
+    staleLabel->setObjectName(QStringLiteral("lblStale"));
+    staleLabel->hide();
+    showAsWarning(*staleLabel, true);
     addUndoCommands();
     followPrediction();
 
@@ -350,10 +350,10 @@ void RaceLogWindow::updatePredictions() {
 // 0 seconds: the weather is live again.
 void RaceLogWindow::showStale(int seconds) {
     if (seconds > 0)
-        lblStale->setText(QStringLiteral("Prediction stale: no weather for %1 s").arg(seconds));
-    if (lblStale->isHidden() == (seconds == 0))
+        staleLabel->setText(QStringLiteral("Prediction stale: no weather for %1 s").arg(seconds));
+    if (staleLabel->isHidden() == (seconds == 0))
         return;
-    lblStale->setVisible(seconds > 0);
+    staleLabel->setVisible(seconds > 0);
     arrange();
 }
 
@@ -431,8 +431,8 @@ void RaceLogWindow::arrange() {
     sidePanel->setGeometry(0, 0, sidePanel->width(), height());
     const int left = sidePanel->isHidden() ? gridLeft : sidePanel->geometry().right() + 1;
     const int gridWidth = width() > sidePanel->width() ? qMax(width() - left, 0) : grid->width();
-    const int top = lblStale->isHidden() ? 0 : lblStale->sizeHint().height();
-    lblStale->setGeometry(left, 0, gridWidth, top);
+    const int top = staleLabel->isHidden() ? 0 : staleLabel->sizeHint().height();
+    staleLabel->setGeometry(left, 0, gridWidth, top);
     grid->setGeometry(left, top, gridWidth, height() - top);
 }
 

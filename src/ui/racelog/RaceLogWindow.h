@@ -104,7 +104,7 @@ private:
 
     WeatherStation& station;
     RaceLog log;
-    QLabel* lblStale;
+    QLabel* staleLabel;
     int gridLeft = 0;
     bool panelOpen = false;
     QColor gridBackdrop;    // the main window's background, beyond the cells of the grid

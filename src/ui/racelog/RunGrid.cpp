@@ -109,25 +109,25 @@ RunTable& RunGrid::table() const {
 
 void RunGrid::connectMenus() {
     const RunMenus& menus = d->menus;
-    connect(menus.miNewRunNum, &QAction::triggered, this, &RunGrid::newRun);
+    connect(menus.newRunAtRowAction, &QAction::triggered, this, &RunGrid::newRun);
     // The item stays checked for the run it made the reference run, even when chosen again.
-    connect(menus.miReferenceRun, &QAction::triggered, this, [this] {
-        d->menus.miReferenceRun->setChecked(true);
+    connect(menus.referenceRunAction, &QAction::triggered, this, [this] {
+        d->menus.referenceRunAction->setChecked(true);
         emit referenceRunRequested(currentRunRow());
     });
-    connect(menus.miRunComplete, &QAction::triggered, this,
+    connect(menus.runCompleteAction, &QAction::triggered, this,
             [this] { emit runCompleteRequested(currentRunRow()); });
-    connect(menus.miGetLoggedWeather, &QAction::triggered, this, &RunGrid::getLoggedWeather);
-    connect(menus.miGetWeather, &QAction::triggered, this, &RunGrid::getCurrentWeather);
-    connect(menus.miiCardWeather, &QAction::triggered, this, &RunGrid::getTimeSlip);
-    connect(menus.miCut, &QAction::triggered, this, &RunGrid::cutRun);
-    connect(menus.miCopy, &QAction::triggered, this, &RunGrid::copyRun);
-    connect(menus.miPaste, &QAction::triggered, this, &RunGrid::pasteRun);
-    connect(menus.miPredict, &QAction::triggered, this, [this] { emit panelTabRequested(2); });
-    connect(menus.miNotes, &QAction::triggered, this, [this] { emit panelTabRequested(1); });
-    connect(menus.miSettings, &QAction::triggered, this, [this] { emit panelTabRequested(0); });
-    connect(menus.miNewRun, &QAction::triggered, this, &RunGrid::newRun);
-    connect(menus.miDelete, &QAction::triggered, this, &RunGrid::deleteRun);
+    connect(menus.loggedWeatherAction, &QAction::triggered, this, &RunGrid::getLoggedWeather);
+    connect(menus.currentWeatherAction, &QAction::triggered, this, &RunGrid::getCurrentWeather);
+    connect(menus.timeSlipAction, &QAction::triggered, this, &RunGrid::getTimeSlip);
+    connect(menus.cutAction, &QAction::triggered, this, &RunGrid::cutRun);
+    connect(menus.copyAction, &QAction::triggered, this, &RunGrid::copyRun);
+    connect(menus.pasteAction, &QAction::triggered, this, &RunGrid::pasteRun);
+    connect(menus.predictAction, &QAction::triggered, this, [this] { emit panelTabRequested(2); });
+    connect(menus.notesAction, &QAction::triggered, this, [this] { emit panelTabRequested(1); });
+    connect(menus.settingsAction, &QAction::triggered, this, [this] { emit panelTabRequested(0); });
+    connect(menus.newRunAction, &QAction::triggered, this, &RunGrid::newRun);
+    connect(menus.deleteAction, &QAction::triggered, this, &RunGrid::deleteRun);
 }
 
 bool RunGrid::hideRunColumn(int column) {
@@ -215,11 +215,11 @@ void RunGrid::setShowColumnMenu(QMenu* menu) {
 }
 
 QMenu* RunGrid::columnMenu() const {
-    return d->menus.miColumn;
+    return d->menus.columnMenu;
 }
 
 QMenu* RunGrid::rowMenu() const {
-    return d->menus.miRow;
+    return d->menus.rowMenu;
 }
 
 bool RunGrid::event(QEvent* event) {
@@ -369,11 +369,11 @@ void RunGrid::pressOnRunNumber(const QMouseEvent& event) {
         setCurrentRunCell(row, 0);
         RunMenus& menus = d->menus;
         const RaceLogData& log = d->log.content();
-        menus.miReferenceRun->setChecked(log.refRunItems.value(log.refRunIndex) ==
-                                         QString::number(row));
-        menus.miDelete->setText(QStringLiteral("Delete Run# ") + QString::number(row));
+        menus.referenceRunAction->setChecked(log.refRunItems.value(log.refRunIndex) ==
+                                             QString::number(row));
+        menus.deleteAction->setText(QStringLiteral("Delete Run# ") + QString::number(row));
         d->rowMenuFromPress = true;
-        menus.miRow->popup(event.globalPosition().toPoint());
+        menus.rowMenu->popup(event.globalPosition().toPoint());
     } catch (const std::exception&) {
         Dialogs::Inform(QStringLiteral("Error detected in gridLog MouseDown windows event!"),
                         QStringLiteral("Race Log"), Dialogs::Icon::Critical);
@@ -390,7 +390,7 @@ void RunGrid::releaseRightButton(const QPoint& globalPos) {
     if (QApplication::activePopupWidget())
         return;
     commitCellEdit();
-    d->menus.miColumn->popup(globalPos);
+    d->menus.columnMenu->popup(globalPos);
 }
 
 // The corner cell looks like a link: blue and underlined.

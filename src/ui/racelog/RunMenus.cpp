@@ -15,34 +15,34 @@ constexpr Item Separator{nullptr, nullptr, nullptr};
 
 // clang-format off
 constexpr Item ColumnItems[] = {
-    {"miNewRunNum", "New Run", &RunMenus::miNewRunNum},
+    {"miNewRunNum", "New Run", &RunMenus::newRunAtRowAction},
     Separator,
 };
 
 constexpr Item RowItems[] = {
-    {"miReferenceRun", "Reference Run", &RunMenus::miReferenceRun},
-    {"miRunComplete", "Run Complete...", &RunMenus::miRunComplete},
+    {"miReferenceRun", "Reference Run", &RunMenus::referenceRunAction},
+    {"miRunComplete", "Run Complete...", &RunMenus::runCompleteAction},
     Separator,
-    {"miGetLoggedWeather", "Get Logged Weather...", &RunMenus::miGetLoggedWeather},
-    {"miGetWeather", "Get Current Weather...", &RunMenus::miGetWeather},
-    {"miiCardWeather", "Get iCard && Weather...", &RunMenus::miiCardWeather},
+    {"miGetLoggedWeather", "Get Logged Weather...", &RunMenus::loggedWeatherAction},
+    {"miGetWeather", "Get Current Weather...", &RunMenus::currentWeatherAction},
+    {"miiCardWeather", "Get iCard && Weather...", &RunMenus::timeSlipAction},
     Separator,
-    {"miCut", "Cut", &RunMenus::miCut},
-    {"miCopy", "Copy", &RunMenus::miCopy},
-    {"miPaste", "Paste", &RunMenus::miPaste},
+    {"miCut", "Cut", &RunMenus::cutAction},
+    {"miCopy", "Copy", &RunMenus::copyAction},
+    {"miPaste", "Paste", &RunMenus::pasteAction},
     Separator,
-    {"miPredict", "Predict...", &RunMenus::miPredict},
-    {"miPredictionCheck", "Prediction Check...", &RunMenus::miPredictionCheck},
-    {"miNotes", "Notes...", &RunMenus::miNotes},
-    {"miSettings", "Settings...", &RunMenus::miSettings},
+    {"miPredict", "Predict...", &RunMenus::predictAction},
+    {"miPredictionCheck", "Prediction Check...", &RunMenus::predictionCheckAction},
+    {"miNotes", "Notes...", &RunMenus::notesAction},
+    {"miSettings", "Settings...", &RunMenus::settingsAction},
     Separator,
-    {"miIncrementalTimes", "Incremental Times...", &RunMenus::miIncrementalTimes},
-    {"miRaceLog", "Race Log...", &RunMenus::miRaceLog},
-    {"miAnnotations", "Annotations...", &RunMenus::miAnnotations},
-    {"miRacepak", "Racepak", &RunMenus::miRacepak},
+    {"miIncrementalTimes", "Incremental Times...", &RunMenus::incrementalTimesAction},
+    {"miRaceLog", "Race Log...", &RunMenus::raceLogAction},
+    {"miAnnotations", "Annotations...", &RunMenus::annotationsAction},
+    {"miRacepak", "Racepak", &RunMenus::racepakAction},
     Separator,
-    {"miNewRun", "New Run", &RunMenus::miNewRun},
-    {"miDelete", "Delete Run#", &RunMenus::miDelete},
+    {"miNewRun", "New Run", &RunMenus::newRunAction},
+    {"miDelete", "Delete Run#", &RunMenus::deleteAction},
 };
 // clang-format on
 
@@ -66,14 +66,14 @@ QMenu* makeMenu(RunMenus& menus, QWidget* parent, const char* name, const char* 
 } // namespace
 
 RunMenus::RunMenus(QWidget* parent) {
-    miColumn = makeMenu(*this, parent, "miColumn", "Column", ColumnItems);
-    miRow = makeMenu(*this, parent, "miRow", "Row", RowItems);
+    columnMenu = makeMenu(*this, parent, "miColumn", "Column", ColumnItems);
+    rowMenu = makeMenu(*this, parent, "miRow", "Row", RowItems);
     // The item shows whether the run under the mouse is the reference run.
-    miReferenceRun->setCheckable(true);
+    referenceRunAction->setCheckable(true);
 }
 
 void RunMenus::setShowColumnMenu(QMenu* menu) {
     if (showColumn)
-        miColumn->removeAction(showColumn);
-    showColumn = menu ? miColumn->addMenu(menu) : nullptr;
+        columnMenu->removeAction(showColumn);
+    showColumn = menu ? columnMenu->addMenu(menu) : nullptr;
 }

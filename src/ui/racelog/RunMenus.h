@@ -4,8 +4,8 @@ class QAction;
 class QMenu;
 class QWidget;
 
-// The two right-click menus of the run table. The column menu miColumn ("Column") opens over
-// any cell and adds a run or shows and hides columns; the row menu miRow ("Row") opens over a
+// The two right-click menus of the run table. The column menu columnMenu ("Column") opens over
+// any cell and adds a run or shows and hides columns; the row menu rowMenu ("Row") opens over a
 // run number and holds the commands on that run.
 struct RunMenus {
     explicit RunMenus(QWidget* parent);
@@ -14,28 +14,28 @@ struct RunMenus {
     // handed in before.
     void setShowColumnMenu(QMenu* menu);
 
-    QMenu* miColumn;
-    QAction* miNewRunNum;
+    QMenu* columnMenu;
+    QAction* newRunAtRowAction;
 
-    QMenu* miRow;
-    QAction* miReferenceRun;
-    QAction* miRunComplete;
-    QAction* miGetLoggedWeather;
-    QAction* miGetWeather;
-    QAction* miiCardWeather;
-    QAction* miCut;
-    QAction* miCopy;
-    QAction* miPaste;
-    QAction* miPredict;
-    QAction* miPredictionCheck;
-    QAction* miNotes;
-    QAction* miSettings;
-    QAction* miIncrementalTimes;
-    QAction* miRaceLog;
-    QAction* miAnnotations;
-    QAction* miRacepak;
-    QAction* miNewRun;
-    QAction* miDelete;
+    QMenu* rowMenu;
+    QAction* referenceRunAction;
+    QAction* runCompleteAction;
+    QAction* loggedWeatherAction;
+    QAction* currentWeatherAction;
+    QAction* timeSlipAction;
+    QAction* cutAction;
+    QAction* copyAction;
+    QAction* pasteAction;
+    QAction* predictAction;
+    QAction* predictionCheckAction;
+    QAction* notesAction;
+    QAction* settingsAction;
+    QAction* incrementalTimesAction;
+    QAction* raceLogAction;
+    QAction* annotationsAction;
+    QAction* racepakAction;
+    QAction* newRunAction;
+    QAction* deleteAction;
 
 private:
     QAction* showColumn = nullptr;
