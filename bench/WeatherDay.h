@@ -14,7 +14,7 @@ constexpr int Seconds = 86400;
 
 // Writes the day's file into the weather log folder, once.
 inline void write() {
-    const QString path = WeatherLogPath(Day);
+    const QString path = weatherLogPath(Day);
     if (QFile::exists(path))
         return;
     QFile file(path);
@@ -36,7 +36,7 @@ inline void write() {
         record.WS = second % 25;
         record.WG = second % 35;
         record.AL = second % 1000;
-        file.write(WeatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), record));
+        file.write(weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), record));
     }
 }
 

@@ -67,7 +67,7 @@ BENCHMARK(BM_FeedLineNoLog)->Unit(benchmark::kMicrosecond);
 // The parts of a line, to see where its time goes.
 void BM_FramingAndParsing(benchmark::State& run) {
     WeatherRecord record;
-    SerialFramer framer([&](const QString& line) { ParseWeatherLine(line, record); });
+    SerialFramer framer([&](const QString& line) { parseWeatherLine(line, record); });
     for (auto _ : run)
         framer.receive(Line);
     benchmark::DoNotOptimize(record.AL);
@@ -76,32 +76,32 @@ BENCHMARK(BM_FramingAndParsing)->Unit(benchmark::kMicrosecond);
 
 void BM_StatusLine(benchmark::State& run) {
     WeatherRecord record;
-    ParseWeatherLine(QString::fromLatin1(Line), record);
+    parseWeatherLine(QString::fromLatin1(Line), record);
     for (auto _ : run)
-        benchmark::DoNotOptimize(BuildStatusLine(record));
+        benchmark::DoNotOptimize(buildStatusLine(record));
 }
 BENCHMARK(BM_StatusLine)->Unit(benchmark::kMicrosecond);
 
 void BM_OneSettingsRead(benchmark::State& run) {
     for (auto _ : run)
-        benchmark::DoNotOptimize(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
+        benchmark::DoNotOptimize(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
                                                QStringLiteral("ABP")));
 }
 BENCHMARK(BM_OneSettingsRead)->Unit(benchmark::kMicrosecond);
 
 void BM_LogRowText(benchmark::State& run) {
     WeatherRecord record;
-    ParseWeatherLine(QString::fromLatin1(Line), record);
+    parseWeatherLine(QString::fromLatin1(Line), record);
     const QTime time(10, 42, 7);
     for (auto _ : run)
-        benchmark::DoNotOptimize(WeatherLogRow(time, record));
+        benchmark::DoNotOptimize(weatherLogRow(time, record));
 }
 BENCHMARK(BM_LogRowText)->Unit(benchmark::kMicrosecond);
 
 void BM_LogRow(benchmark::State& run) {
     WeatherLog log;
     WeatherRecord reading;
-    ParseWeatherLine(QString::fromLatin1(Line), reading);
+    parseWeatherLine(QString::fromLatin1(Line), reading);
     const QDateTime now(Day.addDays(1), QTime(10, 42, 7));
     for (auto _ : run)
         log.writeRow(reading, now);
@@ -114,7 +114,7 @@ void BM_ReplayDay(benchmark::State& run) {
     SummingView charts;
     openEveryChart(views, charts);
     for (auto _ : run) {
-        const int rows = LoadLoggedWeather(WeatherLogPath(Day), views);
+        const int rows = loadLoggedWeather(weatherLogPath(Day), views);
         if (rows != SecondsPerDay)
             run.SkipWithError("the day did not replay whole");
     }
@@ -126,7 +126,7 @@ void BM_ReplayDayNoViewOpen(benchmark::State& run) {
     WeatherDay::write();
     const OpenViews none;
     for (auto _ : run)
-        benchmark::DoNotOptimize(LoadLoggedWeather(WeatherLogPath(Day), none));
+        benchmark::DoNotOptimize(loadLoggedWeather(weatherLogPath(Day), none));
 }
 BENCHMARK(BM_ReplayDayNoViewOpen)->Unit(benchmark::kMillisecond);
 
@@ -150,7 +150,7 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     // A user's column selection: every quantity chosen.
     for (const WeatherQuantity& quantity : WeatherQuantities)
-        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
+        Registry::set(QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\"),
                       QLatin1String(quantity.name), QStringLiteral("1"));
 
     benchmark::Initialize(&argc, argv);

@@ -97,7 +97,7 @@ void BM_TrendFinderDraws1000RunLog(benchmark::State& bench) {
     WeatherStation station;
     auto log = logWithRuns(station, 1000);
     AnswerYes answers;
-    Dialogs::Install(&answers);
+    Dialogs::install(&answers);
     TrendFinderWindow window(station.raceLogs());
     window.resize(window.sizeHint());
     window.show();
@@ -107,7 +107,7 @@ void BM_TrendFinderDraws1000RunLog(benchmark::State& bench) {
         emit window.quantityList->activated(4);
         window.graph->replot();
     }
-    Dialogs::Install(nullptr);
+    Dialogs::install(nullptr);
 }
 BENCHMARK(BM_TrendFinderDraws1000RunLog)->Unit(benchmark::kMillisecond);
 

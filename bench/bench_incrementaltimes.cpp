@@ -49,7 +49,7 @@ void BM_IncrementalTimesOf2000Records(benchmark::State& run) {
     for (auto _ : run) {
         TimeSlipLog log = field;
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        IncrementalTimes::Write(document, log, Request);
+        IncrementalTimes::write(document, log, Request);
         benchmark::DoNotOptimize(document.pageCount());
     }
 }
@@ -61,7 +61,7 @@ void BM_IncrementalTimesOf2000RecordsAsPdf(benchmark::State& run) {
     for (auto _ : run) {
         TimeSlipLog log = field;
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        IncrementalTimes::Write(document, log, Request);
+        IncrementalTimes::write(document, log, Request);
         if (!writePdf(document, folder.filePath(QStringLiteral("report.pdf"))))
             run.SkipWithError("the PDF was not written");
     }

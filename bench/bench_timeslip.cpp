@@ -40,7 +40,7 @@ QByteArray eventLog() {
 void BM_LoadTenThousandRecordLog(benchmark::State& run) {
     TimeSlipLog log;
     for (auto _ : run) {
-        if (LoadTimeSlipLog(log) != TimeSlipLoad::Read)
+        if (loadTimeSlipLog(log) != TimeSlipLoad::Read)
             run.SkipWithError("the log did not read");
         benchmark::DoNotOptimize(log.rows.size());
     }
@@ -53,7 +53,7 @@ void BM_FindTimeSlipInTenThousandRecordLog(benchmark::State& run) {
     const QDateTime when = EventStart.addSecs(20 * (Records / 2 - 3));
     const QString car = QString::number(100 + (Records - 6) % 400);
     for (auto _ : run) {
-        const TimeSlipSearch search = FindTimeSlip(log, when, car);
+        const TimeSlipSearch search = findTimeSlip(log, when, car);
         if (search.row < 0)
             run.SkipWithError("no slip found");
         benchmark::DoNotOptimize(search.row);
@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     if (!file.open(QIODevice::WriteOnly) || file.write(eventLog()) < 0)
         return 1;
     file.close();
-    Registry::Set(SettingKeys::ReceiverLogFile, path);
+    Registry::set(SettingKeys::ReceiverLogFile, path);
 
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -78,7 +78,7 @@ void BM_ReplayDayIntoEveryChart(benchmark::State& bench) {
     OpenWindows windows(allViews());
     for (auto _ : bench) {
         const int rows =
-            LoadLoggedWeather(WeatherLogPath(WeatherDay::Day), windows.station.views());
+            loadLoggedWeather(weatherLogPath(WeatherDay::Day), windows.station.views());
         repaint();
         if (rows != WeatherDay::Seconds)
             bench.SkipWithError("the day did not replay whole");

@@ -20,9 +20,9 @@ void checkLine(const QString& line, qsizetype maximum) {
     require(line.endsWith(u'\r'));
     require(line.size() <= maximum + 1);
     WeatherRecord once;
-    ParseWeatherLine(line, once);
+    parseWeatherLine(line, once);
     WeatherRecord twice = once;
-    ParseWeatherLine(line, twice);
+    parseWeatherLine(line, twice);
     require(once == twice);
     require(once.Time.isEmpty());
 }
@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                 self->receive(QByteArray::fromStdString(input.ConsumeRandomLengthString(64)));
             break;
         case 1:
-            self->ResetReceiveState();
+            self->resetReceiveState();
             break;
         default:
             break;

@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
     static QCoreApplication application(*argc, *argv);
     logPath = home.filePath(QStringLiteral("icard.csv"));
-    Registry::Set(SettingKeys::ReceiverLogFile, logPath);
+    Registry::set(SettingKeys::ReceiverLogFile, logPath);
     return 0;
 }
 
@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     checkRecords(QString::fromUtf8(file));
 
     TimeSlipLog read;
-    const bool whole = ReadTimeSlipLog(read, file);
+    const bool whole = readTimeSlipLog(read, file);
     if (whole) {
         require(read.rows.size() % 2 == 0);
         for (const QStringList& row : read.rows)
@@ -82,14 +82,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                             : read.rows[pick % read.rows.size()][SlipCarNumber];
     const QDateTime when(QDate(2025, 10, 12), QTime(minute / 60, minute % 60));
     TimeSlipLog log;
-    const TimeSlipSearch search = FindTimeSlip(log, when, car);
+    const TimeSlipSearch search = findTimeSlip(log, when, car);
     require(search.load == (whole ? TimeSlipLoad::Read : TimeSlipLoad::Unreadable));
     require(log.rows == read.rows);
     if (search.row >= 0) {
         require(search.row < log.rows.size());
         require(log.rows[search.row][SlipCarNumber] == car);
-        require(DateText::IsDate(log.rows[search.row][SlipRunTime]));
-        require(search.row == MatchTimeSlip(read, when, car));
+        require(DateText::isDate(log.rows[search.row][SlipRunTime]));
+        require(search.row == matchTimeSlip(read, when, car));
     }
     return 0;
 }

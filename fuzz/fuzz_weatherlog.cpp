@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const quint16 open = input.ConsumeIntegral<quint16>();
     const std::string bytes = input.ConsumeRemainingBytesAsString();
 
-    const QString path = WeatherLogPath(Day);
+    const QString path = weatherLogPath(Day);
     {
         QFile file(path);
         require(file.open(QIODevice::WriteOnly));
@@ -63,14 +63,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         if ((open >> i) & 1)
             views.open(charts[i], &view);
     }
-    const int rows = LoadLoggedWeather(path, views);
+    const int rows = loadLoggedWeather(path, views);
     require(rows >= 0 && view.points <= rows * int(charts.size()));
 
     WeatherLog log;
     const LoggedWeather found = log.find(Day, QTime(minute / 60, minute % 60));
     require(!log.isBusy());
     if (!found.Time.isEmpty()) {
-        const auto second = ReadClockTime(found.Time);
+        const auto second = readClockTime(found.Time);
         require(second && *second / 60 == minute);
     }
     return 0;

@@ -28,7 +28,7 @@ QByteArray makeRealLog() {
     for (int row = 1; row <= 3; ++row) {
         if (row > 1)
             log.grid.addRun();
-        for (int column = 1; column < log.grid.Cols(); ++column)
+        for (int column = 1; column < log.grid.cols(); ++column)
             log.grid.setCell(row, column, QString::number(row + column * 0.25));
         log.grid.setCell(row, 1, QStringLiteral("02:35pm"));
         log.grid.setCell(row, 2, QStringLiteral("07/04/26"));
@@ -80,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     RaceLogData log;
     Database::loadLog(filePath(), log);
     const RunTable& grid = log.grid;
-    require(grid.tableRows() >= 2 && grid.Cols() == 34);
+    require(grid.tableRows() >= 2 && grid.cols() == 34);
     require(log.refRunItems.size() == grid.tableRows() - 1);
     // -1: a log without a reference run.
     require(log.refRunIndex >= -1 && log.refRunIndex < log.refRunItems.size());

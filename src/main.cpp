@@ -28,8 +28,8 @@ int main(int argc, char* argv[]) {
     QTextStream out(stdout);
     const auto dialogs = dialogPresenter(out);
     Startup startup(QCoreApplication::arguments(), QCoreApplication::applicationDirPath());
-    if (const auto exitCode = startup.Main())
+    if (const auto exitCode = startup.run())
         return *exitCode;
-    DemoRecorder::Install(*startup.mainWindow());
+    DemoRecorder::install(*startup.mainWindow());
     return app.exec();
 }

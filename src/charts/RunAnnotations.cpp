@@ -47,10 +47,10 @@ struct Value {
 
 Value cellValue(const RunTable& runs, int row, int column) {
     const QString text = runs.cell(row, column);
-    if (!NumberText::IsNumeric(text))
+    if (!NumberText::isNumeric(text))
         return {Value::None};
     // A number too large for the chart's precision is a fault, not a missing value.
-    const std::optional<float> single = NumberText::ToSingle(text);
+    const std::optional<float> single = NumberText::toSingle(text);
     return single ? Value{Value::Some, *single} : Value{Value::Fault};
 }
 
@@ -66,7 +66,7 @@ Value correctionFactor(const RunTable& runs, int row) {
         if (part.kind == Value::Fault)
             return {Value::Fault};
     }
-    const std::optional<float> factor = CorrectionFactor(abp.y, temp.y, vp.y);
+    const std::optional<float> factor = ::correctionFactor(abp.y, temp.y, vp.y);
     return factor ? Value{Value::Some, *factor} : Value{Value::Fault};
 }
 

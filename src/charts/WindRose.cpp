@@ -33,7 +33,7 @@ bool WindRose::addWind(float value, qint16 direction) {
     if (sector < 0 || sector >= int(sums.size()))
         return false;
     const std::optional<qint32> sum =
-        NumberText::RoundToInt32(double(sums[std::size_t(sector)]) + double(value));
+        NumberText::roundToInt32(double(sums[std::size_t(sector)]) + double(value));
     if (!sum)
         return false;
     sums[std::size_t(sector)] = *sum;

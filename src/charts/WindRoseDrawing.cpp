@@ -14,7 +14,7 @@ constexpr double RadiansPerDegree = 0.017453292519943334;
 
 // Half a side, as a whole pixel: an odd side rounds its half to even.
 int half(int side) {
-    return NumberText::RoundToInt32(side / 2.0).value_or(0);
+    return NumberText::roundToInt32(side / 2.0).value_or(0);
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace Calculator {
 
-QStringList Candidates() {
+QStringList candidates() {
 #ifdef Q_OS_WIN
     return {QStringLiteral("calc")};
 #else
@@ -15,8 +15,8 @@ QStringList Candidates() {
 #endif
 }
 
-QString FindProgram() {
-    for (const QString& candidate : Candidates()) {
+QString findProgram() {
+    for (const QString& candidate : candidates()) {
         const QString path = QStandardPaths::findExecutable(candidate);
         if (!path.isEmpty())
             return path;
@@ -24,8 +24,8 @@ QString FindProgram() {
     return {};
 }
 
-void Launch() {
-    const QString program = FindProgram();
+void launch() {
+    const QString program = findProgram();
     if (!program.isEmpty())
         QProcess::startDetached(program, {});
 }

@@ -7,10 +7,10 @@
 namespace Calculator {
 
 // The calculator programs to look for, in order of preference.
-QStringList Candidates();
+QStringList candidates();
 // The first candidate found on the search path; empty when there is none.
-QString FindProgram();
+QString findProgram();
 // Starts the calculator without waiting for it. Nothing happens when none can be started.
-void Launch();
+void launch();
 
 } // namespace Calculator

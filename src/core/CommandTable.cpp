@@ -71,14 +71,14 @@ const QList<Tool> commands = {
 
 QList<Tool> allTools() {
     QList<Tool> tools = commands;
-    for (const Palette::Entry& entry : Palette::Entries())
+    for (const Palette::Entry& entry : Palette::entries())
         tools.append({entry.name, entry.caption, ""});
     return tools;
 }
 
 QStringList colorMenu() {
     QStringList items;
-    for (const Palette::Entry& entry : Palette::Entries())
+    for (const Palette::Entry& entry : Palette::entries())
         items.append(entry.name);
     items << Separator << "miMoreColors";
     return items;
@@ -156,17 +156,17 @@ template <typename T> const T* findByName(const QList<T>& list, const QString& n
 
 } // namespace
 
-const QList<Tool>& Tools() {
+const QList<Tool>& tools() {
     static const QList<Tool> tools = allTools();
     return tools;
 }
 
-const QList<Band>& Bands() {
+const QList<Band>& bands() {
     static const QList<Band> bands = allBands();
     return bands;
 }
 
-const QList<StatusPanel>& StatusPanels() {
+const QList<StatusPanel>& statusPanels() {
     // The clock panels get their text from the clock; the key panels name their key.
     static const QList<StatusPanel> panels = {
         {"lblStatus", "Waiting for Weather Update...", "Current Weather"},
@@ -181,16 +181,16 @@ const QList<StatusPanel>& StatusPanels() {
     return panels;
 }
 
-const Tool* FindTool(const QString& name) {
-    return findByName(Tools(), name);
+const Tool* findTool(const QString& name) {
+    return findByName(tools(), name);
 }
 
-const Band* FindBand(const QString& name) {
-    return findByName(Bands(), name);
+const Band* findBand(const QString& name) {
+    return findByName(bands(), name);
 }
 
-const StatusPanel* FindStatusPanel(const QString& name) {
-    return findByName(StatusPanels(), name);
+const StatusPanel* findStatusPanel(const QString& name) {
+    return findByName(statusPanels(), name);
 }
 
 } // namespace CommandTable

@@ -52,15 +52,15 @@ struct StatusPanel {
 inline const QString Separator = QStringLiteral("-");
 
 // Every tool: the commands in the order of the dispatch, then the palette of the Color menu.
-const QList<Tool>& Tools();
+const QList<Tool>& tools();
 // The bands: the menus in the order of the menu bar, the two submenus, the tool bar and the
 // status bar.
-const QList<Band>& Bands();
+const QList<Band>& bands();
 // The panels of the status bar, in the order in which the status bar names them.
-const QList<StatusPanel>& StatusPanels();
+const QList<StatusPanel>& statusPanels();
 
-const Tool* FindTool(const QString& name);
-const Band* FindBand(const QString& name);
-const StatusPanel* FindStatusPanel(const QString& name);
+const Tool* findTool(const QString& name);
+const Band* findBand(const QString& name);
+const StatusPanel* findStatusPanel(const QString& name);
 
 } // namespace CommandTable

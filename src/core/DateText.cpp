@@ -69,7 +69,7 @@ QString twelveHour(const QTime& time, bool withSeconds) {
 
 } // namespace
 
-std::optional<DateTimeValue> Parse(const QString& text) {
+std::optional<DateTimeValue> parse(const QString& text) {
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
         return std::nullopt;
@@ -88,27 +88,27 @@ std::optional<DateTimeValue> Parse(const QString& text) {
     return std::nullopt;
 }
 
-bool IsDate(const QString& text) {
-    return Parse(text).has_value();
+bool isDate(const QString& text) {
+    return parse(text).has_value();
 }
 
-QString TimeText(const QTime& time) {
+QString timeText(const QTime& time) {
     return twelveHour(time, false);
 }
 
-QString TimeWithSecondsText(const QTime& time) {
+QString timeWithSecondsText(const QTime& time) {
     return twelveHour(time, true);
 }
 
-QString RunDateText(const QDate& date) {
+QString runDateText(const QDate& date) {
     return date.toString(QStringLiteral("MM/dd/yy"));
 }
 
-QString LogDateText(const QDate& date) {
+QString logDateText(const QDate& date) {
     return date.toString(QStringLiteral("MM/dd/yyyy"));
 }
 
-QString FileStamp(const QDate& date) {
+QString fileStamp(const QDate& date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
 }
 

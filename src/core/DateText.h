@@ -19,15 +19,15 @@ struct DateTimeValue {
 // Reads a date ("11/22/26", "11/22/2026", "2026-11-22", "11/22"), a time ("2:35pm",
 // "02:35 pm", "14:35", "14:35:07", "2:35:07am", "2pm") or a date followed by a time.
 // Two-digit years 00 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999.
-std::optional<DateTimeValue> Parse(const QString& text);
+std::optional<DateTimeValue> parse(const QString& text);
 
 // True when Parse reads the text.
-bool IsDate(const QString& text);
+bool isDate(const QString& text);
 
-QString TimeText(const QTime& time);            // "02:35pm"
-QString TimeWithSecondsText(const QTime& time); // "02:35:07pm"
-QString RunDateText(const QDate& date);         // "11/22/26"
-QString LogDateText(const QDate& date);         // "11/22/2026"
-QString FileStamp(const QDate& date);           // "2026-11-22"
+QString timeText(const QTime& time);            // "02:35pm"
+QString timeWithSecondsText(const QTime& time); // "02:35:07pm"
+QString runDateText(const QDate& date);         // "11/22/26"
+QString logDateText(const QDate& date);         // "11/22/2026"
+QString fileStamp(const QDate& date);           // "2026-11-22"
 
 } // namespace DateText

@@ -6,39 +6,39 @@ namespace {
 Presenter* installedPresenter = nullptr;
 }
 
-void Install(Presenter* presenter) {
+void install(Presenter* presenter) {
     installedPresenter = presenter;
 }
 
-Presenter* Installed() {
+Presenter* installed() {
     return installedPresenter;
 }
 
-Answer Show(const Message& message) {
+Answer show(const Message& message) {
     return installedPresenter ? installedPresenter->message(message) : message.defaultAnswer;
 }
 
-void Inform(const QString& text, const QString& title, Icon icon) {
-    Show(Message{text, title, icon, Buttons::Ok, Answer::Ok});
+void inform(const QString& text, const QString& title, Icon icon) {
+    show(Message{text, title, icon, Buttons::Ok, Answer::Ok});
 }
 
-std::optional<FileChoice> ChooseFile(const FileRequest& request) {
+std::optional<FileChoice> chooseFile(const FileRequest& request) {
     return installedPresenter ? installedPresenter->chooseFile(request) : std::nullopt;
 }
 
-std::optional<QColor> ChooseColor(const QColor& initial) {
+std::optional<QColor> chooseColor(const QColor& initial) {
     return installedPresenter ? installedPresenter->chooseColor(initial) : std::nullopt;
 }
 
-bool ChoosePrinter(QPagedPaintDevice& printer) {
+bool choosePrinter(QPagedPaintDevice& printer) {
     return installedPresenter && installedPresenter->choosePrinter(printer);
 }
 
-bool UsePrinter(QPagedPaintDevice& printer) {
+bool usePrinter(QPagedPaintDevice& printer) {
     return installedPresenter && installedPresenter->usePrinter(printer);
 }
 
-QList<QPair<QString, QString>> FilterPairs(const QString& filter) {
+QList<QPair<QString, QString>> filterPairs(const QString& filter) {
     const QStringList parts = filter.split(u'|');
     QList<QPair<QString, QString>> pairs;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {

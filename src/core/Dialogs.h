@@ -56,19 +56,19 @@ public:
 };
 
 // Install a presenter (nullptr removes it). The caller keeps ownership.
-void Install(Presenter* presenter);
-Presenter* Installed();
+void install(Presenter* presenter);
+Presenter* installed();
 
-Answer Show(const Message& message);
+Answer show(const Message& message);
 // A one-button information box, the most common kind.
-void Inform(const QString& text, const QString& title, Icon icon = Icon::Information);
-std::optional<FileChoice> ChooseFile(const FileRequest& request);
-std::optional<QColor> ChooseColor(const QColor& initial);
+void inform(const QString& text, const QString& title, Icon icon = Icon::Information);
+std::optional<FileChoice> chooseFile(const FileRequest& request);
+std::optional<QColor> chooseColor(const QColor& initial);
 // With no presenter installed nothing is printed.
-bool ChoosePrinter(QPagedPaintDevice& printer);
-bool UsePrinter(QPagedPaintDevice& printer);
+bool choosePrinter(QPagedPaintDevice& printer);
+bool usePrinter(QPagedPaintDevice& printer);
 
 // Splits a filter in the program's form into (description, pattern) pairs.
-QList<QPair<QString, QString>> FilterPairs(const QString& filter);
+QList<QPair<QString, QString>> filterPairs(const QString& filter);
 
 } // namespace Dialogs

@@ -27,17 +27,17 @@ std::optional<Monitor> monitorInfo(qint32 handle) {
     const QRect area = screen->geometry();
     const QRect work = screen->availableGeometry();
     Monitor monitor;
-    monitor.Handle = handle;
-    monitor.Width = area.width();
-    monitor.Height = area.height();
-    monitor.Left = area.x();
-    monitor.Top = area.y();
-    monitor.Right = area.x() + area.width();
-    monitor.Bottom = area.y() + area.height();
-    monitor.WorkLeft = work.x();
-    monitor.WorkTop = work.y();
-    monitor.WorkRight = work.x() + work.width();
-    monitor.WorkBottom = work.y() + work.height();
+    monitor.handle = handle;
+    monitor.width = area.width();
+    monitor.height = area.height();
+    monitor.left = area.x();
+    monitor.top = area.y();
+    monitor.right = area.x() + area.width();
+    monitor.bottom = area.y() + area.height();
+    monitor.workLeft = work.x();
+    monitor.workTop = work.y();
+    monitor.workRight = work.x() + work.width();
+    monitor.workBottom = work.y() + work.height();
     return monitor;
 }
 
@@ -90,7 +90,7 @@ qint32 monitorFromRect(const QRect& rect, MonitorList::Flags flags) {
 
 } // namespace
 
-bool MonitorCollection::Add(const Monitor& monitor, const QString& key) {
+bool MonitorCollection::add(const Monitor& monitor, const QString& key) {
     for (const auto& item : items) {
         if (item.first == key)
             return false;
@@ -100,67 +100,67 @@ bool MonitorCollection::Add(const Monitor& monitor, const QString& key) {
 }
 
 MonitorList::MonitorList() {
-    Refresh();
+    refresh();
 }
 
-qint32 MonitorList::DesktopLeft() const {
+qint32 MonitorList::desktopLeft() const {
     return desktop().x();
 }
 
-qint32 MonitorList::DesktopTop() const {
+qint32 MonitorList::desktopTop() const {
     return desktop().y();
 }
 
-qint32 MonitorList::DesktopWidth() const {
+qint32 MonitorList::desktopWidth() const {
     return desktop().width();
 }
 
-qint32 MonitorList::DesktopHeight() const {
+qint32 MonitorList::desktopHeight() const {
     return desktop().height();
 }
 
-void MonitorList::Refresh() {
-    Monitors.Clear();
+void MonitorList::refresh() {
+    monitors.clear();
     if (!desktopSpansMonitors()) {
         if (auto monitor = monitorInfo(handleOf(QGuiApplication::primaryScreen())))
-            Monitors.Add(*monitor, QString::number(monitor->Handle));
+            monitors.add(*monitor, QString::number(monitor->handle));
         return;
     }
     // Monitors are found by sampling the desktop on a grid of 640 by 480 and asking which
     // monitor holds the centre of each cell. The loops run up to the desktop's width and
     // height as they stand, not to its right and bottom edges, and a monitor smaller than a
     // cell can be missed; both are accepted.
-    const int left = DesktopLeft(), top = DesktopTop();
-    const int width = DesktopWidth(), height = DesktopHeight();
+    const int left = desktopLeft(), top = desktopTop();
+    const int width = desktopWidth(), height = desktopHeight();
     for (int y = top; y <= height; y += 480) {
         for (int x = left; x <= width; x += 640) {
-            const qint32 handle = GetMonitorFromXYPoint(x + 320, y + 240, DefaultToNone);
+            const qint32 handle = monitorFromPoint(x + 320, y + 240, DefaultToNone);
             if (auto monitor = monitorInfo(handle))
-                Monitors.Add(*monitor, QString::number(handle)); // a monitor already found stays
+                monitors.add(*monitor, QString::number(handle)); // a monitor already found stays
         }
     }
 }
 
-qint32 MonitorList::GetMonitorFromXYPoint(int x, int y, Flags flags) const {
+qint32 MonitorList::monitorFromPoint(int x, int y, Flags flags) const {
     return monitorFromRect(QRect(x, y, 1, 1), flags);
 }
 
-qint32 MonitorList::GetMonitorFromWindow(const QWindow* window, Flags flags) const {
+qint32 MonitorList::monitorFromWindow(const QWindow* window, Flags flags) const {
     if (!window)
         return -1;
     return monitorFromRect(window->frameGeometry(), flags);
 }
 
-bool MonitorList::CenterFormOnMonitor(QWindow& form, const QWindow* otherForm) const {
-    const qint32 handle = otherForm ? GetMonitorFromWindow(otherForm, DefaultToNearest)
-                                    : GetMonitorFromXYPoint(1, 1, DefaultToNearest);
+bool MonitorList::centerFormOnMonitor(QWindow& form, const QWindow* otherForm) const {
+    const qint32 handle = otherForm ? monitorFromWindow(otherForm, DefaultToNearest)
+                                    : monitorFromPoint(1, 1, DefaultToNearest);
     const auto monitor = monitorInfo(handle);
     if (!monitor)
         return false;
     const QSize size = form.frameGeometry().size();
-    const int workWidth = monitor->WorkRight - monitor->WorkLeft;
-    const int workHeight = monitor->WorkBottom - monitor->WorkTop;
-    form.setFramePosition(QPoint(monitor->WorkLeft + (workWidth - size.width()) / 2,
-                                 monitor->WorkTop + (workHeight - size.height()) / 2));
+    const int workWidth = monitor->workRight - monitor->workLeft;
+    const int workHeight = monitor->workBottom - monitor->workTop;
+    form.setFramePosition(QPoint(monitor->workLeft + (workWidth - size.width()) / 2,
+                                 monitor->workTop + (workHeight - size.height()) / 2));
     return true;
 }

@@ -143,7 +143,7 @@ QString generalFromShortest(const char* text, size_t length) {
 
 } // namespace
 
-bool IsNumeric(const QString& text) {
+bool isNumeric(const QString& text) {
     auto core = numericCore(text);
     if (!core)
         return false;
@@ -151,7 +151,7 @@ bool IsNumeric(const QString& text) {
     return value && std::isfinite(*value);
 }
 
-std::optional<double> ToDouble(const QString& text) {
+std::optional<double> toDouble(const QString& text) {
     auto core = numericCore(text);
     if (!core)
         return std::nullopt;
@@ -161,8 +161,8 @@ std::optional<double> ToDouble(const QString& text) {
     return value;
 }
 
-std::optional<float> ToSingle(const QString& text) {
-    auto value = ToDouble(text);
+std::optional<float> toSingle(const QString& text) {
+    auto value = toDouble(text);
     if (!value)
         return std::nullopt;
     if (std::fabs(*value) > double(std::numeric_limits<float>::max()))
@@ -170,7 +170,7 @@ std::optional<float> ToSingle(const QString& text) {
     return float(*value);
 }
 
-std::optional<qint32> RoundToInt32(double value) {
+std::optional<qint32> roundToInt32(double value) {
     if (!std::isfinite(value))
         return std::nullopt;
     const double rounded = std::nearbyint(value); // the default mode rounds ties to even
@@ -180,7 +180,7 @@ std::optional<qint32> RoundToInt32(double value) {
     return qint32(rounded);
 }
 
-QString General(float value) {
+QString general(float value) {
     if (!std::isfinite(value))
         return QString::number(double(value));
     char buffer[64];
@@ -188,7 +188,7 @@ QString General(float value) {
     return generalFromShortest(buffer, size_t(ptr - buffer));
 }
 
-QString GeneralDouble(double value) {
+QString generalDouble(double value) {
     if (!std::isfinite(value))
         return QString::number(value);
     char buffer[64];
@@ -196,7 +196,7 @@ QString GeneralDouble(double value) {
     return generalFromShortest(buffer, size_t(ptr - buffer));
 }
 
-QString Format(double value, const QString& pattern) {
+QString format(double value, const QString& pattern) {
     const qsizetype point = pattern.indexOf(u'.');
     const QString intPattern = point < 0 ? pattern : pattern.left(point);
     const QString fracPattern = point < 0 ? QString() : pattern.mid(point + 1);

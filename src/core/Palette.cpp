@@ -4,7 +4,7 @@
 
 namespace Palette {
 
-const QList<Entry>& Entries() {
+const QList<Entry>& entries() {
     // Both reds and "Violiet" are what users of the program know; they stay as they are.
     static const QList<Entry> entries = {
         {"miNoFill", "No Fill", DesktopColor},
@@ -28,20 +28,20 @@ const QList<Entry>& Entries() {
     return entries;
 }
 
-bool IsSystemColor(quint32 color) {
+bool isSystemColor(quint32 color) {
     return (color & 0xFF000000u) == 0x80000000u;
 }
 
-QColor ToColor(quint32 color) {
+QColor toColor(quint32 color) {
     return QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);
 }
 
-quint32 FromColor(const QColor& color) {
+quint32 fromColor(const QColor& color) {
     const QColor rgb = color.toRgb();
     return quint32(rgb.red()) | quint32(rgb.green()) << 8 | quint32(rgb.blue()) << 16;
 }
 
-std::optional<quint32> FromValue(double value) {
+std::optional<quint32> fromValue(double value) {
     if (value != std::floor(value) || value < -2147483648.0 || value > 4294967295.0)
         return std::nullopt;
     const quint32 color = value < 0 ? quint32(qint32(value)) : quint32(value);
@@ -51,7 +51,7 @@ std::optional<quint32> FromValue(double value) {
     return color;
 }
 
-QString ToText(quint32 color) {
+QString toText(quint32 color) {
     return QString::number(color);
 }
 

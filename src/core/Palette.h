@@ -23,19 +23,19 @@ inline constexpr quint32 DesktopColor = 0x80000001u;
 inline constexpr quint32 WorkspaceColor = 0x8000000Cu;
 
 // The palette, in the order of the menu.
-const QList<Entry>& Entries();
+const QList<Entry>& entries();
 
-bool IsSystemColor(quint32 color);
+bool isSystemColor(quint32 color);
 // The colour of a number that is not a system colour.
-QColor ToColor(quint32 color);
+QColor toColor(quint32 color);
 // The number of a colour the user picked.
-quint32 FromColor(const QColor& color);
+quint32 fromColor(const QColor& color);
 
 // The colour number of a stored value. nullopt when the value is not a whole number, lies
 // outside 32 bits, or is no colour (a top byte other than 00 or 80). Negative values are
 // taken as the signed form of the same 32 bits, as older settings may hold them.
-std::optional<quint32> FromValue(double value);
+std::optional<quint32> fromValue(double value);
 // The text a colour number is stored as.
-QString ToText(quint32 color);
+QString toText(quint32 color);
 
 } // namespace Palette

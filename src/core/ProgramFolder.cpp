@@ -7,7 +7,7 @@
 
 namespace ProgramFolder {
 
-QString ForUserFiles(const QString& programFolder) {
+QString forUserFiles(const QString& programFolder) {
     const QFileInfo folder(programFolder);
     if (folder.isDir() && folder.isWritable())
         return programFolder;
@@ -17,8 +17,8 @@ QString ForUserFiles(const QString& programFolder) {
     return QDir::homePath();
 }
 
-QString ForUserFiles() {
-    return ForUserFiles(QCoreApplication::applicationDirPath());
+QString forUserFiles() {
+    return forUserFiles(QCoreApplication::applicationDirPath());
 }
 
 } // namespace ProgramFolder

@@ -10,9 +10,9 @@ namespace ProgramFolder {
 
 // programFolder when it is a folder that can be written, else the user's documents folder,
 // else the home folder.
-QString ForUserFiles(const QString& programFolder);
+QString forUserFiles(const QString& programFolder);
 
 // The same for this running program.
-QString ForUserFiles();
+QString forUserFiles();
 
 } // namespace ProgramFolder

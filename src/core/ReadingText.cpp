@@ -3,7 +3,7 @@
 #include "core/NumberText.h"
 
 QString valueText(float value) {
-    return NumberText::General(value);
+    return NumberText::general(value);
 }
 
 QString valueText(qint32 value) {

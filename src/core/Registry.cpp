@@ -48,7 +48,7 @@ public:
             settings = std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER"),
                                                    QSettings::NativeFormat);
 #else
-        const QString path = StoreFilePath();
+        const QString path = storeFilePath();
         if (!settings || settings->fileName() != path) {
             settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
             localPath = QFile::encodeName(path);
@@ -213,24 +213,24 @@ bool keyExists(QSettings& settings, const QString& group) {
 
 } // namespace
 
-QString KeyName(const QString& name) {
+QString keyName(const QString& name) {
     return storedName(name);
 }
 
-quint64 Revision() {
+quint64 revision() {
     return store().revision();
 }
 
-QString StoreFilePath() {
+QString storeFilePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/Zorvane/registry.ini");
 }
 
-QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
-    return GetKeyValues(hive, keyPath, {valueName}).constFirst();
+QString keyValue(Hive hive, const QString& keyPath, const QString& valueName) {
+    return keyValues(hive, keyPath, {valueName}).constFirst();
 }
 
-QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& valueNames) {
+QStringList keyValues(Hive hive, const QString& keyPath, const QStringList& valueNames) {
     QStringList texts;
     texts.reserve(valueNames.size());
     QSettings* settings = openHive(hive);
@@ -246,7 +246,7 @@ QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& v
     return texts;
 }
 
-void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
+void setKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
                  ValueType type) {
     QSettings* settings = openHive(hive);
     if (!settings)
@@ -272,7 +272,7 @@ void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, co
     settings->setValue(key, stored);
 }
 
-QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
+QString deleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName) {
     QSettings* settings = openHive(hive);
     if (!settings)
         return NoKeyValue;
@@ -284,7 +284,7 @@ QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueNa
     return QStringLiteral("0");
 }
 
-bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
+bool deleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
     QSettings* settings = openHive(hive);
     if (!settings || subKey.isEmpty())
         return false;
@@ -296,7 +296,7 @@ bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey) {
     return true;
 }
 
-bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
+bool enumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
     QSettings* settings = openHive(hive);
     const QString group = groupOf(keyPath);
     if (!settings || !keyExists(*settings, group))
@@ -307,7 +307,7 @@ bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names) {
     return true;
 }
 
-bool EnumValues(Hive hive, const QString& keyPath, QStringList& names) {
+bool enumValues(Hive hive, const QString& keyPath, QStringList& names) {
     QSettings* settings = openHive(hive);
     const QString group = groupOf(keyPath);
     if (!settings || !keyExists(*settings, group))

@@ -20,54 +20,54 @@ enum Hive : quint32 { NoHive = 0, HKEY_CURRENT_USER = 0x80000001u };
 
 enum ValueType { REG_SZ = 1, REG_DWORD = 4, REG_DATE = 8 };
 
-QString GetKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
-// Several values of one key in one visit of the store, each read as GetKeyValue reads it.
+QString keyValue(Hive hive, const QString& keyPath, const QString& valueName);
+// Several values of one key in one visit of the store, each read as keyValue reads it.
 // The feed reads fifteen values with every line; one visit for all of them keeps a line
 // cheap while every line still sees the latest settings.
-QStringList GetKeyValues(Hive hive, const QString& keyPath, const QStringList& valueNames);
-void SetKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
+QStringList keyValues(Hive hive, const QString& keyPath, const QStringList& valueNames);
+void setKeyValue(Hive hive, const QString& keyPath, const QString& valueName, const QString& value,
                  ValueType type = REG_SZ);
 // "0" on success, NoKeyValue on failure.
-QString DeleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
-bool DeleteKey(Hive hive, const QString& parentPath, const QString& subKey);
+QString deleteKeyValue(Hive hive, const QString& keyPath, const QString& valueName);
+bool deleteKey(Hive hive, const QString& parentPath, const QString& subKey);
 // Fill names with the subkeys or value names of a key; false, names untouched, when the
 // key cannot be opened.
-bool EnumSubKeys(Hive hive, const QString& keyPath, QStringList& names);
-bool EnumValues(Hive hive, const QString& keyPath, QStringList& names);
+bool enumSubKeys(Hive hive, const QString& keyPath, QStringList& names);
+bool enumValues(Hive hive, const QString& keyPath, QStringList& names);
 
-// Value names and the names EnumSubKeys and EnumValues give are names as the user typed them:
+// Value names and the names enumSubKeys and enumValues give are names as the user typed them:
 // any text, "/" and "\" included, comes back as it went in. A key path is joined from key
-// names by "\"; a name the user typed goes into a path as KeyName(name).
-QString KeyName(const QString& name);
+// names by "\"; a name the user typed goes into a path as keyName(name).
+QString keyName(const QString& name);
 
 // A number that changes whenever the tree may have changed, by a write here or from outside:
 // a caller that keeps values it read may keep them while this stays the same. (In the Windows
 // registry only this process's writes count.)
-quint64 Revision();
+quint64 revision();
 
 // The file that holds the tree where there is no registry.
-QString StoreFilePath();
+QString storeFilePath();
 
 // The calls nearly every caller makes: the current user's hive.
-inline QString Get(const QString& keyPath, const QString& valueName) {
-    return GetKeyValue(HKEY_CURRENT_USER, keyPath, valueName);
+inline QString get(const QString& keyPath, const QString& valueName) {
+    return keyValue(HKEY_CURRENT_USER, keyPath, valueName);
 }
-inline void Set(const QString& keyPath, const QString& valueName, const QString& value) {
-    SetKeyValue(HKEY_CURRENT_USER, keyPath, valueName, value, REG_SZ);
+inline void set(const QString& keyPath, const QString& valueName, const QString& value) {
+    setKeyValue(HKEY_CURRENT_USER, keyPath, valueName, value, REG_SZ);
 }
 // A setting by its row of the key table.
-inline QString Get(const SettingKey& key) {
-    return Get(key.keyPath(), key.valueName());
+inline QString get(const SettingKey& key) {
+    return get(key.keyPath(), key.valueName());
 }
-inline void Set(const SettingKey& key, const QString& value) {
-    Set(key.keyPath(), key.valueName(), value);
+inline void set(const SettingKey& key, const QString& value) {
+    set(key.keyPath(), key.valueName(), value);
 }
 // One value of a key whose values are named by the user: a track, a column, a port value.
-inline QString Get(const SettingKey& key, const QString& name) {
-    return Get(key.keyPath(), name);
+inline QString get(const SettingKey& key, const QString& name) {
+    return get(key.keyPath(), name);
 }
-inline void Set(const SettingKey& key, const QString& name, const QString& value) {
-    Set(key.keyPath(), name, value);
+inline void set(const SettingKey& key, const QString& name, const QString& value) {
+    set(key.keyPath(), name, value);
 }
 
 } // namespace Registry

@@ -2,12 +2,12 @@
 
 #include <QFileInfo>
 
-ScriptedDialogs::ScriptedDialogs() : previous(Dialogs::Installed()) {
-    Dialogs::Install(this);
+ScriptedDialogs::ScriptedDialogs() : previous(Dialogs::installed()) {
+    Dialogs::install(this);
 }
 
 ScriptedDialogs::~ScriptedDialogs() {
-    Dialogs::Install(previous);
+    Dialogs::install(previous);
 }
 
 void ScriptedDialogs::queueAnswers(const QString& script) {

@@ -22,38 +22,38 @@ constexpr std::array<FieldName, 4> placementFields{{{PlacementField::Width, "Wid
 
 } // namespace
 
-void SaveScale(double scale) {
-    Registry::Set(SettingKeys::Scale, NumberText::GeneralDouble(scale));
+void saveScale(double scale) {
+    Registry::set(SettingKeys::Scale, NumberText::generalDouble(scale));
 }
 
-double LoadScale() {
-    const double scale = NumberText::ToDouble(Registry::Get(SettingKeys::Scale))
+double loadScale() {
+    const double scale = NumberText::toDouble(Registry::get(SettingKeys::Scale))
                              .value_or(SettingKeys::Scale.fallback.toDouble());
     return std::clamp(scale, 0.25, 4.0);
 }
 
-void SaveWindowPlacement(const QString& keyPath, const PlacedWindow& window) {
+void saveWindowPlacement(const QString& keyPath, const PlacedWindow& window) {
     const int state = window.windowState();
-    Registry::Set(keyPath, QStringLiteral("WindowState"), QString::number(state));
+    Registry::set(keyPath, QStringLiteral("WindowState"), QString::number(state));
     if (state != 0)
         return;
     for (const auto& [field, name] : placementFields)
-        Registry::Set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
+        Registry::set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
 }
 
-void LoadWindowPlacement(const QString& keyPath, PlacedWindow& window) {
-    const QString state = Registry::Get(keyPath, QStringLiteral("WindowState"));
-    if (!NumberText::IsNumeric(state)) {
-        Registry::Set(keyPath, QStringLiteral("WindowState"), QStringLiteral("0"));
+void loadWindowPlacement(const QString& keyPath, PlacedWindow& window) {
+    const QString state = Registry::get(keyPath, QStringLiteral("WindowState"));
+    if (!NumberText::isNumeric(state)) {
+        Registry::set(keyPath, QStringLiteral("WindowState"), QStringLiteral("0"));
     } else if (state == u"0" || state == u"1" || state == u"2") {
         window.setWindowState(state.toInt());
     }
     for (const auto& [field, name] : placementFields) {
-        const QString stored = Registry::Get(keyPath, QLatin1String(name));
-        if (auto value = NumberText::ToDouble(stored); value && std::fabs(*value) < 1e9)
+        const QString stored = Registry::get(keyPath, QLatin1String(name));
+        if (auto value = NumberText::toDouble(stored); value && std::fabs(*value) < 1e9)
             window.setPlacement(field, int(std::lround(*value)));
         else
-            Registry::Set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
+            Registry::set(keyPath, QLatin1String(name), QString::number(window.placement(field)));
     }
 }
 

@@ -8,9 +8,9 @@ namespace Settings {
 
 // The zoom is a double, so that quarter steps from a stored 3.9 land on 4.15 exactly as
 // written.
-void SaveScale(double scale);
+void saveScale(double scale);
 // 1 unless a numeric value is stored; kept between 0.25 and 4.
-double LoadScale();
+double loadScale();
 
 enum class PlacementField { Width, Height, Top, Left };
 
@@ -27,8 +27,8 @@ public:
 
 // Writes WindowState, and only for a normal window Width, Height, Top and Left, so a window
 // closed maximised keeps its earlier normal size.
-void SaveWindowPlacement(const QString& keyPath, const PlacedWindow& window);
+void saveWindowPlacement(const QString& keyPath, const PlacedWindow& window);
 // Applies what is stored; seeds missing or bad values from the window as it stands.
-void LoadWindowPlacement(const QString& keyPath, PlacedWindow& window);
+void loadWindowPlacement(const QString& keyPath, PlacedWindow& window);
 
 } // namespace Settings

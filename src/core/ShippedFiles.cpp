@@ -6,7 +6,7 @@
 
 namespace ShippedFiles {
 
-QString Find(const QString& programFolder, const QString& name) {
+QString find(const QString& programFolder, const QString& name) {
     const QString beside = programFolder + u'/' + name;
     if (QFileInfo::exists(beside))
         return beside;
@@ -17,8 +17,8 @@ QString Find(const QString& programFolder, const QString& name) {
     return beside;
 }
 
-QString Find(const QString& name) {
-    return Find(QCoreApplication::applicationDirPath(), name);
+QString find(const QString& name) {
+    return find(QCoreApplication::applicationDirPath(), name);
 }
 
 } // namespace ShippedFiles

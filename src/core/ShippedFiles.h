@@ -12,9 +12,9 @@ namespace ShippedFiles {
 // The file of that name beside the program in programFolder or, when there is none there, in
 // the shared data folder of its prefix. When neither exists, the place beside the program, so
 // that a message about a missing file names where it was looked for first.
-QString Find(const QString& programFolder, const QString& name);
+QString find(const QString& programFolder, const QString& name);
 
 // The same for this running program.
-QString Find(const QString& name);
+QString find(const QString& name);
 
 } // namespace ShippedFiles

@@ -77,7 +77,7 @@ void writeLabel(Workbook& book, int row, int column, const QString& text) {
 
 // A value written as it stands: a number when it reads as one, text otherwise.
 void writeValue(Workbook& book, int row, int column, const QString& text) {
-    if (const std::optional<double> number = NumberText::ToDouble(text))
+    if (const std::optional<double> number = NumberText::toDouble(text))
         book.setNumber(row, column, *number);
     else
         writeLabel(book, row, column, text);
@@ -114,11 +114,11 @@ Dialogs::FileRequest saveRequest(const QDate& today, const QString& programFolde
     Dialogs::FileRequest request;
     request.save = true;
     request.title = QStringLiteral("Save Excel File");
-    request.fileName = DateText::FileStamp(today) + QStringLiteral("log.xlsx");
+    request.fileName = DateText::fileStamp(today) + QStringLiteral("log.xlsx");
     request.filter = QStringLiteral("Microsoft Excel Files (*.xlsx) |*.xlsx|") +
                      QStringLiteral("All Files (*.*) |*.*|");
     request.filterIndex = 1;
-    const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+    const QString folder = Registry::get(SettingKeys::FileDialogFolder);
     request.initialFolder = folder == Registry::NoKeyValue ? programFolder : folder;
     return request;
 }
@@ -129,10 +129,10 @@ QString withExtension(const QString& chosenPath) {
 }
 
 QString templatePath() {
-    const QString chosen = Registry::Get(SettingKeys::MasterTemplate);
+    const QString chosen = Registry::get(SettingKeys::MasterTemplate);
     if (chosen != Registry::NoKeyValue && !chosen.isEmpty())
         return chosen;
-    return ShippedFiles::Find(StandardTemplateName);
+    return ShippedFiles::find(StandardTemplateName);
 }
 
 bool isStandardTemplate(const QString& templatePath) {

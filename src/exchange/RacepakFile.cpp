@@ -62,7 +62,7 @@ QString standardFolder() {
 } // namespace
 
 QString folder() {
-    const QString chosen = Registry::Get(SettingKeys::RacepakFolder);
+    const QString chosen = Registry::get(SettingKeys::RacepakFolder);
     if (chosen != Registry::NoKeyValue)
         return QDir::cleanPath(QDir::fromNativeSeparators(chosen));
     return standardFolder();
@@ -71,18 +71,18 @@ QString folder() {
 std::optional<QString> correctionFactorText(const RunTable& runs, int row) {
     if (row < 1 || row >= runs.tableRows())
         return std::nullopt;
-    const std::optional<float> temp = NumberText::ToSingle(runs.cell(row, TempColumn));
-    const std::optional<float> abp = NumberText::ToSingle(runs.cell(row, ABPColumn));
-    const std::optional<float> vp = NumberText::ToSingle(runs.cell(row, VPColumn));
+    const std::optional<float> temp = NumberText::toSingle(runs.cell(row, TempColumn));
+    const std::optional<float> abp = NumberText::toSingle(runs.cell(row, ABPColumn));
+    const std::optional<float> vp = NumberText::toSingle(runs.cell(row, VPColumn));
     if (!temp || !abp || !vp)
         return std::nullopt;
-    const std::optional<float> factor = CorrectionFactor(*abp, *temp, *vp);
+    const std::optional<float> factor = correctionFactor(*abp, *temp, *vp);
     if (!factor)
         return std::nullopt;
     // Rounded as a single too: the text is the shortest one that reads back to the rounded
     // value, so 1.01234 gives "1.0123" and not the float's longer binary neighbour.
     const float rounded = float(std::round(double(*factor) * 10000.0) / 10000.0);
-    return NumberText::General(rounded);
+    return NumberText::general(rounded);
 }
 
 std::optional<QByteArray> contents(const RunTable& runs, int row, const QDateTime& now) {

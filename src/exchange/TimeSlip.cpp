@@ -31,7 +31,7 @@ qint64 clockMinute(const QDate& date, const QTime& time) {
 }
 
 std::optional<qint64> clockMinute(const QString& text) {
-    const auto value = DateText::Parse(text);
+    const auto value = DateText::parse(text);
     if (!value)
         return std::nullopt;
     return clockMinute(value->date.value_or(QDate(1899, 12, 30)),
@@ -40,7 +40,7 @@ std::optional<qint64> clockMinute(const QString& text) {
 
 } // namespace
 
-TimeSlipMessage TimeSlipLogUnreadable() {
+TimeSlipMessage timeSlipLogUnreadable() {
     return {QStringLiteral("Tarnwick - iCardRX Import"),
             QStringLiteral("Error:\n"
                            "  Unable to import race log file!\n"
@@ -49,25 +49,25 @@ TimeSlipMessage TimeSlipLogUnreadable() {
                            "  a valid formated iCard Race Log CSV file")};
 }
 
-QString TimeSlipLogPath() {
+QString timeSlipLogPath() {
     for (const SettingKey* key : {&SettingKeys::ReceiverLogFile, &SettingKeys::TimeSlipLogFile}) {
-        const QString path = Registry::Get(*key);
+        const QString path = Registry::get(*key);
         if (path != Registry::NoKeyValue)
             return path;
     }
     return {};
 }
 
-TimeSlipLoad LoadTimeSlipLog(TimeSlipLog& log) {
-    const QString path = TimeSlipLogPath();
+TimeSlipLoad loadTimeSlipLog(TimeSlipLog& log) {
+    const QString path = timeSlipLogPath();
     if (path.isEmpty()) {
         log.reset();
         return TimeSlipLoad::NoLogFile;
     }
-    return LoadTimeSlipLog(log, path);
+    return loadTimeSlipLog(log, path);
 }
 
-TimeSlipLoad LoadTimeSlipLog(TimeSlipLog& log, const QString& path) {
+TimeSlipLoad loadTimeSlipLog(TimeSlipLog& log, const QString& path) {
     log.reset();
     if (!QFileInfo(path).isFile())
         return TimeSlipLoad::Missing;
@@ -77,10 +77,10 @@ TimeSlipLoad LoadTimeSlipLog(TimeSlipLog& log, const QString& path) {
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return TimeSlipLoad::Unreadable;
-    return ReadTimeSlipLog(log, bytes) ? TimeSlipLoad::Read : TimeSlipLoad::Unreadable;
+    return readTimeSlipLog(log, bytes) ? TimeSlipLoad::Read : TimeSlipLoad::Unreadable;
 }
 
-bool ReadTimeSlipLog(TimeSlipLog& log, const QByteArray& bytes) {
+bool readTimeSlipLog(TimeSlipLog& log, const QByteArray& bytes) {
     log.reset();
     const QString text = decode(bytes);
     CsvRecords records(text);
@@ -114,7 +114,7 @@ bool ReadTimeSlipLog(TimeSlipLog& log, const QByteArray& bytes) {
     return true;
 }
 
-int MatchTimeSlip(const TimeSlipLog& log, const QDateTime& when, const QString& carNumber) {
+int matchTimeSlip(const TimeSlipLog& log, const QDateTime& when, const QString& carNumber) {
     if (!when.date().isValid() || !when.time().isValid())
         return -1;
     const qint64 target = clockMinute(when.date(), when.time());
@@ -130,10 +130,10 @@ int MatchTimeSlip(const TimeSlipLog& log, const QDateTime& when, const QString& 
     return -1;
 }
 
-TimeSlipSearch FindTimeSlip(TimeSlipLog& log, const QDateTime& when, const QString& carNumber) {
+TimeSlipSearch findTimeSlip(TimeSlipLog& log, const QDateTime& when, const QString& carNumber) {
     TimeSlipSearch search;
-    search.load = LoadTimeSlipLog(log);
+    search.load = loadTimeSlipLog(log);
     if (search.load == TimeSlipLoad::Read)
-        search.row = MatchTimeSlip(log, when, carNumber);
+        search.row = matchTimeSlip(log, when, carNumber);
     return search;
 }

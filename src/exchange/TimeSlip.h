@@ -44,7 +44,7 @@ struct TimeSlipLog {
 
 // How a load went. Without a log file to read no message is due: the caller says that no time
 // slip was imported. An unreadable file (locked, a record with too few fields, a pair cut off
-// at the end) comes with the message of TimeSlipLogUnreadable for the user.
+// at the end) comes with the message of timeSlipLogUnreadable for the user.
 enum class TimeSlipLoad {
     Read,
     NoLogFile, // neither the receiver's nor the program's settings name a log file
@@ -57,27 +57,27 @@ struct TimeSlipMessage {
     QString title;
     QString text;
 };
-TimeSlipMessage TimeSlipLogUnreadable();
+TimeSlipMessage timeSlipLogUnreadable();
 
 // The log file: where the receiver's software says it writes, or else the file named in the
 // program's own settings; empty when neither is set.
-QString TimeSlipLogPath();
+QString timeSlipLogPath();
 
 // Reads the log file named in the settings into log. On anything but Read the log is empty.
-TimeSlipLoad LoadTimeSlipLog(TimeSlipLog& log);
+TimeSlipLoad loadTimeSlipLog(TimeSlipLog& log);
 // The same with the file given.
-TimeSlipLoad LoadTimeSlipLog(TimeSlipLog& log, const QString& path);
+TimeSlipLoad loadTimeSlipLog(TimeSlipLog& log, const QString& path);
 // The pair rules on the bytes of a file; false, and the log empty, when they don't make up
 // whole pairs of whole records.
-bool ReadTimeSlipLog(TimeSlipLog& log, const QByteArray& bytes);
+bool readTimeSlipLog(TimeSlipLog& log, const QByteArray& bytes);
 
 // The first row of the log for the car whose run time lies fewer than 15 minute boundaries
 // from when, or -1. The car number must match as it is typed; seconds don't count.
-int MatchTimeSlip(const TimeSlipLog& log, const QDateTime& when, const QString& carNumber);
+int matchTimeSlip(const TimeSlipLog& log, const QDateTime& when, const QString& carNumber);
 
 // A look-up of a time slip: the log is loaded anew and then matched.
 struct TimeSlipSearch {
     TimeSlipLoad load = TimeSlipLoad::NoLogFile;
     int row = -1;
 };
-TimeSlipSearch FindTimeSlip(TimeSlipLog& log, const QDateTime& when, const QString& carNumber);
+TimeSlipSearch findTimeSlip(TimeSlipLog& log, const QDateTime& when, const QString& carNumber);

@@ -21,7 +21,7 @@ constexpr std::array<CommError, 7> CommErrors{{
 
 } // namespace
 
-QString CommErrorText(int code) {
+QString commErrorText(int code) {
     for (const CommError& error : CommErrors) {
         if (error.code == code)
             return QString::fromLatin1(error.text);

@@ -15,7 +15,7 @@ std::optional<float> term(double value) {
 
 } // namespace
 
-std::optional<float> CorrectionFactor(float abp, float temp, float vp) {
+std::optional<float> correctionFactor(float abp, float temp, float vp) {
     const double pressure = abp;
     const double dryPressure = pressure - double(vp);
     if (pressure == 0 || dryPressure == 0)

@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QStandardPaths>
 
-QString GetDataFolder(const QString& subFolder) {
+QString dataFolder(const QString& subFolder) {
     // Callers name the folder the Windows way, "\Tarnwick".
     QString name = subFolder;
     name.replace(u'\\', u'/');

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-// The answer of GetDataFolder when it has no folder to give.
+// The answer of dataFolder when it has no folder to give.
 inline const QString FolderNotValid = QStringLiteral("Folder Not Valid");
 
 // The program's folder under the machine's shared data folder, for instance
-// GetDataFolder("\\Tarnwick"); on Linux $XDG_DATA_HOME/Tarnwick. The last level is created
+// dataFolder("\\Tarnwick"); on Linux $XDG_DATA_HOME/Tarnwick. The last level is created
 // when it does not exist. An empty argument, or a folder that cannot be made, answers
 // FolderNotValid; callers then use the application folder.
-QString GetDataFolder(const QString& subFolder);
+QString dataFolder(const QString& subFolder);

@@ -11,20 +11,20 @@ FeedWatchdog::FeedWatchdog(QObject* parent) : QObject(parent) {
 }
 
 int FeedWatchdog::thresholdFromText(const QString& text) {
-    const std::optional<double> number = NumberText::ToDouble(text);
-    const std::optional<qint32> whole = number ? NumberText::RoundToInt32(*number) : std::nullopt;
+    const std::optional<double> number = NumberText::toDouble(text);
+    const std::optional<qint32> whole = number ? NumberText::roundToInt32(*number) : std::nullopt;
     if (!whole || *whole < LeastThreshold)
         return DefaultThreshold;
     return *whole;
 }
 
 int FeedWatchdog::loadThreshold() {
-    return thresholdFromText(Registry::Get(SettingKeys::NoWeatherSeconds));
+    return thresholdFromText(Registry::get(SettingKeys::NoWeatherSeconds));
 }
 
 void FeedWatchdog::keepThreshold(int seconds) {
     setThreshold(seconds);
-    Registry::Set(SettingKeys::NoWeatherSeconds, QString::number(seconds));
+    Registry::set(SettingKeys::NoWeatherSeconds, QString::number(seconds));
 }
 
 void FeedWatchdog::start() {

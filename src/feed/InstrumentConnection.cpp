@@ -31,8 +31,8 @@ bool namesSomething(const QString& text) {
 
 // The relay port as the socket takes it; nullopt for a text that is not a port number.
 std::optional<quint16> relayPort(const QString& text) {
-    const auto number = NumberText::ToDouble(text);
-    const auto port = number ? NumberText::RoundToInt32(*number) : std::nullopt;
+    const auto number = NumberText::toDouble(text);
+    const auto port = number ? NumberText::roundToInt32(*number) : std::nullopt;
     if (!port || *port < 0 || *port > 65535)
         return std::nullopt;
     return quint16(*port);
@@ -102,7 +102,7 @@ void InstrumentConnection::reopenSerialPort() {
         serialRetry.stop();
 }
 
-bool InstrumentConnection::StartComm() {
+bool InstrumentConnection::startComm() {
     if (serial->isOpen())
         return true;
     commPort = 2;
@@ -110,11 +110,11 @@ bool InstrumentConnection::StartComm() {
         emit warning(serialPortWarning(StartFailure));
         return false;
     }
-    ApplyPortSettings();
+    applyPortSettings();
     return true;
 }
 
-bool InstrumentConnection::CloseComm() {
+bool InstrumentConnection::closeComm() {
     forgetSerialPort();
     if (!serial->isOpen())
         return true;
@@ -126,20 +126,20 @@ bool InstrumentConnection::CloseComm() {
     return true;
 }
 
-bool InstrumentConnection::ApplyPortSettings() {
+bool InstrumentConnection::applyPortSettings() {
     forgetSerialPort();
     serial->close();
     if (portSettings.comPort >= 1 && portSettings.comPort <= LastComPort)
         commPort = portSettings.comPort;
-    const QString text = SettingsText(portSettings);
+    const QString text = settingsText(portSettings);
     if (portSettings.flowControl >= 0 && portSettings.flowControl < FlowControlNames.size())
         handshaking = Handshaking(portSettings.flowControl);
-    const auto line = ParseLineSettings(text);
+    const auto line = parseLineSettings(text);
     if (!line)
         return false;
     if (portSettings.comPort == NoComPort || portSettings.comPort == TcpIpComPort)
         return true;
-    const PortOptions options{PortDevice(commPort), *line, handshaking};
+    const PortOptions options{portDevice(commPort), *line, handshaking};
     if (!serial->open(options))
         return false;
     serialWanted = options;
@@ -147,7 +147,7 @@ bool InstrumentConnection::ApplyPortSettings() {
 }
 
 void InstrumentConnection::applyLink(const QString& hostText, const QString& portText) {
-    if (!ApplyPortSettings())
+    if (!applyPortSettings())
         emit warning(
             criticalBox(QStringLiteral("Error applying settings"), QStringLiteral("Tarnwick")));
     portSettings.host = hostText.trimmed();

@@ -29,7 +29,7 @@ public:
     PortSettings portSettings; // the settings in memory, loaded at start and saved at exit
 
     PortLink& serialPort() const { return *serial; }
-    TcpLink& IPPort() { return tcp; }
+    TcpLink& ipPort() { return tcp; }
     // Puts another link in the serial port's place, the simulator or a replay for instance.
     // The link it replaces is closed.
     void setSerialPort(std::unique_ptr<PortLink> link);
@@ -37,12 +37,12 @@ public:
     // Prepares a closed port and applies the settings to it; an open port is left alone.
     // A port that can't be opened shows nothing here: the program simply runs offline. False,
     // with a warning, only when the port can't be prepared.
-    bool StartComm();
+    bool startComm();
     // Closes an open port; false, with a warning, when the port refuses.
-    bool CloseComm();
+    bool closeComm();
     // Closes the port, sets it up from portSettings and opens it when a COM port is chosen.
     // False when the settings are not valid or the port can't be opened.
-    bool ApplyPortSettings();
+    bool applyPortSettings();
     // What Apply and OK of the port settings dialog do with the settings in memory and the
     // texts of its host and port boxes: reopen the port, then reconnect or drop the relay.
     void applyLink(const QString& hostText, const QString& portText);

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-std::optional<LineSettings> ParseLineSettings(const QString& text) {
+std::optional<LineSettings> parseLineSettings(const QString& text) {
     const QStringList parts = text.split(u',');
     if (parts.size() != 4)
         return std::nullopt;

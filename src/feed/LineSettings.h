@@ -16,7 +16,7 @@ struct LineSettings {
 };
 
 // nullopt when the text is not four such parts; a part left empty makes it invalid.
-std::optional<LineSettings> ParseLineSettings(const QString& text);
+std::optional<LineSettings> parseLineSettings(const QString& text);
 
 // The port's handshaking, in the order of the dialog's flow control list.
 enum class Handshaking { None = 0, XonXoff = 1, Rts = 2, RtsXonXoff = 3 };

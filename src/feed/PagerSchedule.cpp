@@ -5,7 +5,7 @@
 
 std::optional<qint32> PagerSchedule::storedFrequency(const QString& text) {
     const std::optional<qint32> whole =
-        NumberText::RoundToInt32(NumberText::ToDouble(text).value_or(DefaultFrequency));
+        NumberText::roundToInt32(NumberText::toDouble(text).value_or(DefaultFrequency));
     if (!whole)
         return std::nullopt;
     if (*whole < 0 || *whole > HighestFrequency)
@@ -20,7 +20,7 @@ qint32 PagerSchedule::frequencyFromText(const QString& text) {
 }
 
 qint32 PagerSchedule::loadFrequency() {
-    return frequencyFromText(Registry::Get(SettingKeys::PagerFrequency));
+    return frequencyFromText(Registry::get(SettingKeys::PagerFrequency));
 }
 
 bool PagerSchedule::tick() {

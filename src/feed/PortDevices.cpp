@@ -12,14 +12,14 @@ QString entryName(int comPort) {
 
 #ifdef Q_OS_WIN
 
-QString PortDevice(int comPort) {
+QString portDevice(int comPort) {
     return QStringLiteral("COM") + QString::number(comPort);
 }
 
 #else
 
-QString PortDevice(int comPort) {
-    const QString device = Registry::Get(SettingKeys::PortDevices, entryName(comPort));
+QString portDevice(int comPort) {
+    const QString device = Registry::get(SettingKeys::PortDevices, entryName(comPort));
     if (device != Registry::NoKeyValue)
         return device;
     return QStringLiteral("/dev/ttyS") + QString::number(comPort - 1);
@@ -27,10 +27,10 @@ QString PortDevice(int comPort) {
 
 #endif
 
-void SetPortDevice(int comPort, const QString& device) {
+void setPortDevice(int comPort, const QString& device) {
     if (device.trimmed().isEmpty())
-        Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::PortDevices.keyPath(),
+        Registry::deleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::PortDevices.keyPath(),
                                  entryName(comPort));
     else
-        Registry::Set(SettingKeys::PortDevices, entryName(comPort), device.trimmed());
+        Registry::set(SettingKeys::PortDevices, entryName(comPort), device.trimmed());
 }

@@ -7,7 +7,7 @@
 // of the port devices setting, for instance "/dev/ttyUSB0"); an entry with none set opens
 // /dev/ttyS<N-1>, the N-th built-in port.
 
-QString PortDevice(int comPort);
+QString portDevice(int comPort);
 // Stores the device of an entry; an empty text removes it, so the entry opens its built-in
 // port again.
-void SetPortDevice(int comPort, const QString& device);
+void setPortDevice(int comPort, const QString& device);

@@ -26,10 +26,10 @@ constexpr int FirstTextName = 6;
 
 // A stored position is used only when it is a number that fits a 16-bit integer.
 void readPosition(const QString& stored, qint16& position) {
-    const auto number = NumberText::ToDouble(stored);
+    const auto number = NumberText::toDouble(stored);
     if (!number)
         return;
-    const auto rounded = NumberText::RoundToInt32(*number);
+    const auto rounded = NumberText::roundToInt32(*number);
     if (!rounded || *rounded < std::numeric_limits<qint16>::min() ||
         *rounded > std::numeric_limits<qint16>::max())
         return;
@@ -42,20 +42,20 @@ QString entryAt(const QStringList& list, qint16 position) {
 
 } // namespace
 
-void LoadPortSettings(PortSettings& settings) {
+void loadPortSettings(PortSettings& settings) {
     for (int i = 0; i < int(std::size(Positions)); ++i) {
         const QString name = QString::number(i);
-        const QString stored = Registry::Get(SettingKeys::PortSettings, name);
+        const QString stored = Registry::get(SettingKeys::PortSettings, name);
         if (stored == Registry::NoKeyValue)
-            Registry::Set(SettingKeys::PortSettings, name, QString::number(settings.*Positions[i]));
+            Registry::set(SettingKeys::PortSettings, name, QString::number(settings.*Positions[i]));
         else
             readPosition(stored, settings.*Positions[i]);
     }
     for (int i = 0; i < int(std::size(Texts)); ++i) {
         const QString name = QString::number(FirstTextName + i);
-        const QString stored = Registry::Get(SettingKeys::PortSettings, name);
+        const QString stored = Registry::get(SettingKeys::PortSettings, name);
         if (stored == Registry::NoKeyValue) {
-            Registry::Set(SettingKeys::PortSettings, name, Texts[i].seed);
+            Registry::set(SettingKeys::PortSettings, name, Texts[i].seed);
             settings.*Texts[i].member = Texts[i].seed;
         } else {
             settings.*Texts[i].member = stored.trimmed();
@@ -63,20 +63,20 @@ void LoadPortSettings(PortSettings& settings) {
     }
 }
 
-void SavePortSettings(const PortSettings& settings, const PortSettings& asLoaded) {
+void savePortSettings(const PortSettings& settings, const PortSettings& asLoaded) {
     for (int i = 0; i < int(std::size(Positions)); ++i) {
         if (settings.*Positions[i] != asLoaded.*Positions[i])
-            Registry::Set(SettingKeys::PortSettings, QString::number(i),
+            Registry::set(SettingKeys::PortSettings, QString::number(i),
                           QString::number(settings.*Positions[i]));
     }
     for (int i = 0; i < int(std::size(Texts)); ++i) {
         if (settings.*Texts[i].member != asLoaded.*Texts[i].member)
-            Registry::Set(SettingKeys::PortSettings, QString::number(FirstTextName + i),
+            Registry::set(SettingKeys::PortSettings, QString::number(FirstTextName + i),
                           settings.*Texts[i].member);
     }
 }
 
-QString SettingsText(const PortSettings& settings) {
+QString settingsText(const PortSettings& settings) {
     return QStringList{entryAt(BaudRates, settings.baud), entryAt(ParityLetters, settings.parity),
                        entryAt(DataBitsTexts, settings.dataBits),
                        entryAt(StopBitsTexts, settings.stopBits)}

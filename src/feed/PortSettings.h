@@ -38,12 +38,12 @@ inline constexpr qint16 TcpIpComPort = 25;
 // the host and port, which are seeded with "localhost" and "5555". There is deliberately no
 // other default: a first run has no port at 110 baud, 4 data bits, and the user picks usable
 // settings with Restore Defaults.
-void LoadPortSettings(PortSettings& settings);
+void loadPortSettings(PortSettings& settings);
 // Writes, as text, each of the eight values that differs from what the load left in memory.
 // A stored value the load could not read stays in the store untouched unless the user has
 // chosen another value since; the user's text is never replaced by a default.
-void SavePortSettings(const PortSettings& settings, const PortSettings& asLoaded);
+void savePortSettings(const PortSettings& settings, const PortSettings& asLoaded);
 
 // The line settings as the port takes them, "9600,N,8,1": baud, parity letter, data bits and
 // stop bits. A position out of its list leaves its part empty ("9600,,8,1").
-QString SettingsText(const PortSettings& settings);
+QString settingsText(const PortSettings& settings);

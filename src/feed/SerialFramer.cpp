@@ -56,7 +56,7 @@ void SerialFramer::startWaiting() {
     collecting = false;
 }
 
-void SerialFramer::ResetReceiveState() {
+void SerialFramer::resetReceiveState() {
     unread.clear();
     rxPosition = 0;
     startWaiting();

@@ -27,7 +27,7 @@ public:
 
     // Loses the partial line and every buffered byte and waits for the next space. Used
     // after the port starts and after a comm error.
-    void ResetReceiveState();
+    void resetReceiveState();
 
     // The state, for tests and for checks that the buffers stay bounded.
     bool waitingForStart() const { return skippingToStart; }

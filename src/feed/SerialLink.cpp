@@ -42,7 +42,7 @@ bool meansDeviceLost(QSerialPort::SerialPortError error) {
 
 } // namespace
 
-int CommEventFor(QSerialPort::SerialPortError error) {
+int commEventFor(QSerialPort::SerialPortError error) {
     switch (error) {
     case QSerialPort::WriteError:
         return 1010; // the transmit side failed: "Transmit buffer full"
@@ -115,7 +115,7 @@ void SerialLink::handOnInput() {
 }
 
 void SerialLink::reportError(QSerialPort::SerialPortError error) {
-    const int code = CommEventFor(error);
+    const int code = commEventFor(error);
     if (opening || deviceLost || reporting || code < 0)
         return;
     // Dropping the input can itself fail and report; that is part of this error.

@@ -29,4 +29,4 @@ private:
 
 // The comm event number that comes nearest to an error of the port, 0 when none fits and -1
 // for what is no comm event at all (no error, a timeout, a port that isn't open).
-int CommEventFor(QSerialPort::SerialPortError error);
+int commEventFor(QSerialPort::SerialPortError error);

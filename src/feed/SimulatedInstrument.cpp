@@ -52,7 +52,7 @@ double rounded(double value, int decimals) {
 }
 
 int whole(double value) {
-    return NumberText::RoundToInt32(value).value_or(0);
+    return NumberText::roundToInt32(value).value_or(0);
 }
 
 constexpr double secondsPerHour = 3600.0;

@@ -3,7 +3,7 @@
 #include "core/Registry.h"
 #include "feed/WeatherQuantities.h"
 
-QString BuildStatusLine(const WeatherRecord& record) {
+QString buildStatusLine(const WeatherRecord& record) {
     static const QString columnsKey = SettingKeys::LogColumns.keyPath();
     static const QStringList names = [] {
         QStringList list;
@@ -15,8 +15,8 @@ QString BuildStatusLine(const WeatherRecord& record) {
     // line.
     static quint64 readAt = 0;
     static QStringList selected;
-    if (const quint64 revision = Registry::Revision(); selected.isEmpty() || revision != readAt) {
-        selected = Registry::GetKeyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
+    if (const quint64 revision = Registry::revision(); selected.isEmpty() || revision != readAt) {
+        selected = Registry::keyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
         readAt = revision;
     }
     QString text;
@@ -24,7 +24,7 @@ QString BuildStatusLine(const WeatherRecord& record) {
         if (selected[i] == u"0")
             continue;
         const WeatherQuantity& quantity = WeatherQuantities[i];
-        text += QLatin1String(quantity.label) + QuantityText(quantity, record) + u' ';
+        text += QLatin1String(quantity.label) + quantityText(quantity, record) + u' ';
     }
     return text.trimmed();
 }

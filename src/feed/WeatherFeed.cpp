@@ -17,7 +17,7 @@ void WeatherFeed::serialBytes(const QByteArray& bytes) {
 }
 
 void WeatherFeed::serialLine(const QString& line) {
-    ProcessWeatherRecord(line);
+    processWeatherRecord(line);
     // The relay is how a display instance gets the feed; it goes out after this instance has
     // handled the line.
     emit relayLine(line.toLatin1());
@@ -25,17 +25,17 @@ void WeatherFeed::serialLine(const QString& line) {
 
 void WeatherFeed::tcpBytes(const QByteArray& bytes) {
     for (const QString& line : splitter.take(bytes))
-        ProcessWeatherRecord(line);
+        processWeatherRecord(line);
 }
 
 void WeatherFeed::commError(int code, const QString& linkText) {
-    ResetReceiveState();
-    const QString text = CommErrorText(code);
+    resetReceiveState();
+    const QString text = commErrorText(code);
     emit statusText(QStringLiteral("Comm Error: ") + (text.isEmpty() ? linkText : text));
 }
 
-void WeatherFeed::ResetReceiveState() {
-    framer.ResetReceiveState();
+void WeatherFeed::resetReceiveState() {
+    framer.resetReceiveState();
 }
 
 void WeatherFeed::resetRelayLine() {
@@ -46,14 +46,14 @@ quint64 WeatherFeed::overlongLines() const {
     return framer.overlongLines() + splitter.overlongLines();
 }
 
-void WeatherFeed::ProcessWeatherRecord(const QString& line) {
-    const bool wholeRecord = ParseWeatherLine(line, current);
+void WeatherFeed::processWeatherRecord(const QString& line) {
+    const bool wholeRecord = parseWeatherLine(line, current);
 
     updateRaceLogs();
 
     emit onlineMarkEnabled();
 
-    status = BuildStatusLine(current);
+    status = buildStatusLine(current);
     emit statusText(status);
 
     to.views.showReading(current, status);

@@ -31,7 +31,7 @@ public:
     explicit WeatherFeed(const Destinations& destinations, QObject* parent = nullptr);
 
     // Reads a line into the live weather and hands the reading on.
-    void ProcessWeatherRecord(const QString& line);
+    void processWeatherRecord(const QString& line);
 
     // The live weather: the last reading, kept between lines (a broken line changes only the
     // values it could read).
@@ -40,7 +40,7 @@ public:
     const QString& statusLine() const { return status; }
 
     // Forgets the partial serial line and every buffered byte.
-    void ResetReceiveState();
+    void resetReceiveState();
     // Forgets the partial relay line: its connection is gone.
     void resetRelayLine();
 

@@ -6,17 +6,17 @@
 #include "feed/DataFolder.h"
 #include "feed/WeatherLogFormat.h"
 
-QString DateStamp(const QDate& day) {
-    return DateText::FileStamp(day);
+QString dateStamp(const QDate& day) {
+    return DateText::fileStamp(day);
 }
 
-QString WeatherLogFolder() {
-    const QString folder = GetDataFolder(QStringLiteral("\\Tarnwick"));
-    return folder == FolderNotValid ? ProgramFolder::ForUserFiles() : folder;
+QString weatherLogFolder() {
+    const QString folder = dataFolder(QStringLiteral("\\Tarnwick"));
+    return folder == FolderNotValid ? ProgramFolder::forUserFiles() : folder;
 }
 
-QString WeatherLogPath(const QDate& day) {
-    return WeatherLogFolder() + u'/' + DateStamp(day) + QStringLiteral(".csv");
+QString weatherLogPath(const QDate& day) {
+    return weatherLogFolder() + u'/' + dateStamp(day) + QStringLiteral(".csv");
 }
 
 void WeatherLog::writeRow(const WeatherRecord& reading) {
@@ -32,8 +32,8 @@ void WeatherLog::writeRow(const WeatherRecord& reading, const QDateTime& now) {
     // the rows after it go straight to that file.
     if (now.date() != day) {
         day = now.date();
-        path = WeatherLogPath(now.date());
-        Registry::Set(SettingKeys::WeatherLog, path);
+        path = weatherLogPath(now.date());
+        Registry::set(SettingKeys::WeatherLog, path);
         file.close();
     }
     // The file stays open from row to row, unbuffered: each row is one write, so after a crash
@@ -43,10 +43,10 @@ void WeatherLog::writeRow(const WeatherRecord& reading, const QDateTime& now) {
         file.close();
         file.setFileName(path);
         if (!file.open(QIODevice::Append | QIODevice::Unbuffered)) {
-            file.setFileName(WeatherLogPath(now.date()));
+            file.setFileName(weatherLogPath(now.date()));
             file.open(QIODevice::Append | QIODevice::Unbuffered);
         }
     }
     if (file.isOpen())
-        file.write(WeatherLogRow(now.time(), reading));
+        file.write(weatherLogRow(now.time(), reading));
 }

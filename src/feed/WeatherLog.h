@@ -17,12 +17,12 @@ struct WeatherRecord;
 // to look up the weather of a run.
 
 // A day as the log names its file: "2026-11-22".
-QString DateStamp(const QDate& day = QDate::currentDate());
+QString dateStamp(const QDate& day = QDate::currentDate());
 
 // The data folder, or the application folder when there is no data folder.
-QString WeatherLogFolder();
+QString weatherLogFolder();
 // The log file of a day in that folder.
-QString WeatherLogPath(const QDate& day);
+QString weatherLogPath(const QDate& day);
 
 // Told, every few hundred rows of a replay, how much of the file is read (0 to 1); the replay
 // goes on while it returns true.
@@ -34,7 +34,7 @@ using ReplayProgress = std::function<bool(double fractionRead)>;
 // for every row, whether or not its view is open), ends the replay in silence; the rows
 // before it stay sent. So does a progress that says stop: every view has then had the same
 // rows. Returns the number of rows replayed.
-int LoadLoggedWeather(const QString& path, const OpenViews& views,
+int loadLoggedWeather(const QString& path, const OpenViews& views,
                       const ReplayProgress& progress = {});
 
 // The daily log this instance writes: today's file, kept open from row to row, and whether a

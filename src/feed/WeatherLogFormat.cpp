@@ -73,7 +73,7 @@ bool readQuantity(std::string_view text, const WeatherQuantity& quantity, Weathe
         row.*quantity.real = float(*value);
         return true;
     }
-    const auto whole = NumberText::RoundToInt32(*value);
+    const auto whole = NumberText::roundToInt32(*value);
     if (!whole)
         return false;
     row.*quantity.whole = *whole;
@@ -90,10 +90,10 @@ void assignLatin1(QString& text, std::string_view characters) {
 
 } // namespace
 
-QByteArray WeatherLogRow(const QTime& time, const WeatherRecord& record) {
-    QString text = u'"' + DateText::TimeWithSecondsText(time) + u'"';
+QByteArray weatherLogRow(const QTime& time, const WeatherRecord& record) {
+    QString text = u'"' + DateText::timeWithSecondsText(time) + u'"';
     for (const WeatherQuantity& quantity : WeatherQuantities)
-        text += u',' + QuantityText(quantity, record);
+        text += u',' + quantityText(quantity, record);
     text += QStringLiteral("\r\n");
     return text.toLatin1();
 }
@@ -127,7 +127,7 @@ bool WeatherLogLines::next(std::string_view& line) {
 
 // The form the log writes, "hh:mm:ssam", read without help; other time texts go through the
 // general date reader.
-std::optional<int> ReadClockTime(std::string_view text) {
+std::optional<int> readClockTime(std::string_view text) {
     if (text.size() == 10 && text[2] == ':' && text[5] == ':' &&
         (text[9] == 'm' || text[9] == 'M')) {
         const int d[6] = {digit(text[0]), digit(text[1]), digit(text[3]),
@@ -144,29 +144,29 @@ std::optional<int> ReadClockTime(std::string_view text) {
             return ((hour % 12 + (meridiem == 'p' ? 12 : 0)) * 60 + minute) * 60 + second;
         }
     }
-    const auto value = DateText::Parse(QString::fromLatin1(text.data(), qsizetype(text.size())));
+    const auto value = DateText::parse(QString::fromLatin1(text.data(), qsizetype(text.size())));
     if (!value || !value->time)
         return std::nullopt;
     return value->time->msecsSinceStartOfDay() / 1000;
 }
 
-std::optional<int> ReadClockTime(const QString& text) {
+std::optional<int> readClockTime(const QString& text) {
     const QByteArray bytes = text.toLatin1();
-    return ReadClockTime(std::string_view(bytes.constData(), size_t(bytes.size())));
+    return readClockTime(std::string_view(bytes.constData(), size_t(bytes.size())));
 }
 
-std::optional<int> ReadRowSecond(std::string_view line) {
+std::optional<int> readRowSecond(std::string_view line) {
     std::string_view time;
     Fields(line).next(time);
-    return ReadClockTime(unquote(time));
+    return readClockTime(unquote(time));
 }
 
-bool ReadWeatherLogRow(std::string_view line, LoggedWeather& row, int& second) {
+bool readWeatherLogRow(std::string_view line, LoggedWeather& row, int& second) {
     Fields fields(line);
     std::string_view time;
     fields.next(time);
     time = unquote(time);
-    const auto clock = ReadClockTime(time);
+    const auto clock = readClockTime(time);
     if (!clock)
         return false;
     std::string_view field;

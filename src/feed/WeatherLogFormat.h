@@ -15,7 +15,7 @@
 // works on views into the file's bytes and allocates nothing per row.
 
 // One row, CR LF included.
-QByteArray WeatherLogRow(const QTime& time, const WeatherRecord& record);
+QByteArray weatherLogRow(const QTime& time, const WeatherRecord& record);
 
 // The rows of a log file, one line at a time, without the line ends and skipping blank lines.
 class WeatherLogLines {
@@ -37,14 +37,14 @@ private:
 // off, as seconds after midnight; nullopt when it is no time of day. The replay, the lookup
 // and anything that checks a row they found read the time through this, so all of them agree
 // on every row. The text form reads the log's 8-bit characters back as they were.
-std::optional<int> ReadClockTime(std::string_view time);
-std::optional<int> ReadClockTime(const QString& time);
+std::optional<int> readClockTime(std::string_view time);
+std::optional<int> readClockTime(const QString& time);
 
 // The clock time of a row as seconds after midnight, read from its first field; nullopt when
 // that field is no time of day.
-std::optional<int> ReadRowSecond(std::string_view line);
+std::optional<int> readRowSecond(std::string_view line);
 
 // All 16 fields of a row into `row`, with the clock time as seconds after midnight. False
 // for a malformed row: not 16 fields, a time that is no time, a number that is not a number
 // or does not fit its field.
-bool ReadWeatherLogRow(std::string_view line, LoggedWeather& row, int& second);
+bool readWeatherLogRow(std::string_view line, LoggedWeather& row, int& second);

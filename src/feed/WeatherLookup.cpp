@@ -11,13 +11,13 @@ LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
     WeatherLogLines lines(path);
     std::string_view line;
     while (lines.next(line)) {
-        const auto second = ReadRowSecond(line);
+        const auto second = readRowSecond(line);
         if (!second)
             break;
         if (*second / 60 == wantedMinute) {
             LoggedWeather row;
             int rowSecond = 0;
-            return ReadWeatherLogRow(line, row, rowSecond) ? row : LoggedWeather{};
+            return readWeatherLogRow(line, row, rowSecond) ? row : LoggedWeather{};
         }
     }
     return {};
@@ -26,7 +26,7 @@ LoggedWeather scanForMinute(const QString& path, int wantedMinute) {
 } // namespace
 
 LoggedWeather WeatherLog::find(const QDate& date, const QTime& time) {
-    const QString dayPath = WeatherLogPath(date);
+    const QString dayPath = weatherLogPath(date);
     if (!time.isValid() || !QFile::exists(dayPath))
         return {};
 

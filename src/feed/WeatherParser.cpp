@@ -42,10 +42,10 @@ enum class TokenRead { Stored, PassedOver, LineEnds };
 // line.
 TokenRead storeNumber(const WeatherQuantity& quantity, const QString& token,
                       WeatherRecord& record) {
-    if (!NumberText::IsNumeric(token))
+    if (!NumberText::isNumeric(token))
         return TokenRead::PassedOver;
-    const auto single = NumberText::ToSingle(token);
-    if (!single || !StoreQuantity(quantity, record, *single))
+    const auto single = NumberText::toSingle(token);
+    if (!single || !storeQuantity(quantity, record, *single))
         return TokenRead::LineEnds;
     return TokenRead::Stored;
 }
@@ -55,7 +55,7 @@ TokenRead storeNumber(const WeatherQuantity& quantity, const QString& token,
 TokenRead storeToken(int index, QStringView text, WeatherRecord& record) {
     const QString token = trimSpaces(text).toString();
     if (index == DateToken) {
-        if (DateText::IsDate(token))
+        if (DateText::isDate(token))
             record.Date = token;
         return TokenRead::Stored;
     }
@@ -66,7 +66,7 @@ TokenRead storeToken(int index, QStringView text, WeatherRecord& record) {
 
 } // namespace
 
-bool ParseWeatherLine(const QString& line, WeatherRecord& record) {
+bool parseWeatherLine(const QString& line, WeatherRecord& record) {
     QStringView rest = line;
     bool everyQuantity = true;
     for (int index = 1; index < LastToken; ++index) {

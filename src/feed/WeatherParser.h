@@ -19,4 +19,4 @@
 //
 // True when the line was a whole record: every one of the fifteen quantities was read and
 // stored. Only such a line tells that the instrument is still sending weather.
-bool ParseWeatherLine(const QString& line, WeatherRecord& record);
+bool parseWeatherLine(const QString& line, WeatherRecord& record);

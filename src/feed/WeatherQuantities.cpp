@@ -2,18 +2,18 @@
 
 #include "core/NumberText.h"
 
-QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
+QString quantityText(const WeatherQuantity& quantity, const WeatherRecord& record) {
     if (quantity.real)
         return valueText(record.*quantity.real);
     return valueText(record.*quantity.whole);
 }
 
-bool StoreQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value) {
+bool storeQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value) {
     if (quantity.real) {
         record.*quantity.real = value;
         return true;
     }
-    const auto whole = NumberText::RoundToInt32(double(value));
+    const auto whole = NumberText::roundToInt32(double(value));
     if (!whole)
         return false;
     record.*quantity.whole = *whole;

@@ -36,9 +36,9 @@ inline constexpr std::array<WeatherQuantity, 15> WeatherQuantities{{
 }};
 
 // The quantity of the reading, written as valueText writes it.
-QString QuantityText(const WeatherQuantity& quantity, const WeatherRecord& record);
+QString quantityText(const WeatherQuantity& quantity, const WeatherRecord& record);
 
 // Stores a value that came through a 32-bit float: as it is into a float field, rounded to
 // the nearest integer (a tie to the even one) into an integer field. False, and the field
 // untouched, when the value does not fit the integer.
-bool StoreQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value);
+bool storeQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value);

@@ -19,15 +19,15 @@ int replayRows(WeatherLogLines& lines, const OpenViews& views, const ReplayProgr
             !progress(lines.fractionRead()))
             break;
         int second = 0;
-        if (!ReadWeatherLogRow(line, row, second))
+        if (!readWeatherLogRow(line, row, second))
             break;
         // The factor is worked out for every row, so a row that cannot have one ends the
         // replay whether or not the factor's chart is open.
-        const auto correctionFactor = CorrectionFactor(row.ABP, row.Temp, row.VP);
-        if (!correctionFactor)
+        const auto factor = correctionFactor(row.ABP, row.Temp, row.VP);
+        if (!factor)
             break;
         const float t = float(second / SecondsPerDay);
-        views.addLoggedRow(row, t, *correctionFactor);
+        views.addLoggedRow(row, t, *factor);
         ++replayed;
     }
     return replayed;
@@ -35,7 +35,7 @@ int replayRows(WeatherLogLines& lines, const OpenViews& views, const ReplayProgr
 
 } // namespace
 
-int LoadLoggedWeather(const QString& path, const OpenViews& views, const ReplayProgress& progress) {
+int loadLoggedWeather(const QString& path, const OpenViews& views, const ReplayProgress& progress) {
     WeatherLogLines lines(path);
     const int replayed = replayRows(lines, views, progress);
     views.endOfReplay();

@@ -30,7 +30,7 @@ template <typename Tell> void tellRaceLogs(const OpenRaceLogs& logs, Tell tell) 
 
 // What the status line shows before the first line comes.
 QString firstStatus() {
-    return CommandTable::FindStatusPanel(QStringLiteral("lblStatus"))->caption;
+    return CommandTable::findStatusPanel(QStringLiteral("lblStatus"))->caption;
 }
 
 } // namespace
@@ -99,8 +99,8 @@ void WeatherStation::feedFresh() {
 }
 
 void WeatherStation::relay(const QByteArray& line) {
-    if (connection.IPPort().isOpen())
-        connection.IPPort().write(line);
+    if (connection.ipPort().isOpen())
+        connection.ipPort().write(line);
 }
 
 void WeatherStation::sendTick() {
@@ -111,8 +111,8 @@ void WeatherStation::sendTick() {
 void WeatherStation::startSerialPort() {
     if (isDisplay() || connection.portSettings.comPort == TcpIpComPort)
         return;
-    connection.StartComm();
-    lines.ResetReceiveState();
+    connection.startComm();
+    lines.resetReceiveState();
 }
 
 void WeatherStation::startTimers() {
@@ -127,5 +127,5 @@ void WeatherStation::stopTimers() {
 
 void WeatherStation::closeLinks() {
     connection.closeRelay();
-    connection.CloseComm();
+    connection.closeComm();
 }

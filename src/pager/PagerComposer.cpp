@@ -27,7 +27,7 @@ Dialogs::Message portClosedMessage(const QString& title) {
 QString pageText(const QTime& now, const PagerSlots& raceLogs, const QString& statusLine,
                  Weather weather) {
     QString text = weather == Weather::Old ? QStringLiteral("OLD WX ") : QString();
-    text += DateText::TimeText(now);
+    text += DateText::timeText(now);
     for (const auto& slot : raceLogs)
         if (takesPart(slot))
             text += QLatin1Char(' ') + slot->pagerMessage;

@@ -88,7 +88,7 @@ template <typename Test> void removeUnless(TimeSlipLog& log, Test keep, LastRow 
 }
 
 float field(const QStringList& row, int number) {
-    const std::optional<double> value = NumberText::ToDouble(row.at(number));
+    const std::optional<double> value = NumberText::toDouble(row.at(number));
     return value ? float(*value) : 0.0f;
 }
 
@@ -132,7 +132,7 @@ void writeHeading(PageDocument& document, const QString& title) {
 QString valueText(const Cell& cell, const Measure& measure) {
     if (cell.value <= 0)
         return QStringLiteral(" ");
-    return NumberText::Format(cell.value, measure.pattern.toString());
+    return NumberText::format(cell.value, measure.pattern.toString());
 }
 
 void markTagCar(PageDocument::Style& style, const Cell& cell, const Request& request) {
@@ -186,11 +186,11 @@ void writeRank(PageDocument& document, const Row& row, int rank, const Request& 
 
 } // namespace
 
-const std::array<Measure, MeasureCount>& Measures() {
+const std::array<Measure, MeasureCount>& measures() {
     return MeasureTable;
 }
 
-QStringList CategorySessions(const TimeSlipLog& log) {
+QStringList categorySessions(const TimeSlipLog& log) {
     QStringList list;
     QString before;
     bool first = true;
@@ -204,7 +204,7 @@ QStringList CategorySessions(const TimeSlipLog& log) {
     return list;
 }
 
-void Filter(TimeSlipLog& log, const Request& request) {
+void filter(TimeSlipLog& log, const Request& request) {
     removeUnless(
         log, [&request](const QStringList& row) { return keeps(row, request); }, LastRow::Stays);
     if (request.onlyTagged)
@@ -213,7 +213,7 @@ void Filter(TimeSlipLog& log, const Request& request) {
             LastRow::Goes);
 }
 
-Table Build(const TimeSlipLog& log) {
+Table build(const TimeSlipLog& log) {
     Table table;
     table.reserve(log.rows.size());
     for (const QStringList& row : log.rows) {
@@ -228,7 +228,7 @@ Table Build(const TimeSlipLog& log) {
     return table;
 }
 
-void Rank(Table& table) {
+void rank(Table& table) {
     QList<Cell> column(table.size());
     for (int measure = 0; measure < MeasureCount; ++measure) {
         for (int rank = 0; rank < table.size(); ++rank)
@@ -246,7 +246,7 @@ void Rank(Table& table) {
     }
 }
 
-void Layout(PageDocument& document, const Table& table, const Request& request) {
+void layout(PageDocument& document, const Table& table, const Request& request) {
     PageDocument::Style& style = document.style();
     style.fontFamily = QStringLiteral("Arial Narrow");
     style.fontSize = TitleSize;
@@ -290,11 +290,11 @@ void Layout(PageDocument& document, const Table& table, const Request& request) 
     setBlackOnWhite(style);
 }
 
-void Write(PageDocument& document, TimeSlipLog& log, const Request& request) {
-    Filter(log, request);
-    Table table = Build(log);
-    Rank(table);
-    Layout(document, table, request);
+void write(PageDocument& document, TimeSlipLog& log, const Request& request) {
+    filter(log, request);
+    Table table = build(log);
+    rank(table);
+    layout(document, table, request);
 }
 
 } // namespace IncrementalTimes

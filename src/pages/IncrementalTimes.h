@@ -32,7 +32,7 @@ struct Measure {
     bool speed;          // speeds rank falling, times rising
 };
 constexpr int MeasureCount = 12;
-const std::array<Measure, MeasureCount>& Measures();
+const std::array<Measure, MeasureCount>& measures();
 
 // One car in one measure: its lane letter, its number and its value. A value of 0 or less
 // means the run has none.
@@ -47,26 +47,26 @@ using Table = QList<Row>;
 
 // The category and session texts of the log, each once, in the order they first appear:
 // the choices the dialog offers.
-QStringList CategorySessions(const TimeSlipLog& log);
+QStringList categorySessions(const TimeSlipLog& log);
 
 // Leaves in the log only the rows of the report: a car number and the category asked for,
 // and with onlyTagged one of the two tag cars. A row that goes is replaced by the log's last
 // row, so the order changes; the log is no longer fit for anything else. The last row left
 // always stays, even when it doesn't belong.
-void Filter(TimeSlipLog& log, const Request& request);
+void filter(TimeSlipLog& log, const Request& request);
 
 // The measures of each row, in the log's order: a time that isn't a number counts as 0.
-Table Build(const TimeSlipLog& log);
+Table build(const TimeSlipLog& log);
 
 // Ranks each measure's column by itself, so a row of ranks holds different cars in different
 // columns. Runs without a value come last.
-void Rank(Table& table);
+void rank(Table& table);
 
 // Lays the ranked table out on a document of the report viewer: title, headings, a block of
 // two lines per rank, and "Page n of m" on every page.
-void Layout(PageDocument& document, const Table& table, const Request& request);
+void layout(PageDocument& document, const Table& table, const Request& request);
 
 // The whole report from a freshly read log, which it uses up.
-void Write(PageDocument& document, TimeSlipLog& log, const Request& request);
+void write(PageDocument& document, TimeSlipLog& log, const Request& request);
 
 } // namespace IncrementalTimes

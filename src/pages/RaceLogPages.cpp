@@ -89,16 +89,16 @@ QString cellText(const RunTable& runs, int row, const TimesColumn& column) {
     const QString text = runs.cell(row, column.number);
     if (!column.pattern)
         return text.isEmpty() ? QStringLiteral(" ") : text;
-    const std::optional<double> value = NumberText::ToDouble(text);
+    const std::optional<double> value = NumberText::toDouble(text);
     const QString shown =
-        value ? NumberText::Format(*value, QLatin1String(column.pattern)) : QString();
+        value ? NumberText::format(*value, QLatin1String(column.pattern)) : QString();
     return shown.isEmpty() ? QStringLiteral(" ") : shown;
 }
 
 // "1)  11-22", or a blank where the run has no date. A time alone is a moment of the first
 // day of the calendar the old program counted from, and shows as its date, "12-30".
 QString runText(const RunTable& runs, int row, int run) {
-    const auto value = DateText::Parse(runs.cell(row, DateColumn));
+    const auto value = DateText::parse(runs.cell(row, DateColumn));
     const QString date =
         value ? value->date.value_or(QDate(1899, 12, 30)).toString(QStringLiteral("MM-dd"))
               : QStringLiteral(" ");
@@ -107,10 +107,10 @@ QString runText(const RunTable& runs, int row, int run) {
 
 // "02:35p", or a blank where the cell holds no time.
 QString timeText(const RunTable& runs, int row) {
-    const auto value = DateText::Parse(runs.cell(row, TimeColumn));
+    const auto value = DateText::parse(runs.cell(row, TimeColumn));
     if (!value)
         return QStringLiteral(" ");
-    const QString text = DateText::TimeText(value->time.value_or(QTime(0, 0)));
+    const QString text = DateText::timeText(value->time.value_or(QTime(0, 0)));
     return text.left(text.size() - 1);
 }
 
@@ -163,12 +163,12 @@ void showIncrementalTimes(PageDocument& page, const RaceLog& log) {
     for (int row = 1; row < runs.tableRows(); ++row) {
         std::array<float, 5>& times = marks.emplace_back();
         for (int mark = 0; mark < 5; ++mark)
-            times[mark] = NumberText::ToSingle(runs.cell(row, MarkColumns[mark])).value_or(0);
+            times[mark] = NumberText::toSingle(runs.cell(row, MarkColumns[mark])).value_or(0);
     }
     // A difference with a missing mark, or with a mark of exactly 0, is blank.
     const auto between = [](float from, float to) {
         return from == 0 || to == 0 ? QStringLiteral(" ")
-                                    : NumberText::Format(to - from, QStringLiteral("#0.0000"));
+                                    : NumberText::format(to - from, QStringLiteral("#0.0000"));
     };
 
     startRows(page);

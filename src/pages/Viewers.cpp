@@ -49,7 +49,7 @@ PageDocument newDocument(Kind kind) {
 }
 
 QString proposedPdfName(Kind kind, const QDate& today) {
-    return DateText::FileStamp(today) + viewer(kind).pdfEnding.toString();
+    return DateText::fileStamp(today) + viewer(kind).pdfEnding.toString();
 }
 
 bool isPdfName(const QString& path) {

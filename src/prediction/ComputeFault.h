@@ -15,7 +15,7 @@ namespace ComputeCheck {
 
 // The value of a cell or field text; a text that does not convert is a fault.
 inline double converted(const QString& text) {
-    const auto value = NumberText::ToDouble(text);
+    const auto value = NumberText::toDouble(text);
     if (!value)
         throw ComputeFault{};
     return *value;

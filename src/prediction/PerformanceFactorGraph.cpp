@@ -46,7 +46,7 @@ QList<Run> usableRuns(const RunCells& cells, int lastRow, double pf) {
         for (int row = 1; row <= lastRow; ++row) {
             const std::optional<QString> et = referenceEtText(cells, row);
             const QString aa = cells(row, RunColumn::AA);
-            if (!et || !NumberText::IsNumeric(aa))
+            if (!et || !NumberText::isNumeric(aa))
                 break;
             Run run{ComputeCheck::converted(*et), ComputeCheck::converted(aa)};
             run.slope = slope(run.et, run.aa, pf);
@@ -78,7 +78,7 @@ Line lineThrough(const Run& run) {
 QColor plotColour(int plot) {
     const int index =
         ((plot - 1) % int(PlotColours.size()) + int(PlotColours.size())) % int(PlotColours.size());
-    return Palette::ToColor(PlotColours[std::size_t(index)]);
+    return Palette::toColor(PlotColours[std::size_t(index)]);
 }
 
 } // namespace PerformanceFactorGraph

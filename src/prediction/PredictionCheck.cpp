@@ -15,7 +15,7 @@ namespace PredictionCheck {
 
 namespace {
 
-using NumberText::IsNumeric;
+using NumberText::isNumeric;
 
 // The columns of the moment a run was made.
 constexpr int TimeColumn = 1;
@@ -25,7 +25,7 @@ constexpr int DateColumn = 2;
 QList<int> usableRuns(const Inputs& in) {
     QList<int> runs;
     for (int row = 1; row < in.rowCount; ++row) {
-        if (farthestMark(in.cells, row) && IsNumeric(in.cells(row, RunColumn::AA)))
+        if (farthestMark(in.cells, row) && isNumeric(in.cells(row, RunColumn::AA)))
             runs.append(row);
     }
     return runs;
@@ -38,7 +38,7 @@ QList<Prediction> predictionsOf(const Inputs& in, const QString& performanceFact
     QList<Prediction> predictions;
     for (const int run : runs) {
         const int mark = *farthestMark(in.cells, run);
-        const double actualEt = *NumberText::ToDouble(in.cells(run, mark));
+        const double actualEt = *NumberText::toDouble(in.cells(run, mark));
         for (const int reference : runs) {
             if (reference == run || farthestMark(in.cells, reference) != mark)
                 continue;
@@ -61,10 +61,10 @@ struct Moment {
 };
 
 std::optional<Moment> momentOf(const RunCells& cells, int row) {
-    const auto time = DateText::Parse(cells(row, TimeColumn));
+    const auto time = DateText::parse(cells(row, TimeColumn));
     if (!time || !time->time)
         return std::nullopt;
-    const auto date = DateText::Parse(cells(row, DateColumn));
+    const auto date = DateText::parse(cells(row, DateColumn));
     return Moment{*time->time, date ? date->date : std::nullopt};
 }
 
@@ -182,7 +182,7 @@ double binWidth(double span) {
 
 Report check(const Inputs& inputs) {
     Report report;
-    report.factorIsNumber = IsNumeric(inputs.performanceFactor);
+    report.factorIsNumber = isNumeric(inputs.performanceFactor);
     if (!report.factorIsNumber) {
         // The pairs themselves do not depend on the factor; any number reads them.
         report.best = bestFactorOf(predictionsOf(inputs, QStringLiteral("0")));

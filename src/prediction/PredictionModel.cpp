@@ -12,8 +12,8 @@ namespace {
 
 using ComputeCheck::checked;
 using ComputeCheck::converted;
-using NumberText::Format;
-using NumberText::IsNumeric;
+using NumberText::format;
+using NumberText::isNumeric;
 
 // The page piece and the caption name the log by its identifier, or else by its slot; the
 // two texts differ in spelling and spacing, and both are kept so.
@@ -47,13 +47,13 @@ double throttleStop(double referenceET, double aaRef, double aaNow, double targe
 // The change of vapor pressure since the reference run, when it is worth showing.
 QString vaporPressurePiece(const Inputs& in) {
     const QString vpRefText = in.cells(in.referenceRow, RunColumn::VP);
-    if (!in.deltaVP || !IsNumeric(in.vaporPressure) || !IsNumeric(vpRefText))
+    if (!in.deltaVP || !isNumeric(in.vaporPressure) || !isNumeric(vpRefText))
         return {};
     const double delta = checked(converted(vpRefText) - converted(in.vaporPressure));
     if (!(std::fabs(delta) > 0.01))
         return {};
     // A negative delta takes its minus from the pattern.
-    return (delta > 0 ? QStringLiteral(" VP+") : QStringLiteral(" VP")) + Format(delta, "#0.000");
+    return (delta > 0 ? QStringLiteral(" VP+") : QStringLiteral(" VP")) + format(delta, "#0.000");
 }
 
 // The steps in their order; a missing number ends the call with what it has published.
@@ -61,11 +61,11 @@ void predict(const Inputs& in, Outcome& out) {
     const auto et = predictEt(in.cells, in.referenceRow, in.adjustedAltitude, in.performanceFactor);
     if (!et)
         return;
-    QString sPredictionText = QStringLiteral("ET: ") + Format(et->predictedEt, "##.0000");
+    QString sPredictionText = QStringLiteral("ET: ") + format(et->predictedEt, "##.0000");
     out.publications.append(publication(in, sPredictionText, et->predictedEt));
 
     const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
-    if (!IsNumeric(in.targetEt) || !IsNumeric(timerRefText) || !IsNumeric(in.throttleStopRatio))
+    if (!isNumeric(in.targetEt) || !isNumeric(timerRefText) || !isNumeric(in.throttleStopRatio))
         return;
     const double targetET = converted(in.targetEt);
     const double TS =
@@ -73,8 +73,8 @@ void predict(const Inputs& in, Outcome& out) {
                      converted(timerRefText), converted(in.throttleStopRatio), et->sensitivity);
     const bool showsSetting = TS > 0 && targetET > 0;
     if (showsSetting)
-        sPredictionText += QStringLiteral("  TS @ ") + Format(targetET, "#0.00##") +
-                           QStringLiteral(": ") + Format(TS, "##.0000");
+        sPredictionText += QStringLiteral("  TS @ ") + format(targetET, "#0.00##") +
+                           QStringLiteral(": ") + format(TS, "##.0000");
     sPredictionText += vaporPressurePiece(in);
     Publication line = publication(in, sPredictionText, et->predictedEt);
     if (showsSetting) {
@@ -93,7 +93,7 @@ std::optional<EtPrediction> predictEt(const RunCells& cells, int referenceRow,
     if (!referenceText)
         return std::nullopt;
     const QString aaRefText = cells(referenceRow, RunColumn::AA);
-    if (!IsNumeric(aaRefText) || !IsNumeric(adjustedAltitude) || !IsNumeric(performanceFactor))
+    if (!isNumeric(aaRefText) || !isNumeric(adjustedAltitude) || !isNumeric(performanceFactor))
         return std::nullopt;
 
     EtPrediction et;

@@ -8,7 +8,7 @@ std::optional<int> farthestMark(const RunCells& cells, int row) {
     static constexpr std::array farthestFirst{RunColumn::Ft1320, RunColumn::Ft1000,
                                               RunColumn::Ft660, RunColumn::Ft330, RunColumn::Ft60};
     for (const int column : farthestFirst) {
-        if (NumberText::IsNumeric(cells(row, column)))
+        if (NumberText::isNumeric(cells(row, column)))
             return column;
     }
     return std::nullopt;

@@ -12,8 +12,8 @@ namespace {
 
 using ComputeCheck::checked;
 using ComputeCheck::converted;
-using NumberText::Format;
-using NumberText::IsNumeric;
+using NumberText::format;
+using NumberText::isNumeric;
 
 const QString crlf = QStringLiteral("\r\n");
 
@@ -35,7 +35,7 @@ constexpr std::array modes{
 
 const Mode* modeOf(const RunCells& cells, int referenceRow) {
     for (const Mode& mode : modes)
-        if (IsNumeric(cells(referenceRow, mode.markColumn)))
+        if (isNumeric(cells(referenceRow, mode.markColumn)))
             return &mode;
     return nullptr;
 }
@@ -68,22 +68,22 @@ Outcome propose(const Inputs& in) {
     const int S = in.currentRow;
     const RunCells& cells = in.cells;
 
-    if (!IsNumeric(in.performanceFactor))
+    if (!isNumeric(in.performanceFactor))
         return Ended{};
     const double pf = converted(in.performanceFactor);
     const Mode* mode = modeOf(cells, R);
     if (!mode)
         return Ended{};
     const double refMark = converted(cells(R, mode->markColumn));
-    if (!IsNumeric(cells(R, RunColumn::AA)))
+    if (!isNumeric(cells(R, RunColumn::AA)))
         return Ended{};
     const double aaRef = converted(cells(R, RunColumn::AA));
     // The altitude is tested on the run before S but taken from S itself: a run with no
     // AA of its own is a fault, not a quiet end.
-    if (!IsNumeric(cells(S - 1, RunColumn::AA)))
+    if (!isNumeric(cells(S - 1, RunColumn::AA)))
         return Ended{};
     const double aaCur = converted(cells(S, RunColumn::AA));
-    if (!IsNumeric(cells(S, mode->markColumn)))
+    if (!isNumeric(cells(S, mode->markColumn)))
         return Ended{};
     const double curMark = converted(cells(S, mode->markColumn));
 
@@ -91,14 +91,14 @@ Outcome propose(const Inputs& in) {
     const double markExpected = checked(EtModel::etAtAltitude(refMark, aaRef, aaCur, sensitivity));
     const double offset = checked(markExpected - curMark);
 
-    if (!IsNumeric(cells(R, mode->finishColumn)))
+    if (!isNumeric(cells(R, mode->finishColumn)))
         return Ended{};
     const double refFinish = converted(cells(R, mode->finishColumn));
     const double finishExpected =
         checked(EtModel::etAtAltitude(refFinish, aaRef, aaCur, sensitivity));
     const double completedET = checked(finishExpected - offset);
 
-    const QString completed = Format(completedET, "###.0000");
+    const QString completed = format(completedET, "###.0000");
     const QString oldFinish = cells(S, mode->finishColumn);
     return Proposal{question(in, *mode, completed, oldFinish),
                     notesWithEntry(in, *mode, completed, oldFinish), S, mode->finishColumn,

@@ -21,8 +21,8 @@ double correctedEt(double et, double adjustedAltitude, double sensitivity) {
 
 std::optional<Lanes> collect(const RunCells& cells, int lastRow, const QString& performanceFactor,
                              const QString& targetEt) {
-    const std::optional<double> pf = NumberText::ToDouble(performanceFactor);
-    if (!pf || !NumberText::IsNumeric(targetEt))
+    const std::optional<double> pf = NumberText::toDouble(performanceFactor);
+    if (!pf || !NumberText::isNumeric(targetEt))
         return std::nullopt;
     const double sensitivity = EtModel::sensitivity(*pf);
     Lanes lanes;
@@ -30,11 +30,11 @@ std::optional<Lanes> collect(const RunCells& cells, int lastRow, const QString& 
         const std::optional<QString> etText = referenceEtText(cells, row);
         if (!etText)
             return std::nullopt;
-        const std::optional<double> aa = NumberText::ToDouble(cells(row, RunColumn::AA));
-        const std::optional<double> timer = NumberText::ToDouble(cells(row, RunColumn::Timer2));
+        const std::optional<double> aa = NumberText::toDouble(cells(row, RunColumn::AA));
+        const std::optional<double> timer = NumberText::toDouble(cells(row, RunColumn::Timer2));
         if (!aa || !timer)
             return std::nullopt;
-        const Point point{correctedEt(*NumberText::ToDouble(*etText), *aa, sensitivity), *timer};
+        const Point point{correctedEt(*NumberText::toDouble(*etText), *aa, sensitivity), *timer};
         if (cells(row, LaneColumn) == QLatin1String("Right"))
             lanes.right.push_back(point);
         else
@@ -91,12 +91,12 @@ std::optional<LineFit> fitLine(const std::vector<Point>& points) {
 
 QString captionWithRatio(const QString& caption, float ratio) {
     return caption.left(CaptionLength) + QStringLiteral(": ") +
-           NumberText::Format(std::fabs(ratio), QStringLiteral("0.000000"));
+           NumberText::format(std::fabs(ratio), QStringLiteral("0.000000"));
 }
 
 std::optional<QString> ratioInCaption(const QString& caption) {
     const QString text = caption.mid(CaptionLength + 1).trimmed();
-    if (!NumberText::IsNumeric(text))
+    if (!NumberText::isNumeric(text))
         return std::nullopt;
     return text;
 }

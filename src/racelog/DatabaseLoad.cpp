@@ -126,7 +126,7 @@ std::optional<QString> propertyText(const Field& field, const QVariant& value) {
         return LogFieldRules::logDateOf(value);
     case FieldType::Single:
         if (const auto number = LogFieldRules::singleOf(value))
-            return NumberText::General(*number);
+            return NumberText::general(*number);
         return std::nullopt;
     case FieldType::VarWChar:
         return LogFieldRules::textOf(value);

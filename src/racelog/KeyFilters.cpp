@@ -18,34 +18,34 @@ QChar passIf(QChar key, bool pass) {
 
 } // namespace
 
-QChar CarNumber(QChar key) {
+QChar carNumber(QChar key) {
     if (key >= u'a' && key <= u'z')
         return key.toUpper();
     return passIf(key, isDigit(key) || isAsciiLetter(key));
 }
 
-QChar Letters(QChar key) {
+QChar letters(QChar key) {
     return passIf(key, isAsciiLetter(key));
 }
 
-QChar Date(QChar key) {
+QChar date(QChar key) {
     return passIf(key, isDigit(key) || key == u'/');
 }
 
-QChar Time(QChar key) {
+QChar time(QChar key) {
     static const QString meridiemLetters = QStringLiteral("PpAaMm");
     return passIf(key, isDigit(key) || key == u':' || meridiemLetters.contains(key));
 }
 
-QChar UnsignedNumber(QChar key) {
+QChar unsignedNumber(QChar key) {
     return passIf(key, isDigit(key) || key == u'.');
 }
 
-QChar SignedNumber(QChar key) {
+QChar signedNumber(QChar key) {
     return passIf(key, isDigit(key) || key == u'.' || key == u'-');
 }
 
-QChar TypeName(QChar key) {
+QChar typeName(QChar key) {
     return passIf(key, isDigit(key) || isAsciiLetter(key) || key == u' ');
 }
 

@@ -8,14 +8,14 @@
 // swallow the key. Backspace always passes.
 namespace KeyFilters {
 
-QChar CarNumber(QChar key);      // digits and letters, letters as capitals
-QChar Letters(QChar key);        // A to Z, a to z
-QChar Date(QChar key);           // digits and "/"
-QChar Time(QChar key);           // digits, ":", and the letters of "am" and "pm"
-QChar UnsignedNumber(QChar key); // digits and "."
-QChar SignedNumber(QChar key);   // digits, "." and "-"
+QChar carNumber(QChar key);      // digits and letters, letters as capitals
+QChar letters(QChar key);        // A to Z, a to z
+QChar date(QChar key);           // digits and "/"
+QChar time(QChar key);           // digits, ":", and the letters of "am" and "pm"
+QChar unsignedNumber(QChar key); // digits and "."
+QChar signedNumber(QChar key);   // digits, "." and "-"
 
 // The configuration dialog's type names also take blanks.
-QChar TypeName(QChar key);
+QChar typeName(QChar key);
 
 } // namespace KeyFilters

@@ -19,7 +19,7 @@ struct Moment {
 };
 
 std::optional<Moment> momentOf(const QString& text) {
-    const auto value = DateText::Parse(text);
+    const auto value = DateText::parse(text);
     if (!value)
         return std::nullopt;
     return Moment{value->date.value_or(QDate(1899, 12, 30)), value->time.value_or(QTime(0, 0))};
@@ -36,9 +36,9 @@ QString isoDate(const QDate& date) {
 } // namespace
 
 std::optional<double> singleValue(const QString& text) {
-    if (!NumberText::IsNumeric(text))
+    if (!NumberText::isNumeric(text))
         return 0.0;
-    const auto value = NumberText::ToSingle(text);
+    const auto value = NumberText::toSingle(text);
     if (!value)
         return std::nullopt;
     return double(*value);
@@ -54,8 +54,8 @@ QString runDateValue(const QString& cell, const QDateTime& now) {
     const QDate date = momentOf(cell, now).date;
     // The file takes the date as the run table writes it, "MM/DD/YY", so a year outside
     // 1930 to 2029 comes back in that century.
-    const QString shown = DateText::RunDateText(date);
-    return isoDate(DateText::Parse(shown)->date.value_or(date));
+    const QString shown = DateText::runDateText(date);
+    return isoDate(DateText::parse(shown)->date.value_or(date));
 }
 
 QString logDateValue(const QString& text, const QDateTime& now) {
@@ -80,7 +80,7 @@ std::optional<float> singleOf(const QVariant& value) {
         return float(number);
     }
     default:
-        return NumberText::ToSingle(value.toString());
+        return NumberText::toSingle(value.toString());
     }
 }
 
@@ -91,18 +91,18 @@ std::optional<QString> textOf(const QVariant& value) {
 }
 
 std::optional<QDate> storedDate(const QVariant& value) {
-    const auto read = DateText::Parse(value.toString().trimmed());
+    const auto read = DateText::parse(value.toString().trimmed());
     return read ? read->date : std::nullopt;
 }
 
 std::optional<QTime> storedTime(const QVariant& value) {
-    const auto read = DateText::Parse(value.toString().trimmed());
+    const auto read = DateText::parse(value.toString().trimmed());
     return read ? read->time : std::nullopt;
 }
 
 std::optional<QString> logDateOf(const QVariant& value) {
     const auto date = storedDate(value);
-    return date ? std::optional(DateText::LogDateText(*date)) : std::nullopt;
+    return date ? std::optional(DateText::logDateText(*date)) : std::nullopt;
 }
 
 QString storedNotes(const QString& notes) {
@@ -123,11 +123,11 @@ std::optional<QString> cellText(const ColumnTable::Column& column, const QVarian
     switch (column.loadForm) {
     case LoadForm::TimeOfDay: {
         const auto time = storedTime(value);
-        return time ? std::optional(DateText::TimeText(*time)) : std::nullopt;
+        return time ? std::optional(DateText::timeText(*time)) : std::nullopt;
     }
     case LoadForm::RunDate: {
         const auto date = storedDate(value);
-        return date ? std::optional(DateText::RunDateText(*date)) : std::nullopt;
+        return date ? std::optional(DateText::runDateText(*date)) : std::nullopt;
     }
     case LoadForm::AsStored:
         return textOf(value);
@@ -140,10 +140,10 @@ std::optional<QString> cellText(const ColumnTable::Column& column, const QVarian
         if (!number)
             return std::nullopt;
         if (column.loadForm == LoadForm::General)
-            return NumberText::General(*number);
+            return NumberText::general(*number);
         if (column.loadForm == LoadForm::PatternUnlessZero && *number == 0)
             return current;
-        return NumberText::Format(double(*number), column.pattern.toString());
+        return NumberText::format(double(*number), column.pattern.toString());
     }
     }
     return std::nullopt;

@@ -16,47 +16,47 @@ bool isNumeric(const SettingKey& value) {
 
 } // namespace
 
-QString TypeKey(const QString& name) {
+QString typeKey(const QString& name) {
     const QString defaults = SettingKeys::RaceLogTypes.keyPath();
-    return name.isEmpty() ? defaults : defaults + Registry::KeyName(name) + u'\\';
+    return name.isEmpty() ? defaults : defaults + Registry::keyName(name) + u'\\';
 }
 
-QStringList RaceLogTypes() {
+QStringList raceLogTypes() {
     QStringList types;
-    Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(), types);
+    Registry::enumSubKeys(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(), types);
     return types;
 }
 
-QStringList RaceTracks() {
+QStringList raceTracks() {
     QStringList tracks;
-    Registry::EnumValues(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(), tracks);
+    Registry::enumValues(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(), tracks);
     return tracks;
 }
 
-std::optional<QString> ShownText(const SettingKey& value, const QString& stored) {
+std::optional<QString> shownText(const SettingKey& value, const QString& stored) {
     if (isNumeric(value))
-        return NumberText::IsNumeric(stored) ? std::optional(stored) : std::nullopt;
+        return NumberText::isNumeric(stored) ? std::optional(stored) : std::nullopt;
     return stored == Registry::NoKeyValue ? QString() : stored;
 }
 
-bool IsStored(const SettingKey& value, const QString& text) {
-    return !isNumeric(value) || NumberText::IsNumeric(text);
+bool isStored(const SettingKey& value, const QString& text) {
+    return !isNumeric(value) || NumberText::isNumeric(text);
 }
 
-QString SystemTemplatePath() {
-    return ShippedFiles::Find(SettingKeys::MasterTemplate.fallback.toString());
+QString systemTemplatePath() {
+    return ShippedFiles::find(SettingKeys::MasterTemplate.fallback.toString());
 }
 
 // A folder passes the test as well as a file: the user is trusted to pick a workbook.
-std::optional<QString> TemplateToStore(bool systemDefault, const QString& chosenPath) {
+std::optional<QString> templateToStore(bool systemDefault, const QString& chosenPath) {
     if (systemDefault)
-        return SystemTemplatePath();
+        return systemTemplatePath();
     if (!chosenPath.isEmpty() && QFileInfo::exists(chosenPath))
         return chosenPath;
     return std::nullopt;
 }
 
-int PagerFrequencyChoice(qint32 frequency) {
+int pagerFrequencyChoice(qint32 frequency) {
     return frequency / TicksPerMinute - 1;
 }
 

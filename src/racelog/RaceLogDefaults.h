@@ -18,11 +18,11 @@ inline const QString TrackData = QStringLiteral("0");
 
 // The key of a race log type's defaults: the general defaults for an empty name, else the
 // subkey of that name.
-QString TypeKey(const QString& name);
+QString typeKey(const QString& name);
 
 // The named race log types and the race tracks, in the order the settings give them.
-QStringList RaceLogTypes();
-QStringList RaceTracks();
+QStringList raceLogTypes();
+QStringList raceTracks();
 
 // The default values of a race log type, in the order they are read and written: PF, TSR,
 // CarNumber, TargetET. The numbers are kept only when they are numbers, so a new log never
@@ -33,15 +33,15 @@ inline constexpr std::array<const SettingKey*, 4> DefaultValues{
 
 // The text a field takes from a stored value; nullopt leaves the field as it stands. A number
 // that is missing or no number leaves its field alone; a missing car number empties it.
-std::optional<QString> ShownText(const SettingKey& value, const QString& stored);
+std::optional<QString> shownText(const SettingKey& value, const QString& stored);
 // Whether a field's text is written as the default.
-bool IsStored(const SettingKey& value, const QString& text);
+bool isStored(const SettingKey& value, const QString& text);
 
 // The template shipped with the program: beside it, or in the shared data folder once installed.
-QString SystemTemplatePath();
+QString systemTemplatePath();
 // The template path to store: the shipped one for the system default, else the chosen path
 // when such a file exists; nullopt stores nothing.
-std::optional<QString> TemplateToStore(bool systemDefault, const QString& chosenPath);
+std::optional<QString> templateToStore(bool systemDefault, const QString& chosenPath);
 
 // How many send timer ticks go by between two pages. Nine choices of whole minutes, 15 ticks
 // a minute; 75, "5min", when nothing usable is stored.
@@ -49,6 +49,6 @@ constexpr int PagerFrequencyChoices = 9;
 constexpr qint32 TicksPerMinute = 15;
 // The choice (0 for "1min") that shows a frequency: whole minutes, rounded down; -1, no
 // choice, below one minute.
-int PagerFrequencyChoice(qint32 frequency);
+int pagerFrequencyChoice(qint32 frequency);
 
 } // namespace RaceLogDefaults

@@ -11,7 +11,7 @@ namespace {
 
 // The remembered folder, or the fallback when none is kept.
 QString startFolder(const QString& fallback) {
-    const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+    const QString folder = Registry::get(SettingKeys::FileDialogFolder);
     return folder == Registry::NoKeyValue ? fallback : folder;
 }
 
@@ -27,7 +27,7 @@ Dialogs::FileRequest saveRequest(const QString& caption, const QString& raceTrac
     Dialogs::FileRequest request;
     request.save = true;
     request.title = QStringLiteral("Save Race Log - ") + caption;
-    request.fileName = DateText::FileStamp(today);
+    request.fileName = DateText::fileStamp(today);
     if (!raceTrack.isEmpty())
         request.fileName += u' ' + raceTrack;
     request.fileName += QStringLiteral(".trl");
@@ -47,7 +47,7 @@ Dialogs::FileRequest openRequest() {
 }
 
 void rememberFolder(const QString& chosenPath) {
-    Registry::Set(SettingKeys::FileDialogFolder, QFileInfo(chosenPath).absolutePath());
+    Registry::set(SettingKeys::FileDialogFolder, QFileInfo(chosenPath).absolutePath());
 }
 
 Dialogs::FileChoice withExtension(const Dialogs::FileChoice& chosen) {

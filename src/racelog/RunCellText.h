@@ -14,10 +14,10 @@ std::optional<QDateTime> Moment(const QString& text);
 
 // A text that names a moment, as the time of a run ("hh:mmam/pm"); anything else becomes the
 // time of `now`.
-QString SettledTime(const QString& text, const QDateTime& now);
+QString settledTime(const QString& text, const QDateTime& now);
 // The same as the date of a run ("MM/DD/YY"); anything else becomes the day of `now`.
-QString SettledDate(const QString& text, const QDateTime& now);
+QString settledDate(const QString& text, const QDateTime& now);
 // A number stays as it was typed; anything else is emptied.
-QString SettledNumber(const QString& text);
+QString settledNumber(const QString& text);
 
 } // namespace RunCellText

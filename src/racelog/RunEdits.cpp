@@ -85,11 +85,11 @@ void pasteRuns(RaceLog& log, int row, const RunClipboard::Runs& clipboard) {
 void importWeather(RaceLog& log, int row, const WeatherRecord* weather, const RunMoment& stamp) {
     log.change(QStringLiteral("Import Weather"), [&](RaceLogData& data) {
         if (stamp.time)
-            data.grid.setCell(row, TimeColumn, DateText::TimeText(*stamp.time));
+            data.grid.setCell(row, TimeColumn, DateText::timeText(*stamp.time));
         if (stamp.date)
-            data.grid.setCell(row, DateColumn, DateText::RunDateText(*stamp.date));
+            data.grid.setCell(row, DateColumn, DateText::runDateText(*stamp.date));
         if (weather)
-            WriteRunWeather(data.grid, row, *weather);
+            writeRunWeather(data.grid, row, *weather);
     });
 }
 
@@ -97,13 +97,13 @@ void importTimeSlip(RaceLog& log, int row, const RunTimeSlip* slip, const Weathe
                     const RunMoment& stamp) {
     log.change(QStringLiteral("Get iCard && Weather"), [&](RaceLogData& data) {
         if (stamp.time)
-            data.grid.setCell(row, TimeColumn, DateText::TimeText(*stamp.time));
+            data.grid.setCell(row, TimeColumn, DateText::timeText(*stamp.time));
         if (stamp.date)
-            data.grid.setCell(row, DateColumn, DateText::RunDateText(*stamp.date));
+            data.grid.setCell(row, DateColumn, DateText::runDateText(*stamp.date));
         if (slip)
-            WriteRunTimeSlip(data.grid, row, *slip);
+            writeRunTimeSlip(data.grid, row, *slip);
         if (weather)
-            WriteRunWeather(data.grid, row, *weather);
+            writeRunWeather(data.grid, row, *weather);
     });
 }
 

@@ -14,8 +14,8 @@ constexpr int CarriedColumns[] = {16, 17, 15};
 
 int appendRun(RunTable& table, const QDateTime& now) {
     const int row = table.addRun();
-    table.setCell(row, 1, DateText::TimeText(now.time()));
-    table.setCell(row, 2, DateText::RunDateText(now.date()));
+    table.setCell(row, 1, DateText::timeText(now.time()));
+    table.setCell(row, 2, DateText::runDateText(now.date()));
     for (const int column : CarriedColumns)
         table.setCell(row, column, table.cell(row - 1, column));
     table.paintRowBand(row);
@@ -24,7 +24,7 @@ int appendRun(RunTable& table, const QDateTime& now) {
 
 void deleteRun(RunTable& table, int row) {
     if (table.tableRows() < 3 && row < 2) {
-        for (int column = 1; column < table.Cols(); ++column)
+        for (int column = 1; column < table.cols(); ++column)
             table.setCell(row, column, QString());
         return;
     }

@@ -57,7 +57,7 @@ public:
     void restoreRuns(const Runs& runs);
 
     int tableRows() const { return int(rows.size()) + 1; }
-    int Cols() const { return ColumnCount; }
+    int cols() const { return ColumnCount; }
 
     // Cell texts: the captions in row 0, the run numbers in column 0. An address outside the
     // table reads empty. Only the cells of the runs are written.

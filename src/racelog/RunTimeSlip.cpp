@@ -15,8 +15,8 @@ constexpr int TimingColumns[] = {4, 6, 7, 8, 9, 10, 11, 12, 13};
 
 } // namespace
 
-void WriteRunTimeSlip(RunTable& table, int row, const RunTimeSlip& slip) {
-    table.setCell(row, TimeColumn, DateText::TimeText(slip.time));
+void writeRunTimeSlip(RunTable& table, int row, const RunTimeSlip& slip) {
+    table.setCell(row, TimeColumn, DateText::timeText(slip.time));
     if (slip.lane == QLatin1String("L"))
         table.setCell(row, LaneColumn, QStringLiteral("Left"));
     else if (slip.lane == QLatin1String("R"))

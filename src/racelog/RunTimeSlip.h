@@ -20,4 +20,4 @@ struct RunTimeSlip {
 // "Left", "R" is "Right", anything else leaves the lane cell alone), the reaction time and the
 // times and speeds as the receiver wrote them. The date, the delay box, the timers, the shift
 // time and the dial-in are the team's own and stay as they are.
-void WriteRunTimeSlip(RunTable& table, int row, const RunTimeSlip& slip);
+void writeRunTimeSlip(RunTable& table, int row, const RunTimeSlip& slip);

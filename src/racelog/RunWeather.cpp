@@ -1,7 +1,7 @@
 #include "racelog/RunWeather.h"
 
-#include "core/WeatherRecord.h"
 #include "core/ReadingText.h"
+#include "core/WeatherRecord.h"
 #include "racelog/RunTable.h"
 
 namespace {
@@ -33,7 +33,7 @@ constexpr WeatherCell WeatherCells[] = {
 
 } // namespace
 
-void WriteRunWeather(RunTable& table, int row, const WeatherRecord& weather) {
+void writeRunWeather(RunTable& table, int row, const WeatherRecord& weather) {
     for (const WeatherCell& cell : WeatherCells)
         table.setCell(row, cell.column, cell.value(weather));
 }

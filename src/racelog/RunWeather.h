@@ -7,4 +7,4 @@ class RunTable;
 // ABP, Temp, RH, AA, AH, GR, VP, DP, ADR, DA, PA, WD, WS, WG and AL, in that order, floats in
 // their shortest general form and whole numbers as plain digits. The run's time and date are
 // left as they are.
-void WriteRunWeather(RunTable& table, int row, const WeatherRecord& weather);
+void writeRunWeather(RunTable& table, int row, const WeatherRecord& weather);

@@ -6,19 +6,19 @@
 namespace SidePanelRules {
 
 QString settledLogDate(const QString& text, const QDate& today) {
-    const auto value = DateText::Parse(text);
+    const auto value = DateText::parse(text);
     if (!value)
-        return DateText::LogDateText(today);
-    return DateText::LogDateText(value->date.value_or(QDate(1899, 12, 30)));
+        return DateText::logDateText(today);
+    return DateText::logDateText(value->date.value_or(QDate(1899, 12, 30)));
 }
 
 QString settledTargetET(const QString& text) {
-    const double value = NumberText::ToDouble(text).value_or(0.0);
-    return NumberText::Format(value, QStringLiteral("#0.00##"));
+    const double value = NumberText::toDouble(text).value_or(0.0);
+    return NumberText::format(value, QStringLiteral("#0.00##"));
 }
 
 QString settledPredictInput(const QString& text) {
-    return NumberText::IsNumeric(text) ? text : QStringLiteral("0");
+    return NumberText::isNumeric(text) ? text : QStringLiteral("0");
 }
 
 QString settledPageIdentifier(const QString& text) {

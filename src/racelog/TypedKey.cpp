@@ -8,7 +8,7 @@ constexpr int DeleteCode = 127;
 
 } // namespace
 
-int TypedKeyCode(const QKeyEvent& event) {
+int typedKeyCode(const QKeyEvent& event) {
     // Not every platform puts the control code into the text of Ctrl with a letter.
     const int key = event.key();
     if (event.modifiers().testFlag(Qt::ControlModifier) && key >= Qt::Key_A && key <= Qt::Key_Z)

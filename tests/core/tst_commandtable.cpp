@@ -64,7 +64,7 @@ const Expected commands[] = {
 
 QStringList paletteNames() {
     QStringList names;
-    for (const Palette::Entry& entry : Palette::Entries())
+    for (const Palette::Entry& entry : Palette::entries())
         names.append(entry.name);
     return names;
 }
@@ -72,7 +72,7 @@ QStringList paletteNames() {
 // The bands that hold a tool.
 QStringList bandsHolding(const QString& tool) {
     QStringList bands;
-    for (const Band& band : Bands()) {
+    for (const Band& band : CommandTable::bands()) {
         if (band.kind != BandKind::StatusBar && band.items.contains(tool))
             bands.append(band.name);
     }
@@ -95,51 +95,51 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, caption);
         QFETCH(QString, toolTip);
-        const Tool* tool = FindTool(name);
+        const Tool* tool = findTool(name);
         QVERIFY(tool);
         QCOMPARE(tool->caption, caption);
         QCOMPARE(tool->toolTip, toolTip);
     }
 
     void commandsComeInDispatchOrder() {
-        const QList<Tool>& tools = Tools();
+        const QList<Tool>& tools = CommandTable::tools();
         QVERIFY(tools.size() > qsizetype(std::size(commands)));
         for (qsizetype i = 0; i < qsizetype(std::size(commands)); ++i)
             QCOMPARE(tools[i].name, QString::fromLatin1(commands[i].name));
     }
 
     void paletteToolsCarryTheirCaptions() {
-        for (const Palette::Entry& entry : Palette::Entries()) {
-            const Tool* tool = FindTool(entry.name);
+        for (const Palette::Entry& entry : Palette::entries()) {
+            const Tool* tool = findTool(entry.name);
             QVERIFY(tool);
             QCOMPARE(tool->caption, entry.caption);
             QCOMPARE(tool->kind, ToolKind::Command);
         }
-        QCOMPARE(FindTool("miVioliet")->caption, QStringLiteral("Violiet"));
+        QCOMPARE(findTool("miVioliet")->caption, QStringLiteral("Violiet"));
     }
 
     void toolNamesAreUnique() {
         QSet<QString> names;
-        for (const Tool& tool : Tools())
+        for (const Tool& tool : tools())
             names.insert(tool.name);
-        QCOMPARE(names.size(), Tools().size());
+        QCOMPARE(names.size(), tools().size());
     }
 
     void kindsOfTools() {
-        QCOMPARE(FindTool("miAutomaticUpdates")->kind, ToolKind::Toggle);
-        QCOMPARE(FindTool("miDeltaVP")->kind, ToolKind::Toggle);
-        QCOMPARE(FindTool("miSetDateTime")->kind, ToolKind::Inert);
-        QCOMPARE(FindTool("miWindowList")->kind, ToolKind::WindowList);
-        QCOMPARE(FindTool("miExit")->kind, ToolKind::Command);
-        QCOMPARE(FindTool("txtPageMessage")->kind, ToolKind::TextBox);
-        QCOMPARE(FindTool("txtPageMessage")->band, QStringLiteral("btnSend"));
-        QVERIFY(FindTool("btnTest"));
-        QVERIFY(!FindTool("miNoSuchTool"));
+        QCOMPARE(findTool("miAutomaticUpdates")->kind, ToolKind::Toggle);
+        QCOMPARE(findTool("miDeltaVP")->kind, ToolKind::Toggle);
+        QCOMPARE(findTool("miSetDateTime")->kind, ToolKind::Inert);
+        QCOMPARE(findTool("miWindowList")->kind, ToolKind::WindowList);
+        QCOMPARE(findTool("miExit")->kind, ToolKind::Command);
+        QCOMPARE(findTool("txtPageMessage")->kind, ToolKind::TextBox);
+        QCOMPARE(findTool("txtPageMessage")->band, QStringLiteral("btnSend"));
+        QVERIFY(findTool("btnTest"));
+        QVERIFY(!findTool("miNoSuchTool"));
     }
 
     void menusInBarOrder() {
         QStringList names, captions;
-        for (const Band& band : Bands()) {
+        for (const Band& band : CommandTable::bands()) {
             if (band.kind == BandKind::Menu) {
                 names.append(band.name);
                 captions.append(band.caption);
@@ -152,18 +152,18 @@ private slots:
     }
 
     void submenusHangUnderTools() {
-        const Tool* raceLog = FindTool("miRaceLogOptions");
+        const Tool* raceLog = findTool("miRaceLogOptions");
         QCOMPARE(raceLog->kind, ToolKind::Submenu);
         QCOMPARE(raceLog->band, QStringLiteral("miRaceLog"));
-        QCOMPARE(FindBand("miRaceLog")->caption, QStringLiteral("Race Log Options"));
-        QCOMPARE(FindBand("miRaceLog")->kind, BandKind::Submenu);
-        QCOMPARE(FindBand("miRaceLog")->items, QStringList({"miAutomaticUpdates", "miDeltaVP"}));
+        QCOMPARE(findBand("miRaceLog")->caption, QStringLiteral("Race Log Options"));
+        QCOMPARE(findBand("miRaceLog")->kind, BandKind::Submenu);
+        QCOMPARE(findBand("miRaceLog")->items, QStringList({"miAutomaticUpdates", "miDeltaVP"}));
 
-        const Tool* color = FindTool("miBackgroundColor");
+        const Tool* color = findTool("miBackgroundColor");
         QCOMPARE(color->kind, ToolKind::Submenu);
         QCOMPARE(color->band, QStringLiteral("tbColor"));
-        QCOMPARE(FindBand("tbColor")->caption, QStringLiteral("Color"));
-        QCOMPARE(FindBand("tbColor")->items, paletteNames() << Separator << "miMoreColors");
+        QCOMPARE(findBand("tbColor")->caption, QStringLiteral("Color"));
+        QCOMPARE(findBand("tbColor")->items, paletteNames() << Separator << "miMoreColors");
 
         QCOMPARE(bandsHolding("miRaceLogOptions"), QStringList{"miTools"});
         QCOMPARE(bandsHolding("miBackgroundColor"), QStringList{"miTools"});
@@ -220,7 +220,7 @@ private slots:
     }
 
     void toolBarInOrder() {
-        const Band* bar = FindBand("tbMain");
+        const Band* bar = findBand("tbMain");
         QCOMPARE(bar->caption, QStringLiteral("Tool Bar"));
         QCOMPARE(bar->kind, BandKind::ToolBar);
         QCOMPARE(bar->items, QStringList({"miNewRaceLog",
@@ -248,35 +248,35 @@ private slots:
     }
 
     void statusBarInOrder() {
-        const Band* bar = FindBand("sbMain");
+        const Band* bar = findBand("sbMain");
         QCOMPARE(bar->caption, QStringLiteral("Status Bar"));
         QCOMPARE(bar->kind, BandKind::StatusBar);
         QCOMPARE(bar->items, QStringList({"lblStatus", "lblPellamor", "lblSpace", "lblINS",
                                           "lblCAPS", "lblNUM", "lblSpace", "lblTIME", "lblDATE"}));
         for (const QString& name : bar->items)
-            QVERIFY2(FindStatusPanel(name), qPrintable(name));
+            QVERIFY2(findStatusPanel(name), qPrintable(name));
 
-        const StatusPanel* status = FindStatusPanel("lblStatus");
+        const StatusPanel* status = findStatusPanel("lblStatus");
         QCOMPARE(status->caption, QStringLiteral("Waiting for Weather Update..."));
         QCOMPARE(status->toolTip, QStringLiteral("Current Weather"));
         QVERIFY(status->enabled);
-        const StatusPanel* online = FindStatusPanel("lblPellamor");
+        const StatusPanel* online = findStatusPanel("lblPellamor");
         QCOMPARE(online->caption, QStringLiteral("Pellamor"));
         QCOMPARE(online->toolTip, QStringLiteral("Pellamor Online Status"));
         QVERIFY(!online->enabled);
     }
 
     void everyBandItemIsATool() {
-        for (const Band& band : Bands()) {
+        for (const Band& band : CommandTable::bands()) {
             if (band.kind == BandKind::StatusBar)
                 continue;
             for (const QString& item : band.items)
-                QVERIFY2(item == Separator || FindTool(item), qPrintable(band.name + ':' + item));
+                QVERIFY2(item == Separator || findTool(item), qPrintable(band.name + ':' + item));
         }
     }
 
     void everyToolHasAPlaceButTheTestButton() {
-        for (const Tool& tool : Tools()) {
+        for (const Tool& tool : tools()) {
             if (tool.name == u"btnTest")
                 QVERIFY(bandsHolding(tool.name).isEmpty());
             else

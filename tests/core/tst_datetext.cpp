@@ -17,7 +17,7 @@ private slots:
     void readsDates() {
         QFETCH(QString, text);
         QFETCH(QDate, date);
-        auto value = DateText::Parse(text);
+        auto value = DateText::parse(text);
         QVERIFY(value);
         QCOMPARE(value->date, date);
         QVERIFY(!value->time);
@@ -38,13 +38,13 @@ private slots:
     void readsTimes() {
         QFETCH(QString, text);
         QFETCH(QTime, time);
-        auto value = DateText::Parse(text);
+        auto value = DateText::parse(text);
         QVERIFY(value);
         QCOMPARE(value->time, time);
     }
 
     void readsDateAndTime() {
-        auto value = DateText::Parse("11/22/2026 10:42:07am");
+        auto value = DateText::parse("11/22/2026 10:42:07am");
         QVERIFY(value);
         QCOMPARE(value->date, QDate(2026, 11, 22));
         QCOMPARE(value->time, QTime(10, 42, 7));
@@ -64,16 +64,16 @@ private slots:
     }
     void rejects() {
         QFETCH(QString, text);
-        QVERIFY(!DateText::IsDate(text));
+        QVERIFY(!DateText::isDate(text));
     }
 
     void writesTheProgramsForms() {
-        QCOMPARE(DateText::TimeText(QTime(14, 35, 9)), QString("02:35pm"));
-        QCOMPARE(DateText::TimeText(QTime(0, 5)), QString("12:05am"));
-        QCOMPARE(DateText::TimeWithSecondsText(QTime(10, 42, 7)), QString("10:42:07am"));
-        QCOMPARE(DateText::RunDateText(QDate(2026, 1, 2)), QString("01/02/26"));
-        QCOMPARE(DateText::LogDateText(QDate(2026, 1, 2)), QString("01/02/2026"));
-        QCOMPARE(DateText::FileStamp(QDate(2026, 1, 2)), QString("2026-01-02"));
+        QCOMPARE(DateText::timeText(QTime(14, 35, 9)), QString("02:35pm"));
+        QCOMPARE(DateText::timeText(QTime(0, 5)), QString("12:05am"));
+        QCOMPARE(DateText::timeWithSecondsText(QTime(10, 42, 7)), QString("10:42:07am"));
+        QCOMPARE(DateText::runDateText(QDate(2026, 1, 2)), QString("01/02/26"));
+        QCOMPARE(DateText::logDateText(QDate(2026, 1, 2)), QString("01/02/2026"));
+        QCOMPARE(DateText::fileStamp(QDate(2026, 1, 2)), QString("2026-01-02"));
     }
 };
 

@@ -27,20 +27,20 @@ private slots:
     void numericTest() {
         QFETCH(QString, text);
         QFETCH(bool, numeric);
-        QCOMPARE(NumberText::IsNumeric(text), numeric);
+        QCOMPARE(NumberText::isNumeric(text), numeric);
     }
 
     void singleRejectsWhatAFloatCannotHold() {
-        QVERIFY(!NumberText::ToSingle("1e39"));
-        QCOMPARE(*NumberText::ToSingle("29.92"), 29.92f);
+        QVERIFY(!NumberText::toSingle("1e39"));
+        QCOMPARE(*NumberText::toSingle("29.92"), 29.92f);
     }
 
     void roundsHalfToEven() {
-        QCOMPARE(*NumberText::RoundToInt32(359.5), 360);
-        QCOMPARE(*NumberText::RoundToInt32(2.5), 2);
-        QCOMPARE(*NumberText::RoundToInt32(3.5), 4);
-        QCOMPARE(*NumberText::RoundToInt32(-2.5), -2);
-        QVERIFY(!NumberText::RoundToInt32(3e9));
+        QCOMPARE(*NumberText::roundToInt32(359.5), 360);
+        QCOMPARE(*NumberText::roundToInt32(2.5), 2);
+        QCOMPARE(*NumberText::roundToInt32(3.5), 4);
+        QCOMPARE(*NumberText::roundToInt32(-2.5), -2);
+        QVERIFY(!NumberText::roundToInt32(3e9));
     }
 
     void generalText_data() {
@@ -58,8 +58,8 @@ private slots:
     void generalText() {
         QFETCH(float, value);
         QFETCH(QString, text);
-        QCOMPARE(NumberText::General(value), text);
-        QCOMPARE(*NumberText::ToSingle(text), value);
+        QCOMPARE(NumberText::general(value), text);
+        QCOMPARE(*NumberText::toSingle(text), value);
     }
 
     void patterns_data() {
@@ -93,7 +93,7 @@ private slots:
         QFETCH(double, value);
         QFETCH(QString, pattern);
         QFETCH(QString, text);
-        QCOMPARE(NumberText::Format(value, pattern), text);
+        QCOMPARE(NumberText::format(value, pattern), text);
     }
 };
 

@@ -26,7 +26,7 @@ private slots:
             {"miBlue", "Blue", 0xC00000},
             {"miPink", "Pink", 0xC000C0},
         };
-        const QList<Palette::Entry>& entries = Palette::Entries();
+        const QList<Palette::Entry>& entries = Palette::entries();
         QCOMPARE(entries.size(), expected.size());
         for (qsizetype i = 0; i < expected.size(); ++i) {
             QCOMPARE(entries[i].name, expected[i].name);
@@ -48,15 +48,15 @@ private slots:
     void numbersHoldBlueGreenRed() {
         QFETCH(quint32, number);
         QFETCH(QColor, color);
-        QCOMPARE(Palette::ToColor(number), color);
-        QCOMPARE(Palette::FromColor(color), number);
+        QCOMPARE(Palette::toColor(number), color);
+        QCOMPARE(Palette::fromColor(color), number);
     }
 
     void systemColorsAreNamedByTheTopByte() {
-        QVERIFY(Palette::IsSystemColor(Palette::DesktopColor));
-        QVERIFY(Palette::IsSystemColor(Palette::WorkspaceColor));
-        QVERIFY(!Palette::IsSystemColor(0x000080));
-        QVERIFY(!Palette::IsSystemColor(0xFFFFFF));
+        QVERIFY(Palette::isSystemColor(Palette::DesktopColor));
+        QVERIFY(Palette::isSystemColor(Palette::WorkspaceColor));
+        QVERIFY(!Palette::isSystemColor(0x000080));
+        QVERIFY(!Palette::isSystemColor(0xFFFFFF));
     }
 
     void storedValues_data() {
@@ -77,16 +77,16 @@ private slots:
         QFETCH(double, value);
         QFETCH(bool, valid);
         QFETCH(quint32, color);
-        const std::optional<quint32> read = Palette::FromValue(value);
+        const std::optional<quint32> read = Palette::fromValue(value);
         QCOMPARE(read.has_value(), valid);
         if (valid)
             QCOMPARE(*read, color);
     }
 
     void storedAsWholeNumbers() {
-        QCOMPARE(Palette::ToText(0x000080), QStringLiteral("128"));
-        QCOMPARE(Palette::ToText(0xC00000), QStringLiteral("12582912"));
-        QCOMPARE(Palette::ToText(Palette::DesktopColor), QStringLiteral("2147483649"));
+        QCOMPARE(Palette::toText(0x000080), QStringLiteral("128"));
+        QCOMPARE(Palette::toText(0xC00000), QStringLiteral("12582912"));
+        QCOMPARE(Palette::toText(Palette::DesktopColor), QStringLiteral("2147483649"));
     }
 };
 

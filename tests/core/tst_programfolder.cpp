@@ -20,25 +20,25 @@ private slots:
 
     void aProgramFolderThatCanBeWrittenServes() {
         QTemporaryDir program;
-        QCOMPARE(ProgramFolder::ForUserFiles(program.path()), program.path());
+        QCOMPARE(ProgramFolder::forUserFiles(program.path()), program.path());
     }
 
     void anInstalledProgramGivesTheDocumentsFolder() {
         QVERIFY(QDir(home.path()).mkpath("Documents"));
         const QString missing = home.path() + "/prefix/bin";
-        QCOMPARE(ProgramFolder::ForUserFiles(missing), home.path() + "/Documents");
+        QCOMPARE(ProgramFolder::forUserFiles(missing), home.path() + "/Documents");
     }
 
     void withoutADocumentsFolderHomeServes() {
         QDir(home.path() + "/Documents").removeRecursively();
-        QCOMPARE(ProgramFolder::ForUserFiles(home.path() + "/prefix/bin"), home.path());
+        QCOMPARE(ProgramFolder::forUserFiles(home.path() + "/prefix/bin"), home.path());
     }
 
     void aFileIsNoFolder() {
         QFile file(home.path() + "/tarnwick");
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
-        QCOMPARE(ProgramFolder::ForUserFiles(file.fileName()), home.path());
+        QCOMPARE(ProgramFolder::forUserFiles(file.fileName()), home.path());
     }
 };
 

@@ -79,13 +79,13 @@ private slots:
     // A row reads and writes the same value as its path and name do.
     void aRowReachesItsValue() {
         TestHome home;
-        Registry::Set(SettingKeys::DeltaVP, QStringLiteral("1"));
-        QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\Main\\Defaults\\", "DeltaVP"),
+        Registry::set(SettingKeys::DeltaVP, QStringLiteral("1"));
+        QCOMPARE(Registry::get("SOFTWARE\\Zorvane\\Main\\Defaults\\", "DeltaVP"),
                  QStringLiteral("1"));
-        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Bristol", "0");
-        QCOMPARE(Registry::Get(SettingKeys::Tracks, QStringLiteral("Bristol")),
+        Registry::set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Bristol", "0");
+        QCOMPARE(Registry::get(SettingKeys::Tracks, QStringLiteral("Bristol")),
                  QStringLiteral("0"));
-        QCOMPARE(Registry::Get(SettingKeys::ReceiverLogFile), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(SettingKeys::ReceiverLogFile), Registry::NoKeyValue);
     }
 };
 

@@ -20,23 +20,23 @@ class TestSettings : public QObject {
 private slots:
     void emptyValueReadsLikeAnAbsentOne() {
         TestHome home;
-        Set(defaultsKey, "CarNumber", "");
-        QCOMPARE(Get(defaultsKey, "CarNumber"), NoKeyValue);
-        QCOMPARE(Get(defaultsKey, "NeverWritten"), NoKeyValue);
-        QCOMPARE(Get("SOFTWARE\\Zorvane\\NoSuchKey\\", "PF"), NoKeyValue);
+        set(defaultsKey, "CarNumber", "");
+        QCOMPARE(get(defaultsKey, "CarNumber"), NoKeyValue);
+        QCOMPARE(get(defaultsKey, "NeverWritten"), NoKeyValue);
+        QCOMPARE(get("SOFTWARE\\Zorvane\\NoSuchKey\\", "PF"), NoKeyValue);
     }
 
     void valueComesBackWhole() {
         TestHome home;
-        Set(defaultsKey, "CarNumber", "A 1234, \"x\"");
-        QCOMPARE(Get(defaultsKey, "CarNumber"), QString("A 1234, \"x\""));
+        set(defaultsKey, "CarNumber", "A 1234, \"x\"");
+        QCOMPARE(get(defaultsKey, "CarNumber"), QString("A 1234, \"x\""));
     }
 
     void noHiveReadsTheSentinelAndWritesNothing() {
         TestHome home;
-        SetKeyValue(NoHive, defaultsKey, "PF", "3");
-        QCOMPARE(GetKeyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
-        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
+        setKeyValue(NoHive, defaultsKey, "PF", "3");
+        QCOMPARE(keyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(get(defaultsKey, "PF"), NoKeyValue);
     }
 
     void scaleIsKeptBetweenAQuarterAndFour_data() {
@@ -53,59 +53,59 @@ private slots:
         QFETCH(QString, stored);
         QFETCH(double, scale);
         TestHome home;
-        Set(mainKey, "Scale", stored);
-        QCOMPARE(Settings::LoadScale(), scale);
+        set(mainKey, "Scale", stored);
+        QCOMPARE(Settings::loadScale(), scale);
     }
 
     void scaleIsOneWhenNoneIsStored() {
         TestHome home;
-        QCOMPARE(Settings::LoadScale(), 1.0);
+        QCOMPARE(Settings::loadScale(), 1.0);
     }
 
     void scaleIsSavedAsGeneralNumberText() {
         TestHome home;
-        Settings::SaveScale(1.25);
-        QCOMPARE(Get(mainKey, "Scale"), QString("1.25"));
-        QCOMPARE(Settings::LoadScale(), 1.25);
+        Settings::saveScale(1.25);
+        QCOMPARE(get(mainKey, "Scale"), QString("1.25"));
+        QCOMPARE(Settings::loadScale(), 1.25);
     }
 
     void deletingAValueAnswersZeroThenTheSentinel() {
         TestHome home;
-        Set(defaultsKey, "PF", "3");
-        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QString("0"));
-        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
-        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), NoKeyValue);
-        QCOMPARE(DeleteKeyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
+        set(defaultsKey, "PF", "3");
+        QCOMPARE(deleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QString("0"));
+        QCOMPARE(get(defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(deleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), NoKeyValue);
+        QCOMPARE(deleteKeyValue(NoHive, defaultsKey, "PF"), NoKeyValue);
     }
 
     void deletingASubkeyRemovesItsValues() {
         TestHome home;
-        Set(defaultsKey + "Super Gas", "PF", "3");
-        Set(defaultsKey + "Stock", "PF", "4");
-        QVERIFY(DeleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
-        QCOMPARE(Get(defaultsKey + "Super Gas", "PF"), NoKeyValue);
-        QCOMPARE(Get(defaultsKey + "Stock", "PF"), QString("4"));
-        QVERIFY(!DeleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
+        set(defaultsKey + "Super Gas", "PF", "3");
+        set(defaultsKey + "Stock", "PF", "4");
+        QVERIFY(deleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
+        QCOMPARE(get(defaultsKey + "Super Gas", "PF"), NoKeyValue);
+        QCOMPARE(get(defaultsKey + "Stock", "PF"), QString("4"));
+        QVERIFY(!deleteKey(HKEY_CURRENT_USER, defaultsKey, "Super Gas"));
     }
 
     void deletingAKeyWithoutAHiveFails() {
         TestHome home;
-        Set(defaultsKey + "Stock", "PF", "4");
-        QVERIFY(!DeleteKey(NoHive, defaultsKey, "Stock"));
-        QCOMPARE(Get(defaultsKey + "Stock", "PF"), QString("4"));
+        set(defaultsKey + "Stock", "PF", "4");
+        QVERIFY(!deleteKey(NoHive, defaultsKey, "Stock"));
+        QCOMPARE(get(defaultsKey + "Stock", "PF"), QString("4"));
     }
 
     void subkeysAndValuesAreListed() {
         TestHome home;
-        Set(defaultsKey, "PF", "3");
-        Set(defaultsKey, "TSR", "1.2");
-        Set(defaultsKey + "Stock", "PF", "4");
-        Set(defaultsKey + "Super Gas", "PF", "5");
+        set(defaultsKey, "PF", "3");
+        set(defaultsKey, "TSR", "1.2");
+        set(defaultsKey + "Stock", "PF", "4");
+        set(defaultsKey + "Super Gas", "PF", "5");
         QStringList subKeys;
-        QVERIFY(EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+        QVERIFY(enumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
         QCOMPARE(subKeys, QStringList({"Stock", "Super Gas"}));
         QStringList values;
-        QVERIFY(EnumValues(HKEY_CURRENT_USER, defaultsKey, values));
+        QVERIFY(enumValues(HKEY_CURRENT_USER, defaultsKey, values));
         values.sort();
         QCOMPARE(values, QStringList({"PF", "TSR"}));
     }
@@ -123,49 +123,49 @@ private slots:
         QFETCH(QString, name);
         TestHome home;
         const QString tracksKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Tracks\\");
-        Set(tracksKey, name, "value");
-        Set(defaultsKey + KeyName(name), "PF", "4");
-        QCOMPARE(Get(tracksKey, name), QStringLiteral("value"));
-        QCOMPARE(Get(defaultsKey + KeyName(name), "PF"), QStringLiteral("4"));
+        set(tracksKey, name, "value");
+        set(defaultsKey + keyName(name), "PF", "4");
+        QCOMPARE(get(tracksKey, name), QStringLiteral("value"));
+        QCOMPARE(get(defaultsKey + keyName(name), "PF"), QStringLiteral("4"));
         QStringList values;
-        QVERIFY(EnumValues(HKEY_CURRENT_USER, tracksKey, values));
+        QVERIFY(enumValues(HKEY_CURRENT_USER, tracksKey, values));
         QCOMPARE(values, QStringList{name});
         QStringList subKeys;
-        QVERIFY(EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+        QVERIFY(enumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
         QCOMPARE(subKeys, QStringList{name});
-        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, tracksKey, name), QStringLiteral("0"));
-        QCOMPARE(Get(tracksKey, name), NoKeyValue);
-        QVERIFY(DeleteKey(HKEY_CURRENT_USER, defaultsKey, name));
-        QVERIFY(!EnumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
+        QCOMPARE(deleteKeyValue(HKEY_CURRENT_USER, tracksKey, name), QStringLiteral("0"));
+        QCOMPARE(get(tracksKey, name), NoKeyValue);
+        QVERIFY(deleteKey(HKEY_CURRENT_USER, defaultsKey, name));
+        QVERIFY(!enumSubKeys(HKEY_CURRENT_USER, defaultsKey, subKeys));
     }
 
     void anUnopenableKeyLeavesTheListUntouched() {
         TestHome home;
         QStringList names{"kept"};
-        QVERIFY(!EnumSubKeys(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
-        QVERIFY(!EnumValues(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
-        QVERIFY(!EnumValues(NoHive, defaultsKey, names));
+        QVERIFY(!enumSubKeys(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
+        QVERIFY(!enumValues(HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Missing\\", names));
+        QVERIFY(!enumValues(NoHive, defaultsKey, names));
         QCOMPARE(names, QStringList{"kept"});
     }
 
     void nothingIsWrittenUntilAValueIs() {
         TestHome home;
-        QCOMPARE(Get(defaultsKey, "PF"), NoKeyValue);
-        QVERIFY(!QFile::exists(StoreFilePath()));
-        Set(defaultsKey, "PF", "3");
-        QVERIFY(QFile::exists(StoreFilePath()));
+        QCOMPARE(get(defaultsKey, "PF"), NoKeyValue);
+        QVERIFY(!QFile::exists(storeFilePath()));
+        set(defaultsKey, "PF", "3");
+        QVERIFY(QFile::exists(storeFilePath()));
     }
 
     // A write is in the file when the call returns, for another instance and after a crash.
     void aWriteReachesTheFileAtOnce() {
         TestHome home;
         const auto stored = [] {
-            QFile file(StoreFilePath());
+            QFile file(storeFilePath());
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         };
-        Set(defaultsKey, "PF", "3.25");
+        set(defaultsKey, "PF", "3.25");
         QVERIFY(stored().contains("PF=3.25"));
-        QCOMPARE(DeleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QStringLiteral("0"));
+        QCOMPARE(deleteKeyValue(HKEY_CURRENT_USER, defaultsKey, "PF"), QStringLiteral("0"));
         QVERIFY(!stored().contains("PF="));
     }
 
@@ -173,47 +173,47 @@ private slots:
     // another instance or by hand, is what a read gives once the program has heard of it.
     void aChangeFromOutsideIsReadOnceHeardOf() {
         TestHome home;
-        Set(defaultsKey, "PF", "3");
-        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("3"));
-        QSettings other(StoreFilePath(), QSettings::IniFormat);
+        set(defaultsKey, "PF", "3");
+        QCOMPARE(get(defaultsKey, "PF"), QStringLiteral("3"));
+        QSettings other(storeFilePath(), QSettings::IniFormat);
         other.setValue("SOFTWARE/Zorvane/Main/Defaults/PF", "4.5");
         other.setValue("SOFTWARE/Zorvane/Main/Defaults/TSR", "1.1");
         other.sync();
-        QTRY_COMPARE(Get(defaultsKey, "PF"), QStringLiteral("4.5"));
-        QCOMPARE(Get(defaultsKey, "TSR"), QStringLiteral("1.1"));
+        QTRY_COMPARE(get(defaultsKey, "PF"), QStringLiteral("4.5"));
+        QCOMPARE(get(defaultsKey, "TSR"), QStringLiteral("1.1"));
 
         // Rewritten in place rather than replaced.
-        QFile file(StoreFilePath());
+        QFile file(storeFilePath());
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write("[SOFTWARE]\nZorvane\\Main\\Defaults\\PF=7\n");
         file.close();
-        QTRY_COMPARE(Get(defaultsKey, "PF"), QStringLiteral("7"));
-        QCOMPARE(Get(defaultsKey, "TSR"), NoKeyValue);
+        QTRY_COMPARE(get(defaultsKey, "PF"), QStringLiteral("7"));
+        QCOMPARE(get(defaultsKey, "TSR"), NoKeyValue);
     }
 
     // Between two changes a read looks at no file: until the watch reports the change, the
     // tree in memory answers.
     void aReadBetweenChangesLooksAtNoFile() {
         TestHome home;
-        Set(defaultsKey, "PF", "3");
-        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("3"));
-        QFile file(StoreFilePath());
+        set(defaultsKey, "PF", "3");
+        QCOMPARE(get(defaultsKey, "PF"), QStringLiteral("3"));
+        QFile file(storeFilePath());
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write("[SOFTWARE]\nZorvane\\Main\\Defaults\\PF=4.5\n");
         file.close();
-        QCOMPARE(Get(defaultsKey, "PF"), QStringLiteral("3"));
-        QTRY_COMPARE(Get(defaultsKey, "PF"), QStringLiteral("4.5"));
+        QCOMPARE(get(defaultsKey, "PF"), QStringLiteral("3"));
+        QTRY_COMPARE(get(defaultsKey, "PF"), QStringLiteral("4.5"));
     }
 
     // A change here does not undo what another instance wrote since this one last read.
     void aWriteKeepsWhatAnotherInstanceWrote() {
         TestHome home;
-        Set(defaultsKey, "PF", "3");
-        QSettings other(StoreFilePath(), QSettings::IniFormat);
+        set(defaultsKey, "PF", "3");
+        QSettings other(storeFilePath(), QSettings::IniFormat);
         other.setValue("SOFTWARE/Zorvane/Main/Defaults/TSR", "1.1");
         other.sync();
-        Set(defaultsKey, "CarNumber", "7X");
-        QSettings reader(StoreFilePath(), QSettings::IniFormat);
+        set(defaultsKey, "CarNumber", "7X");
+        QSettings reader(storeFilePath(), QSettings::IniFormat);
         QCOMPARE(reader.value("SOFTWARE/Zorvane/Main/Defaults/TSR").toString(),
                  QStringLiteral("1.1"));
         QCOMPARE(reader.value("SOFTWARE/Zorvane/Main/Defaults/CarNumber").toString(),

@@ -18,7 +18,9 @@ using View = ViewTable::View;
 class NotingView : public LiveView {
 public:
     NotingView(QString name, QStringList& calls) : name(std::move(name)), calls(calls) {}
-    void showReading(const WeatherRecord&, const QString&) override { calls << name + QStringLiteral(" reading"); }
+    void showReading(const WeatherRecord&, const QString&) override {
+        calls << name + QStringLiteral(" reading");
+    }
     void addLoggedPoint(float, const QList<float>&) override {
         calls << name + QStringLiteral(" point");
     }
@@ -64,7 +66,7 @@ private slots:
             QCOMPARE(view.caption.toString(), expected[i][1]);
             QCOMPARE(view.branch.toString(), expected[i][2]);
             QCOMPARE(view.command.toString(), expected[i][3]);
-            QVERIFY(CommandTable::FindTool(view.command.toString()));
+            QVERIFY(CommandTable::findTool(view.command.toString()));
             QCOMPARE(ViewTable::findByCommand(view.command), &view);
         }
         QCOMPARE(ViewTable::findByCommand(u"miGraph"), nullptr);
@@ -72,7 +74,7 @@ private slots:
                  QStringLiteral("SOFTWARE\\Zorvane\\WindDirectionSpeed\\ScreenSettings"));
         QCOMPARE(ViewTable::placementKey(View::VaporPressure),
                  QStringLiteral("SOFTWARE\\Zorvane\\VaporPressure\\ScreenSettings"));
-        QCOMPARE(CommandTable::FindTool(QStringLiteral("miWindPlot"))->caption,
+        QCOMPARE(CommandTable::findTool(QStringLiteral("miWindPlot"))->caption,
                  QStringLiteral("Wind Plot"));
     }
 

@@ -23,8 +23,8 @@ void configurePort(const QString& device, const QString& host = QStringLiteral("
                    const QString& port = QStringLiteral("None")) {
     const QStringList values{"1", "5", "0", "4", "0", "0", host, port};
     for (int i = 0; i < values.size(); ++i)
-        Registry::Set(serialKey, QString::number(i), values[i]);
-    Registry::Set(serialKey + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
+        Registry::set(serialKey, QString::number(i), values[i]);
+    Registry::set(serialKey + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
 }
 
 QString statusText(const MainWindow& window) {
@@ -32,7 +32,7 @@ QString statusText(const MainWindow& window) {
 }
 
 QStringList weatherLogRows(const TestHome& home) {
-    QFile file(home.weatherLogFolder() + u'/' + DateText::FileStamp(QDate::currentDate()) +
+    QFile file(home.weatherLogFolder() + u'/' + DateText::fileStamp(QDate::currentDate()) +
                QStringLiteral(".csv"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -83,15 +83,15 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(weatherLogRows(home).size() >= 3, 10000);
         for (const QString& row : weatherLogRows(home))
             QVERIFY2(weatherRow.match(row).hasMatch(), qPrintable(row));
-        QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
-                 home.weatherLogFolder() + u'/' + DateText::FileStamp(QDate::currentDate()) +
+        QCOMPARE(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
+                 home.weatherLogFolder() + u'/' + DateText::fileStamp(QDate::currentDate()) +
                      QStringLiteral(".csv"));
 
         // The poll reaches the instrument as "l" and a CR.
         QVERIFY(!simulator.waitForLine(QStringLiteral("POLL"), 5000).isEmpty());
 
         window.close();
-        QCOMPARE(Registry::Get(serialKey, QStringLiteral("0")), QStringLiteral("1"));
+        QCOMPARE(Registry::get(serialKey, QStringLiteral("0")), QStringLiteral("1"));
     }
 
     void mainInstanceRelaysThroughOskerbyToADisplayInstance() {
@@ -131,7 +131,7 @@ private slots:
         QCOMPARE(displayRelays.count(), 0);
 
         // Only the main instance writes the weather log: one row for each of its lines.
-        mainWindow.instrument().CloseComm();
+        mainWindow.instrument().closeComm();
         QTest::qWait(200);
         QCOMPARE(weatherLogRows(home).size(), qsizetype(mainLines.count()));
         QVERIFY(dialogs.messages.isEmpty());

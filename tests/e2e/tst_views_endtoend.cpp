@@ -29,8 +29,8 @@ void configurePort(const QString& device) {
     const QString serial = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
     const QStringList values{"1", "5", "0", "4", "0", "0", "None", "None"};
     for (int i = 0; i < values.size(); ++i)
-        Registry::Set(serial, QString::number(i), values[i]);
-    Registry::Set(serial + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
+        Registry::set(serial, QString::number(i), values[i]);
+    Registry::set(serial + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
 }
 
 QString caption(const WeatherStation& station, View view) {

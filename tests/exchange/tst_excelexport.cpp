@@ -306,7 +306,7 @@ private slots:
         QCOMPARE(ExcelExport::templatePath(), shipped);
         // The build puts the template where the program looks for it.
         QCOMPARE(readAll(shipped), readAll(StandardTemplate));
-        Registry::Set(SettingKeys::MasterTemplate, "/sheets/team.xlsx");
+        Registry::set(SettingKeys::MasterTemplate, "/sheets/team.xlsx");
         QCOMPARE(ExcelExport::templatePath(), QStringLiteral("/sheets/team.xlsx"));
     }
 
@@ -343,7 +343,7 @@ private slots:
                  QStringLiteral("Microsoft Excel Files (*.xlsx) |*.xlsx|All Files (*.*) |*.*|"));
         QCOMPARE(request.filterIndex, 1);
         QCOMPARE(request.initialFolder, QStringLiteral("/opt/tarnwick"));
-        Registry::Set(SettingKeys::FileDialogFolder, "/home/team/logs");
+        Registry::set(SettingKeys::FileDialogFolder, "/home/team/logs");
         QCOMPARE(ExcelExport::saveRequest(QDate(2026, 11, 22), "/opt/tarnwick").initialFolder,
                  QStringLiteral("/home/team/logs"));
         QCOMPARE(ExcelExport::withExtension("/logs/event"), QStringLiteral("/logs/event.xlsx"));

@@ -87,7 +87,7 @@ private slots:
     }
 
     void standardAirHasAFactorOfOne() {
-        const std::optional<float> factor = CorrectionFactor(29.92f, 60.0f, 0.0f);
+        const std::optional<float> factor = correctionFactor(29.92f, 60.0f, 0.0f);
         QVERIFY(factor);
         QVERIFY(std::fabs(*factor - 1.0f) <= FLT_EPSILON);
         RaceLog log;
@@ -139,7 +139,7 @@ private slots:
     void theSettingNamesTheFolder() {
         TestHome home;
         const QString chosen = home.root() + QStringLiteral("/racepak/in/here");
-        Registry::Set(SettingKeys::RacepakFolder, chosen + u'/');
+        Registry::set(SettingKeys::RacepakFolder, chosen + u'/');
         QCOMPARE(RacepakFile::folder(), chosen);
         RaceLog log;
         fillWarmRun(log);
@@ -184,7 +184,7 @@ private slots:
         QFile blocker(home.root() + QStringLiteral("/plain"));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
         blocker.close();
-        Registry::Set(SettingKeys::RacepakFolder, blocker.fileName() + QStringLiteral("/Racepak"));
+        Registry::set(SettingKeys::RacepakFolder, blocker.fileName() + QStringLiteral("/Racepak"));
         RaceLog log;
         fillWarmRun(log);
         QVERIFY(!RacepakFile::write(log.runs(), 1, Moment));

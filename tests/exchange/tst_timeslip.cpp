@@ -56,7 +56,7 @@ class TestTimeSlip : public QObject {
     // A log named where the receiver's software names it.
     QString receiverLog(const QString& text) {
         const QString path = write(QStringLiteral("icard.csv"), text);
-        Registry::Set(SettingKeys::ReceiverLogFile, path);
+        Registry::set(SettingKeys::ReceiverLogFile, path);
         return path;
     }
 
@@ -73,19 +73,19 @@ private slots:
     // No receiver software installed and no file named in the program: nothing is read and no
     // message is due; the command then says no time slip was imported.
     void withoutAnySettingThereIsNoLogFile() {
-        QCOMPARE(TimeSlipLogPath(), QString());
+        QCOMPARE(timeSlipLogPath(), QString());
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::NoLogFile);
-        const TimeSlipSearch search = FindTimeSlip(log, at(14, 0, 0), QStringLiteral("7"));
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::NoLogFile);
+        const TimeSlipSearch search = findTimeSlip(log, at(14, 0, 0), QStringLiteral("7"));
         QCOMPARE(search.load, TimeSlipLoad::NoLogFile);
         QCOMPARE(search.row, -1);
     }
 
     void theReceiversSettingNamesTheLog() {
         const QString path = receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "7", "9"));
-        QCOMPARE(TimeSlipLogPath(), path);
+        QCOMPARE(timeSlipLogPath(), path);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 2);
     }
 
@@ -93,10 +93,10 @@ private slots:
     void theProgramsSettingStandsInForTheReceivers() {
         const QString path = write(QStringLiteral("own.csv"),
                                    pair(QStringLiteral("10/12/2025 2:00:00 PM"), "7", "9"));
-        Registry::Set(SettingKeys::TimeSlipLogFile, path);
-        QCOMPARE(TimeSlipLogPath(), path);
+        Registry::set(SettingKeys::TimeSlipLogFile, path);
+        QCOMPARE(timeSlipLogPath(), path);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 2);
     }
 
@@ -105,26 +105,26 @@ private slots:
         const QString own = write(QStringLiteral("own.csv"),
                                   pair(QStringLiteral("10/12/2025 2:00:00 PM"), "1", "2") +
                                       pair(QStringLiteral("10/12/2025 2:05:00 PM"), "3", "4"));
-        Registry::Set(SettingKeys::TimeSlipLogFile, own);
+        Registry::set(SettingKeys::TimeSlipLogFile, own);
         const QString receivers =
             receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "7", "9"));
-        QCOMPARE(TimeSlipLogPath(), receivers);
+        QCOMPARE(timeSlipLogPath(), receivers);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 2);
     }
 
     void aMissingFileIsNoError() {
-        Registry::Set(SettingKeys::ReceiverLogFile, folder->filePath(QStringLiteral("gone.csv")));
+        Registry::set(SettingKeys::ReceiverLogFile, folder->filePath(QStringLiteral("gone.csv")));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Missing);
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, -1);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Missing);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, -1);
     }
 
     void anEmptyFileReadsAsNoSlips() {
         receiverLog(QString());
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 0);
         QCOMPARE(log.firstOfLastPair(), -2);
         QCOMPARE(log.secondOfLastPair(), -1);
@@ -138,7 +138,7 @@ private slots:
         const QString second = slip(QStringLiteral("10/12/2025 2:00:00 PM"), "Super Pro", "9", "R");
         receiverLog(first + QStringLiteral("\r\n") + second);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 2);
         const QStringList& row = log.rows[0];
         QCOMPARE(row.size(), TimeSlipFieldCount);
@@ -171,7 +171,7 @@ private slots:
         const QString d = slip(QStringLiteral("10/12/2025 2:10:00 PM"), "Pro", "4");
         receiverLog(a + "\r\n" + b + "\n" + c + "\r\n" + d);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 4);
         QCOMPARE(log.rows[3][SlipCarNumber], "4");
         QCOMPARE(log.rows[3][20], "x20");
@@ -185,15 +185,15 @@ private slots:
         receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "1", "2") +
                     slip(QStringLiteral("10/12/2025 2:05:00 PM"), "Pro", "3"));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Unreadable);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Unreadable);
         QCOMPARE(log.rows.size(), 0);
         QCOMPARE(log.firstOfLastPair(), -2);
         QCOMPARE(log.secondOfLastPair(), -1);
-        const TimeSlipSearch search = FindTimeSlip(log, at(14, 0, 0), QStringLiteral("1"));
+        const TimeSlipSearch search = findTimeSlip(log, at(14, 0, 0), QStringLiteral("1"));
         QCOMPARE(search.load, TimeSlipLoad::Unreadable);
         QCOMPARE(search.row, -1);
 
-        const TimeSlipMessage message = TimeSlipLogUnreadable();
+        const TimeSlipMessage message = timeSlipLogUnreadable();
         QCOMPARE(message.title, "Tarnwick - iCardRX Import");
         QCOMPARE(message.text.split(u'\n'),
                  (QStringList{"Error:", "  Unable to import race log file!", "",
@@ -210,7 +210,7 @@ private slots:
             fields.join(u',') + "\r\n" + slip(QStringLiteral("10/12/2025 2:05:00 PM"), "Pro", "4");
         receiverLog(text);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Unreadable);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Unreadable);
         QCOMPARE(log.rows.size(), 0);
     }
 
@@ -219,7 +219,7 @@ private slots:
         receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "1", "2") + "\r\n" +
                     pair(QStringLiteral("10/12/2025 2:05:00 PM"), "3", "4"));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Unreadable);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Unreadable);
     }
 
     // Fields beyond the 21st are dropped.
@@ -227,7 +227,7 @@ private slots:
         const QString a = slip(QStringLiteral("10/12/2025 2:00:00 PM"), "Pro", "1") + ",x21,x22";
         receiverLog(a + "\n" + slip(QStringLiteral("10/12/2025 2:00:00 PM"), "Pro", "2") + "\n");
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows[0].size(), TimeSlipFieldCount);
         QCOMPARE(log.rows[0][20], "x20");
     }
@@ -240,7 +240,7 @@ private slots:
                     pair(QStringLiteral("10/12/2025 2:10:00 PM"), "5", "6", QString()) +
                     QStringLiteral("x0,broken\r\n"));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 4);
         QCOMPARE(log.rows[3][SlipCarNumber], "4");
         QCOMPARE(log.firstOfLastPair(), 2);
@@ -254,7 +254,7 @@ private slots:
                     pair(QStringLiteral("10/12/2025 2:05:00 PM"), "3", "4") +
                     pair(QStringLiteral("10/12/2025 2:10:00 PM"), "5", "6", QString()));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 4);
         QCOMPARE(log.rows[1][SlipCategory], "");
         QCOMPARE(log.rows[2][SlipCarNumber], "3");
@@ -267,7 +267,7 @@ private slots:
         receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "1", "2") + first + "\n" +
                     second + "\n" + pair(QStringLiteral("10/12/2025 2:10:00 PM"), "5", "6"));
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 6);
     }
 
@@ -276,13 +276,13 @@ private slots:
         const QString first = pair(QStringLiteral("10/12/2025 2:00:00 PM"), "1", "2");
         receiverLog(first);
         TimeSlipLog log;
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 2);
         receiverLog(first + pair(QStringLiteral("10/12/2025 2:05:00 PM"), "3", "4"));
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Read);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Read);
         QCOMPARE(log.rows.size(), 4);
         receiverLog(first + slip(QStringLiteral("10/12/2025 2:05:00 PM"), "Pro", "3"));
-        QCOMPARE(LoadTimeSlipLog(log), TimeSlipLoad::Unreadable);
+        QCOMPARE(loadTimeSlipLog(log), TimeSlipLoad::Unreadable);
         QCOMPARE(log.rows.size(), 0);
     }
 
@@ -297,14 +297,14 @@ private slots:
                     pair(QStringLiteral("10/12/2025 2:00:59 PM"), "3", "4") +
                     pair(QStringLiteral("10/12/2025 2:15:00 PM"), "5", "6"));
         TimeSlipLog log;
-        QCOMPARE(FindTimeSlip(log, at(14, 14, 59), QStringLiteral("1")).row, 0);
-        QCOMPARE(FindTimeSlip(log, at(14, 15, 0), QStringLiteral("1")).row, -1);
-        QCOMPARE(FindTimeSlip(log, at(14, 15, 0), QStringLiteral("3")).row, -1);
-        QCOMPARE(FindTimeSlip(log, at(14, 14, 0), QStringLiteral("3")).row, 2);
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 59), QStringLiteral("5")).row, -1);
-        QCOMPARE(FindTimeSlip(log, at(14, 1, 0), QStringLiteral("5")).row, 4);
-        QCOMPARE(FindTimeSlip(log, at(14, 1, 0), QStringLiteral("6")).row, 5);
-        const TimeSlipSearch found = FindTimeSlip(log, at(14, 1, 0), QStringLiteral("5"));
+        QCOMPARE(findTimeSlip(log, at(14, 14, 59), QStringLiteral("1")).row, 0);
+        QCOMPARE(findTimeSlip(log, at(14, 15, 0), QStringLiteral("1")).row, -1);
+        QCOMPARE(findTimeSlip(log, at(14, 15, 0), QStringLiteral("3")).row, -1);
+        QCOMPARE(findTimeSlip(log, at(14, 14, 0), QStringLiteral("3")).row, 2);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 59), QStringLiteral("5")).row, -1);
+        QCOMPARE(findTimeSlip(log, at(14, 1, 0), QStringLiteral("5")).row, 4);
+        QCOMPARE(findTimeSlip(log, at(14, 1, 0), QStringLiteral("6")).row, 5);
+        const TimeSlipSearch found = findTimeSlip(log, at(14, 1, 0), QStringLiteral("5"));
         QCOMPARE(found.load, TimeSlipLoad::Read);
     }
 
@@ -313,8 +313,8 @@ private slots:
     void theDateCounts() {
         receiverLog(pair(QStringLiteral("10/12/2025 11:55:00 PM"), "1", "2"));
         TimeSlipLog log;
-        QCOMPARE(FindTimeSlip(log, at(0, 5, 0, QDate(2025, 10, 13)), QStringLiteral("1")).row, 0);
-        QCOMPARE(FindTimeSlip(log, at(23, 55, 0, QDate(2025, 10, 13)), QStringLiteral("1")).row,
+        QCOMPARE(findTimeSlip(log, at(0, 5, 0, QDate(2025, 10, 13)), QStringLiteral("1")).row, 0);
+        QCOMPARE(findTimeSlip(log, at(23, 55, 0, QDate(2025, 10, 13)), QStringLiteral("1")).row,
                  -1);
     }
 
@@ -325,18 +325,18 @@ private slots:
         receiverLog(pair(QStringLiteral("10/12/2025 2:00:10 PM"), "7", "7") +
                     pair(QStringLiteral("10/12/2025 2:09:00 PM"), "7", "8"));
         TimeSlipLog log;
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 30), QStringLiteral("7")).row, 0);
-        QCOMPARE(FindTimeSlip(log, at(14, 10, 0), QStringLiteral("7")).row, 0);
-        QCOMPARE(FindTimeSlip(log, at(14, 10, 0), QStringLiteral("8")).row, 3);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 30), QStringLiteral("7")).row, 0);
+        QCOMPARE(findTimeSlip(log, at(14, 10, 0), QStringLiteral("7")).row, 0);
+        QCOMPARE(findTimeSlip(log, at(14, 10, 0), QStringLiteral("8")).row, 3);
     }
 
     // The car number must match as text: "07" is not "7", nor " 7".
     void theCarNumberMatchesAsText() {
         receiverLog(pair(QStringLiteral("10/12/2025 2:00:00 PM"), "07", " 7"));
         TimeSlipLog log;
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, -1);
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral("07")).row, 0);
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral(" 7")).row, 1);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, -1);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral("07")).row, 0);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral(" 7")).row, 1);
     }
 
     // A run time that is no date never matches; the next row is tried.
@@ -344,8 +344,8 @@ private slots:
         receiverLog(pair(QStringLiteral("pending"), "7", "8") +
                     pair(QStringLiteral("10/12/2025 2:00:00 PM"), "7", "9"));
         TimeSlipLog log;
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, 2);
-        QCOMPARE(FindTimeSlip(log, at(14, 0, 0), QStringLiteral("8")).row, -1);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral("7")).row, 2);
+        QCOMPARE(findTimeSlip(log, at(14, 0, 0), QStringLiteral("8")).row, -1);
     }
 };
 

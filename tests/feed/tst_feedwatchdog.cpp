@@ -122,10 +122,10 @@ private slots:
     void theThresholdIsReadFromTheSettings() {
         TestHome home;
         QCOMPARE(FeedWatchdog::loadThreshold(), 10);
-        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
+        Registry::set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
                       QStringLiteral("NoWeatherSeconds"), QStringLiteral("25"));
         QCOMPARE(FeedWatchdog::loadThreshold(), 25);
-        Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
+        Registry::set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
                       QStringLiteral("NoWeatherSeconds"), QStringLiteral("1"));
         QCOMPARE(FeedWatchdog::loadThreshold(), 10);
     }

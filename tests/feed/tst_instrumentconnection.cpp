@@ -114,7 +114,7 @@ class TestInstrumentConnection : public QObject {
     void cableOnComPort3() {
         pty = std::make_unique<PtyPair>();
         QVERIFY(pty->isReady());
-        SetPortDevice(3, pty->portEnd());
+        setPortDevice(3, pty->portEnd());
     }
 
 private slots:
@@ -130,7 +130,7 @@ private slots:
         Warnings warnings(connection);
         chooseComPort3(connection);
         QSignalSpy opened(&connection.serialPort(), &PortLink::opened);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(opened.count(), 1);
         QVERIFY(warnings.messages.isEmpty());
@@ -141,7 +141,7 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         Instrument instrument(pty->instrumentEnd());
         QVERIFY(instrument.port.isOpen());
 
@@ -183,10 +183,10 @@ private slots:
         QFETCH(tcflag_t, iflagsSet);
         WatchedPty watched;
         QVERIFY(!watched.path.isEmpty());
-        SetPortDevice(3, watched.path);
+        setPortDevice(3, watched.path);
         InstrumentConnection connection;
         connection.portSettings = settings;
-        QVERIFY(connection.ApplyPortSettings());
+        QVERIFY(connection.applyPortSettings());
         const termios line = watched.line();
         QCOMPARE(cfgetospeed(&line), speed);
         QCOMPARE(line.c_cflag & cflagsSet, cflagsSet);
@@ -199,24 +199,24 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QSignalSpy closed(&connection.serialPort(), &PortLink::closed);
         connection.portSettings.comPort = 0;
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(closed.count(), 0);
     }
 
     void applyReopensThePort() {
         WatchedPty watched;
-        SetPortDevice(3, watched.path);
+        setPortDevice(3, watched.path);
         InstrumentConnection connection;
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QSignalSpy closed(&connection.serialPort(), &PortLink::closed);
         QSignalSpy opened(&connection.serialPort(), &PortLink::opened);
         connection.portSettings.baud = 7;
-        QVERIFY(connection.ApplyPortSettings());
+        QVERIFY(connection.applyPortSettings());
         QCOMPARE(closed.count(), 1);
         QCOMPARE(opened.count(), 1);
         const termios line = watched.line();
@@ -228,23 +228,23 @@ private slots:
         InstrumentConnection connection;
         Warnings warnings(connection);
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
-        QVERIFY(connection.CloseComm());
+        QVERIFY(connection.startComm());
+        QVERIFY(connection.closeComm());
         QVERIFY(!connection.serialPort().isOpen());
-        QVERIFY(connection.CloseComm());
+        QVERIFY(connection.closeComm());
         QVERIFY(warnings.messages.isEmpty());
     }
 
     // No port: the settings are taken, nothing opens, and the poll has nowhere to go.
     void noComPortOpensNothing() {
         cableOnComPort3();
-        SetPortDevice(2, pty->portEnd()); // the port a start prepares before the settings
+        setPortDevice(2, pty->portEnd()); // the port a start prepares before the settings
         InstrumentConnection connection;
         chooseComPort3(connection);
         connection.portSettings.comPort = 0;
-        QVERIFY(connection.ApplyPortSettings());
+        QVERIFY(connection.applyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QVERIFY(!connection.serialPort().isOpen());
 
         Instrument instrument(pty->instrumentEnd());
@@ -260,10 +260,10 @@ private slots:
         InstrumentConnection connection;
         chooseComPort3(connection);
         connection.portSettings.baud = 8;
-        QVERIFY(!connection.ApplyPortSettings());
+        QVERIFY(!connection.applyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
         connection.portSettings.comPort = 0;
-        QVERIFY(!connection.ApplyPortSettings());
+        QVERIFY(!connection.applyPortSettings());
     }
 
     // A first run's 4 data bits are kept, but no port opens with them.
@@ -272,19 +272,19 @@ private slots:
         InstrumentConnection connection;
         chooseComPort3(connection);
         connection.portSettings.dataBits = 0;
-        QVERIFY(!connection.ApplyPortSettings());
+        QVERIFY(!connection.applyPortSettings());
         QVERIFY(!connection.serialPort().isOpen());
     }
 
     // At start a port that can't be opened shows nothing: the program runs offline.
     void unopenableDeviceRunsOffline() {
-        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        setPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         InstrumentConnection connection;
         Warnings warnings(connection);
         chooseComPort3(connection);
         QSignalSpy errors(&connection, &InstrumentConnection::serialError);
-        QVERIFY(!connection.ApplyPortSettings());
-        QVERIFY(connection.StartComm());
+        QVERIFY(!connection.applyPortSettings());
+        QVERIFY(connection.startComm());
         QVERIFY(!connection.serialPort().isOpen());
         connection.poll();
         QVERIFY(warnings.messages.isEmpty());
@@ -294,12 +294,12 @@ private slots:
     // A port number past the list keeps the port chosen before; a start chose port 2.
     void comPortPastTheListKeepsTheEarlierPort() {
         cableOnComPort3();
-        SetPortDevice(2, pty->portEnd());
-        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        setPortDevice(2, pty->portEnd());
+        setPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         InstrumentConnection connection;
         chooseComPort3(connection);
         connection.portSettings.comPort = 26;
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QVERIFY(connection.serialPort().isOpen());
     }
 
@@ -309,7 +309,7 @@ private slots:
         InstrumentConnection connection;
         Warnings warnings(connection);
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QSignalSpy errors(&connection, &InstrumentConnection::serialError);
         pty->unplug();
         QTRY_COMPARE(errors.count(), 1);
@@ -317,7 +317,7 @@ private slots:
         QTRY_VERIFY(!connection.serialPort().isOpen());
         QTest::qWait(200);
         QCOMPARE(errors.count(), 1);
-        QVERIFY(connection.CloseComm());
+        QVERIFY(connection.closeComm());
         QVERIFY(warnings.messages.isEmpty());
     }
 
@@ -328,7 +328,7 @@ private slots:
         InstrumentConnection connection;
         Warnings warnings(connection);
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
         pty->unplug();
         QTRY_VERIFY(!connection.serialPort().isOpen());
@@ -354,12 +354,12 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
-        QVERIFY(connection.CloseComm());
+        QVERIFY(connection.closeComm());
         QTest::qWait(1500);
         QVERIFY(!connection.serialPort().isOpen());
-        QVERIFY(connection.ApplyPortSettings());
+        QVERIFY(connection.applyPortSettings());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(status.count(), 0);
     }
@@ -371,7 +371,7 @@ private slots:
         Warnings warnings(connection);
         connection.setSerialPort(std::make_unique<RefusingPort>());
         chooseComPort3(connection);
-        QVERIFY(!connection.StartComm());
+        QVERIFY(!connection.startComm());
         QVERIFY(!connection.serialPort().isOpen());
         QCOMPARE(warnings.messages.size(), 1);
         verifyCriticalBox(warnings.messages[0],
@@ -386,8 +386,8 @@ private slots:
         Warnings warnings(connection);
         connection.setSerialPort(std::make_unique<RefusingPort>());
         chooseComPort3(connection);
-        QVERIFY(connection.ApplyPortSettings());
-        QVERIFY(!connection.CloseComm());
+        QVERIFY(connection.applyPortSettings());
+        QVERIFY(!connection.closeComm());
         QVERIFY(connection.serialPort().isOpen());
         QCOMPARE(warnings.messages.size(), 1);
         verifyCriticalBox(warnings.messages[0],
@@ -408,7 +408,7 @@ private slots:
         connection.setSerialPort(std::move(replay));
         chooseComPort3(connection);
         QSignalSpy received(&connection, &InstrumentConnection::serialBytesReceived);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         QTRY_COMPARE(received.count(), 1);
         QCOMPARE(received[0][0].toByteArray(), Line);
     }
@@ -428,7 +428,7 @@ private slots:
         QVERIFY(!connection.serialPort().isOpen());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
 
         QByteArray fromRelay;
         connect(&connection, &InstrumentConnection::tcpBytesReceived,
@@ -452,11 +452,11 @@ private slots:
         connection.applyLink(QStringLiteral("127.0.0.1"), first.port());
         QTcpSocket* firstClient = first.waitForClient();
         QVERIFY(firstClient);
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
         connection.applyLink(QStringLiteral("127.0.0.1"), second.port());
         QVERIFY(second.waitForClient());
         QTRY_COMPARE(firstClient->state(), QAbstractSocket::UnconnectedState);
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
     }
 
     // The boxes' texts are taken even when empty or "None", or not a number: the relay is
@@ -486,13 +486,13 @@ private slots:
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
 
         const QString portText = port == u"relay" ? relay.port() : port;
         connection.applyLink(host, portText);
         QCOMPARE(connection.portSettings.host, host);
         QCOMPARE(connection.portSettings.tcpPort, portText);
-        QVERIFY(!connection.IPPort().isOpen());
+        QVERIFY(!connection.ipPort().isOpen());
         QTRY_COMPARE(client->state(), QAbstractSocket::UnconnectedState);
         QVERIFY(relay.noNewClient());
         QVERIFY(warnings.messages.isEmpty());
@@ -501,7 +501,7 @@ private slots:
     // A port that won't open is told before the relay is taken up, and the relay is still
     // applied.
     void applyFailureIsShownAndTheRelayStillConnects() {
-        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        setPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         Relay relay;
         InstrumentConnection connection;
         Warnings warnings(connection);
@@ -515,7 +515,7 @@ private slots:
                           QStringLiteral("Tarnwick"));
         QCOMPARE(hostsWhenWarned, QStringList{QStringLiteral("None")});
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
     }
 
     void relayErrorIsShown() {
@@ -526,7 +526,7 @@ private slots:
         QTRY_COMPARE(warnings.messages.size(), 1);
         verifyCriticalBox(warnings.messages[0], QStringLiteral("Error 0: Connection refused"),
                           QStringLiteral("Network Connection"));
-        QVERIFY(!connection.IPPort().isOpen());
+        QVERIFY(!connection.ipPort().isOpen());
 
         // The tries that follow say so in the status line only, and the relay is reached as
         // soon as it listens.
@@ -537,7 +537,7 @@ private slots:
         QCOMPARE(status.last()[0].toString(), QStringLiteral("Reconnecting..."));
         QTcpServer relay;
         QVERIFY(relay.listen(QHostAddress::LocalHost, closedPort));
-        QTRY_VERIFY_WITH_TIMEOUT(connection.IPPort().isOpen(), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(connection.ipPort().isOpen(), 5000);
         QCOMPARE(warnings.messages.size(), 1);
     }
 
@@ -549,8 +549,8 @@ private slots:
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QTcpSocket* client = relay.waitForClient();
         QVERIFY(client);
-        QTRY_VERIFY(connection.IPPort().isOpen());
-        QSignalSpy closed(&connection.IPPort(), &TcpLink::closed);
+        QTRY_VERIFY(connection.ipPort().isOpen());
+        QSignalSpy closed(&connection.ipPort(), &TcpLink::closed);
         QSignalSpy status(&connection, &InstrumentConnection::linkStatus);
         QSignalSpy connected(&connection, &InstrumentConnection::relayConnected);
         client->disconnectFromHost();
@@ -559,7 +559,7 @@ private slots:
         QCOMPARE(status[0][0].toString(), QStringLiteral("Reconnecting..."));
         relay.client = nullptr;
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
         QCOMPARE(connected.count(), 1);
         QVERIFY(warnings.messages.isEmpty());
     }
@@ -570,11 +570,11 @@ private slots:
         InstrumentConnection connection;
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
         connection.closeRelay();
         QTest::qWait(2500);
         QVERIFY(relay.noNewClient());
-        QVERIFY(!connection.IPPort().isOpen());
+        QVERIFY(!connection.ipPort().isOpen());
     }
 
     // A display instance connects at start to the relay in its settings, when it names one.
@@ -588,7 +588,7 @@ private slots:
         connection.portSettings.host = QStringLiteral("127.0.0.1");
         QVERIFY(connection.connectIPPort());
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
     }
 
     // Each tick greys the mark; only a line lights it again, and none came.
@@ -596,7 +596,7 @@ private slots:
         cableOnComPort3();
         InstrumentConnection connection;
         chooseComPort3(connection);
-        QVERIFY(connection.StartComm());
+        QVERIFY(connection.startComm());
         Instrument instrument(pty->instrumentEnd());
         QSignalSpy markDisabled(&connection, &InstrumentConnection::onlineMarkDisabled);
         QSignalSpy received(&connection, &InstrumentConnection::serialBytesReceived);

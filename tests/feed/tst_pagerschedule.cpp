@@ -96,7 +96,7 @@ private slots:
         QFETCH(int, frequency);
         TestHome home;
         if (!stored.isEmpty())
-            Registry::Set("SOFTWARE\\Zorvane\\Main\\Defaults\\", "PagerFrequency", stored);
+            Registry::set("SOFTWARE\\Zorvane\\Main\\Defaults\\", "PagerFrequency", stored);
         QCOMPARE(PagerSchedule::loadFrequency(), frequency);
     }
 };

@@ -142,7 +142,7 @@ private slots:
     }
     void commEventOfEachPortError() {
         QFETCH(int, error);
-        QTEST(CommEventFor(QSerialPort::SerialPortError(error)), "event");
+        QTEST(commEventFor(QSerialPort::SerialPortError(error)), "event");
     }
 };
 

@@ -13,11 +13,11 @@ const QString PortDevicesKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort\\De
 namespace {
 
 QString stored(int name) {
-    return Registry::Get(PortSettingsKey, QString::number(name));
+    return Registry::get(PortSettingsKey, QString::number(name));
 }
 
 void store(int name, const QString& value) {
-    Registry::Set(PortSettingsKey, QString::number(name), value);
+    Registry::set(PortSettingsKey, QString::number(name), value);
 }
 
 PortSettings firstRun() {
@@ -51,7 +51,7 @@ private slots:
     // flow control, and the relay seeded as localhost:5555; all of it is written back.
     void firstRunSeedsTheTree() {
         PortSettings s;
-        LoadPortSettings(s);
+        loadPortSettings(s);
         QVERIFY((s == PortSettings{0, 0, 0, 0, 0, 0, "localhost", "5555"}));
         for (int name = 0; name <= 5; ++name)
             QCOMPARE(stored(name), QStringLiteral("0"));
@@ -65,7 +65,7 @@ private slots:
         PortSettings s;
         s.baud = 6;
         s.flowControl = 2;
-        LoadPortSettings(s);
+        loadPortSettings(s);
         QCOMPARE(s.comPort, qint16(2));
         QCOMPARE(s.baud, qint16(6));
         QCOMPARE(stored(1), QStringLiteral("6"));
@@ -77,7 +77,7 @@ private slots:
         for (int name = 0; name < values.size(); ++name)
             store(name, values[name]);
         PortSettings s;
-        LoadPortSettings(s);
+        loadPortSettings(s);
         QVERIFY((s == PortSettings{25, 7, 4, 3, 1, 2, "myhost", "7000"}));
     }
 
@@ -92,7 +92,7 @@ private slots:
         store(1, value);
         PortSettings s;
         s.baud = 5;
-        LoadPortSettings(s);
+        loadPortSettings(s);
         QCOMPARE(s.baud, qint16(5));
         QCOMPARE(stored(1), value);
     }
@@ -107,14 +107,14 @@ private slots:
         store(3, QStringLiteral("4"));
         store(6, QStringLiteral("racehost"));
         PortSettings s;
-        LoadPortSettings(s);
+        loadPortSettings(s);
         const PortSettings asLoaded = s;
         QCOMPARE(s.baud, qint16(0));
         QCOMPARE(s.parity, qint16(0));
         QCOMPARE(s.dataBits, qint16(4));
         s.parity = 2;
         s.tcpPort = QStringLiteral("6000");
-        SavePortSettings(s, asLoaded);
+        savePortSettings(s, asLoaded);
         QCOMPARE(stored(0), QStringLiteral("25"));
         QCOMPARE(stored(1), QStringLiteral("fast"));
         QCOMPARE(stored(2), QStringLiteral("2"));
@@ -124,12 +124,12 @@ private slots:
     }
 
     void saveThenLoadGivesTheSame() {
-        SavePortSettings(sample(), firstRun());
+        savePortSettings(sample(), firstRun());
         for (int name = 0; name <= 7; ++name)
             QVERIFY(stored(name) != Registry::NoKeyValue);
         QCOMPARE(stored(2), QStringLiteral("2"));
         PortSettings loaded;
-        LoadPortSettings(loaded);
+        loadPortSettings(loaded);
         QVERIFY(loaded == sample());
     }
 
@@ -139,10 +139,10 @@ private slots:
         PortSettings s = sample();
         s.host.clear();
         s.tcpPort.clear();
-        SavePortSettings(s, firstRun());
+        savePortSettings(s, firstRun());
         QCOMPARE(stored(6), Registry::NoKeyValue);
         PortSettings loaded;
-        LoadPortSettings(loaded);
+        loadPortSettings(loaded);
         QCOMPARE(loaded.host, QStringLiteral("localhost"));
         QCOMPARE(loaded.tcpPort, QStringLiteral("5555"));
         QCOMPARE(stored(6), QStringLiteral("localhost"));
@@ -179,7 +179,7 @@ private slots:
         s.parity = qint16(parity);
         s.dataBits = qint16(dataBits);
         s.stopBits = qint16(stopBits);
-        QTEST(SettingsText(s), "text");
+        QTEST(::settingsText(s), "text");
     }
 
     void lineSettingsAreRead_data() {
@@ -203,7 +203,7 @@ private slots:
     void lineSettingsAreRead() {
         QFETCH(QString, text);
         QFETCH(bool, valid);
-        const auto line = ParseLineSettings(text);
+        const auto line = parseLineSettings(text);
         QCOMPARE(line.has_value(), valid);
         if (!valid)
             return;
@@ -215,32 +215,32 @@ private slots:
 
 #ifdef Q_OS_WIN
     void comEntryIsTheComPort() {
-        QCOMPARE(PortDevice(3), QStringLiteral("COM3"));
+        QCOMPARE(portDevice(3), QStringLiteral("COM3"));
     }
 #else
     // Without a device set, ComN is the N-th built-in port.
     void comEntryWithoutDeviceIsBuiltInPort() {
-        QCOMPARE(PortDevice(1), QStringLiteral("/dev/ttyS0"));
-        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyS2"));
-        QCOMPARE(PortDevice(24), QStringLiteral("/dev/ttyS23"));
+        QCOMPARE(portDevice(1), QStringLiteral("/dev/ttyS0"));
+        QCOMPARE(portDevice(3), QStringLiteral("/dev/ttyS2"));
+        QCOMPARE(portDevice(24), QStringLiteral("/dev/ttyS23"));
     }
 
     void comEntryOpensTheDeviceSetForIt() {
-        Registry::Set(PortDevicesKey, QStringLiteral("Com3"), QStringLiteral("/dev/ttyACM1"));
-        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyACM1"));
-        QCOMPARE(PortDevice(4), QStringLiteral("/dev/ttyS3"));
+        Registry::set(PortDevicesKey, QStringLiteral("Com3"), QStringLiteral("/dev/ttyACM1"));
+        QCOMPARE(portDevice(3), QStringLiteral("/dev/ttyACM1"));
+        QCOMPARE(portDevice(4), QStringLiteral("/dev/ttyS3"));
 
-        SetPortDevice(4, QStringLiteral(" /dev/ttyUSB0 "));
-        QCOMPARE(Registry::Get(PortDevicesKey, QStringLiteral("Com4")),
+        setPortDevice(4, QStringLiteral(" /dev/ttyUSB0 "));
+        QCOMPARE(Registry::get(PortDevicesKey, QStringLiteral("Com4")),
                  QStringLiteral("/dev/ttyUSB0"));
-        QCOMPARE(PortDevice(4), QStringLiteral("/dev/ttyUSB0"));
+        QCOMPARE(portDevice(4), QStringLiteral("/dev/ttyUSB0"));
     }
 
     void emptyDeviceGivesTheBuiltInPortBack() {
-        SetPortDevice(3, QStringLiteral("/dev/ttyUSB0"));
-        SetPortDevice(3, QStringLiteral("  "));
-        QCOMPARE(Registry::Get(PortDevicesKey, QStringLiteral("Com3")), Registry::NoKeyValue);
-        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyS2"));
+        setPortDevice(3, QStringLiteral("/dev/ttyUSB0"));
+        setPortDevice(3, QStringLiteral("  "));
+        QCOMPARE(Registry::get(PortDevicesKey, QStringLiteral("Com3")), Registry::NoKeyValue);
+        QCOMPARE(portDevice(3), QStringLiteral("/dev/ttyS2"));
     }
 #endif
 };

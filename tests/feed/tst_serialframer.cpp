@@ -11,7 +11,7 @@ class TestSerialFramer : public QObject {
 private slots:
     void init() {
         lines.clear();
-        framer.ResetReceiveState();
+        framer.resetReceiveState();
     }
 
     // The framing states: where a character leads from where.
@@ -48,7 +48,7 @@ private slots:
     void resetEmptiesBuffersAndWaits() {
         framer.receive(" 11/22/26 29.");
         QVERIFY(framer.inRecord());
-        framer.ResetReceiveState();
+        framer.resetReceiveState();
         QVERIFY(framer.waitingForStart());
         QVERIFY(!framer.inRecord());
         QCOMPARE(framer.recordLength(), 0);
@@ -111,7 +111,7 @@ private slots:
         SerialFramer* self = nullptr;
         SerialFramer resetting([&](const QString& line) {
             handled << line;
-            self->ResetReceiveState();
+            self->resetReceiveState();
         });
         self = &resetting;
         resetting.receive(" A\r B\r");

@@ -44,7 +44,7 @@ WeatherRecord SecondRecord() {
 }
 
 QByteArray todaysLog() {
-    return ReadFile(WeatherLogPath(QDate::currentDate()));
+    return ReadFile(weatherLogPath(QDate::currentDate()));
 }
 
 int todaysRows() {
@@ -259,7 +259,7 @@ private slots:
         feed.serialBytes(FullLine.toLatin1());
         feed.tcpBytes(SecondLine.toLatin1());
         QCOMPARE(online.count(), 2);
-        QVERIFY(!QFile::exists(WeatherLogPath(QDate::currentDate())));
+        QVERIFY(!QFile::exists(weatherLogPath(QDate::currentDate())));
     }
 
     void mainInstanceWritesOneRowPerLine() {

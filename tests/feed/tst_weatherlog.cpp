@@ -35,26 +35,26 @@ private slots:
 
     void dataFolderIsMadeUnderTheSharedDataFolder() {
         QVERIFY(!QDir(home->weatherLogFolder()).exists());
-        QCOMPARE(GetDataFolder(QStringLiteral("\\Tarnwick")), home->weatherLogFolder());
+        QCOMPARE(dataFolder(QStringLiteral("\\Tarnwick")), home->weatherLogFolder());
         QVERIFY(QDir(home->weatherLogFolder()).exists());
     }
 
     void dataFolderEmptyArgumentIsNotValid() {
-        QCOMPARE(GetDataFolder(QString()), QStringLiteral("Folder Not Valid"));
+        QCOMPARE(dataFolder(QString()), QStringLiteral("Folder Not Valid"));
     }
 
     void dataFolderThatCannotBeMadeIsNotValid() {
         QVERIFY(WriteFile(home->dataHome() + QStringLiteral("/Tarnwick"), "in the way"));
-        QCOMPARE(GetDataFolder(QStringLiteral("\\Tarnwick")), QStringLiteral("Folder Not Valid"));
-        QCOMPARE(WeatherLogFolder(), QCoreApplication::applicationDirPath());
+        QCOMPARE(dataFolder(QStringLiteral("\\Tarnwick")), QStringLiteral("Folder Not Valid"));
+        QCOMPARE(weatherLogFolder(), QCoreApplication::applicationDirPath());
     }
 
     void dateStampPadsMonthAndDay() {
-        QCOMPARE(DateStamp(QDate(2026, 3, 7)), QStringLiteral("2026-03-07"));
-        QCOMPARE(DateStamp(), QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")));
+        QCOMPARE(dateStamp(QDate(2026, 3, 7)), QStringLiteral("2026-03-07"));
+        QCOMPARE(dateStamp(), QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")));
     }
 
-    void logPathIsTheDayFile() { QCOMPARE(WeatherLogPath(Day), dayFile(Day)); }
+    void logPathIsTheDayFile() { QCOMPARE(weatherLogPath(Day), dayFile(Day)); }
 
     void rowFormatIsExact() {
         WeatherLog log;
@@ -102,7 +102,7 @@ private slots:
         WeatherLog log;
         const WeatherRecord reading;
         log.writeRow(reading, at(Day, 10, 42, 7));
-        QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
+        QCOMPARE(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day));
     }
 
@@ -111,12 +111,12 @@ private slots:
         WeatherLog log;
         const WeatherRecord reading;
         log.writeRow(reading, at(Day, 10, 42, 7));
-        QVERIFY(QFile::remove(Registry::StoreFilePath()));
+        QVERIFY(QFile::remove(Registry::storeFilePath()));
         log.writeRow(reading, at(Day, 10, 42, 9));
         log.writeRow(reading, at(Day, 23, 59, 59));
-        QVERIFY(!QFile::exists(Registry::StoreFilePath()));
+        QVERIFY(!QFile::exists(Registry::storeFilePath()));
         log.writeRow(reading, at(Day.addDays(1), 0, 0, 1));
-        QCOMPARE(Registry::Get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
+        QCOMPARE(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day.addDays(1)));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 3);
     }

@@ -21,7 +21,7 @@ class TestWeatherLookup : public QObject {
 
     void writeDay(const QByteArray& rows) {
         QDir().mkpath(home->weatherLogFolder());
-        QVERIFY(WriteFile(WeatherLogPath(Day), rows));
+        QVERIFY(WriteFile(weatherLogPath(Day), rows));
     }
 
 private slots:
@@ -85,7 +85,7 @@ private slots:
         WeatherLog log;
         const LoggedWeather found = log.find(Day, QTime(4, 0));
         QCOMPARE(found.ABP, 29.5f);
-        const auto second = ReadClockTime(found.Time);
+        const auto second = readClockTime(found.Time);
         QVERIFY(second);
         QCOMPARE(*second / 60, 4 * 60);
     }

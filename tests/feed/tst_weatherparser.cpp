@@ -10,19 +10,19 @@ class TestWeatherParser : public QObject {
 private slots:
     void fullLineSetsEveryField() {
         WeatherRecord record;
-        ParseWeatherLine(FullLine, record);
+        parseWeatherLine(FullLine, record);
         QCOMPARE(record, FullRecord());
     }
 
     void timeFieldStaysEmpty() {
         WeatherRecord record;
-        ParseWeatherLine(FullLine, record);
+        parseWeatherLine(FullLine, record);
         QVERIFY(record.Time.isEmpty());
     }
 
     void fourDigitYearDateKeptAsReceived() {
         WeatherRecord record;
-        ParseWeatherLine(QStringLiteral(" 11/22/2026 x 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"),
+        parseWeatherLine(QStringLiteral(" 11/22/2026 x 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"),
                          record);
         QCOMPARE(record.Date, QStringLiteral("11/22/2026"));
     }
@@ -30,7 +30,7 @@ private slots:
     void tokenThatIsNoDateLeavesDate() {
         WeatherRecord record;
         record.Date = QStringLiteral("01/02/26");
-        ParseWeatherLine(QStringLiteral(" NODATE x 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"), record);
+        parseWeatherLine(QStringLiteral(" NODATE x 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"), record);
         QCOMPARE(record.Date, QStringLiteral("01/02/26"));
         QCOMPARE(record.ABP, 1.0f);
         QCOMPARE(record.AL, 15);
@@ -39,7 +39,7 @@ private slots:
     void nonNumericRhKeepsRhAndSetsTheRest() {
         WeatherRecord record;
         record.RH = 55.5f;
-        ParseWeatherLine(QStringLiteral(" 11/22/26 10:42 29.92 71.5 HUMID 1250 5.1 45 0.33 49 98.6 "
+        parseWeatherLine(QStringLiteral(" 11/22/26 10:42 29.92 71.5 HUMID 1250 5.1 45 0.33 49 98.6 "
                                         "1410 120 275 7 11 340\r"),
                          record);
         WeatherRecord expected = FullRecord();
@@ -49,7 +49,7 @@ private slots:
 
     void tokensSeparatedByManySpaces() {
         WeatherRecord record;
-        ParseWeatherLine(QStringLiteral("   11/22/26   10:42:07  29.92 71.5 43.2 1250 5.1 45 0.33 "
+        parseWeatherLine(QStringLiteral("   11/22/26   10:42:07  29.92 71.5 43.2 1250 5.1 45 0.33 "
                                         "49 98.6 1410 120 275 7 11    340  \r"),
                          record);
         QCOMPARE(record, FullRecord());
@@ -57,7 +57,7 @@ private slots:
 
     void sixTokenLinePutsSixthTokenIntoAL() {
         WeatherRecord record = FullRecord();
-        ParseWeatherLine(QStringLiteral(" 11/23/26 10:43 30.01 80.5 50.5 2000\r"), record);
+        parseWeatherLine(QStringLiteral(" 11/23/26 10:43 30.01 80.5 50.5 2000\r"), record);
         QCOMPARE(record.Date, QStringLiteral("11/23/26"));
         QCOMPARE(record.ABP, 30.01f);
         QCOMPARE(record.Temp, 80.5f);
@@ -69,7 +69,7 @@ private slots:
 
     void emptyLineSetsNothing() {
         WeatherRecord record = FullRecord();
-        ParseWeatherLine(QStringLiteral(" \r"), record);
+        parseWeatherLine(QStringLiteral(" \r"), record);
         QCOMPARE(record, FullRecord());
     }
 
@@ -78,7 +78,7 @@ private slots:
         record.AL = 99;
         const QString second = QStringLiteral(
             " 11/23/26 10:43:07 30.01 80.5 50.5 2000 6.1 50 0.45 52 97.1 2100 130 90 3 5 400\r");
-        ParseWeatherLine(FullLine + second, record);
+        parseWeatherLine(FullLine + second, record);
         WeatherRecord expected = FullRecord();
         expected.AL = 99; // "340\r 11/23/26 ..." is no number
         QCOMPARE(record, expected);
@@ -97,14 +97,14 @@ private slots:
         QFETCH(QString, token);
         QFETCH(int, wd);
         WeatherRecord record;
-        ParseWeatherLine(
+        parseWeatherLine(
             QStringLiteral(" 11/22/26 t 1 2 3 4 5 6 7 8 9 10 11 %1 13 14 15\r").arg(token), record);
         QCOMPARE(record.WD, wd);
     }
 
     void integerPassesThroughFloat() {
         WeatherRecord record;
-        ParseWeatherLine(QStringLiteral(" 11/22/26 t 1 2 3 16777217 5 6 7 8 9 10 11 12 13 14 15\r"),
+        parseWeatherLine(QStringLiteral(" 11/22/26 t 1 2 3 16777217 5 6 7 8 9 10 11 12 13 14 15\r"),
                          record);
         QCOMPARE(record.AA, 16777216);
     }
@@ -113,7 +113,7 @@ private slots:
         WeatherRecord record;
         record.VP = 0.5f;
         record.DP = 7;
-        ParseWeatherLine(
+        parseWeatherLine(
             QStringLiteral(
                 " 11/22/26 t 29.92 71.5 43.2 1250 5.1 45 1e39 49 98.6 1410 120 275 7 11 340\r"),
             record);
@@ -125,7 +125,7 @@ private slots:
 
     void numberTooLargeForIntegerEndsLine() {
         WeatherRecord record;
-        ParseWeatherLine(
+        parseWeatherLine(
             QStringLiteral(
                 " 11/22/26 t 29.92 71.5 43.2 3e9 5.1 45 0.33 49 98.6 1410 120 275 7 11 340\r"),
             record);
@@ -137,7 +137,7 @@ private slots:
 
     void lastTokenReadWithItsCr() {
         WeatherRecord record;
-        ParseWeatherLine(QStringLiteral(" 11/22/26 t 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15.5\r"),
+        parseWeatherLine(QStringLiteral(" 11/22/26 t 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15.5\r"),
                          record);
         QCOMPARE(record.AL, 16);
     }
@@ -165,13 +165,13 @@ private slots:
         QFETCH(QString, line);
         QFETCH(bool, record);
         WeatherRecord weather;
-        QCOMPARE(ParseWeatherLine(line, weather), record);
+        QCOMPARE(parseWeatherLine(line, weather), record);
     }
 
     void tabIsNoSeparator() {
         WeatherRecord record;
         record.ABP = 5;
-        ParseWeatherLine(QStringLiteral(" 11/22/26 t 1\t2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"),
+        parseWeatherLine(QStringLiteral(" 11/22/26 t 1\t2 3 4 5 6 7 8 9 10 11 12 13 14 15\r"),
                          record);
         QCOMPARE(record.ABP, 5.0f); // "1\t2" is one token and no number
         QCOMPARE(record.Temp, 3.0f);

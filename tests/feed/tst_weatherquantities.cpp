@@ -45,8 +45,8 @@ private slots:
         const WeatherQuantity& da = WeatherQuantities[9];
         QCOMPARE(QLatin1String(adr.name), QLatin1String("ADR"));
         QCOMPARE(QLatin1String(da.name), QLatin1String("DA"));
-        QCOMPARE(QuantityText(adr, record), QStringLiteral("96.45"));
-        QCOMPARE(QuantityText(da, record), QStringLiteral("-250"));
+        QCOMPARE(quantityText(adr, record), QStringLiteral("96.45"));
+        QCOMPARE(quantityText(da, record), QStringLiteral("-250"));
     }
 };
 

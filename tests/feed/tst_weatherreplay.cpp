@@ -101,10 +101,10 @@ private slots:
 
     void rowGoesToEveryOpenViewInOrder() {
         RecordingViews sink = RecordingViews::allOpen();
-        const int rows = LoadLoggedWeather(logFile(FullRow), sink.views);
+        const int rows = loadLoggedWeather(logFile(FullRow), sink.views);
         QCOMPARE(rows, 1);
         const QString t = QString::number(double(float((10 * 3600 + 42 * 60 + 7) / 86400.0)));
-        const QString cf = QString::number(double(*CorrectionFactor(29.92f, 71.5f, 0.33f)));
+        const QString cf = QString::number(double(*correctionFactor(29.92f, 71.5f, 0.33f)));
         QCOMPARE(sink.calls, (QStringList{
                                  "windSpeed t=" + t + " 7",
                                  "abp t=" + t + " " + QString::number(double(29.92f)),
@@ -120,14 +120,14 @@ private slots:
 
     void timeIsAFractionOfTheDay() {
         RecordingViews sink({View::WindSpeed});
-        LoadLoggedWeather(logFile(Row("06:00:00pm") + Row("12:00:00am")), sink.views);
+        loadLoggedWeather(logFile(Row("06:00:00pm") + Row("12:00:00am")), sink.views);
         QCOMPARE(sink.calls, (QStringList{"windSpeed t=0.75 7", "windSpeed t=0 7"}));
     }
 
     void onlyOpenViewsGetRows() {
         // The weather and the wind direction show only the present.
         RecordingViews sink({View::RH, View::RosePlot, View::Weather, View::WindDirection});
-        LoadLoggedWeather(logFile(Row("10:00:00am") + Row("10:00:01am")), sink.views);
+        loadLoggedWeather(logFile(Row("10:00:00am") + Row("10:00:01am")), sink.views);
         QCOMPARE(sink.calls.size(), 4);
         QVERIFY(sink.calls[0].startsWith(QStringLiteral("rh ")));
         QVERIFY(sink.calls[1].startsWith(QStringLiteral("rosePlot t=")));
@@ -137,7 +137,7 @@ private slots:
     // Each view hears once that the replay has ended, after its last row.
     void theEndOfTheReplayIsToldOnceToEachReplayedView() {
         RecordingViews sink({View::WindSpeed, View::ABP, View::Weather});
-        QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
+        QCOMPARE(loadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
         QCOMPARE(sink.ends, 2);
         QCOMPARE(sink.calls.size(), 4);
     }
@@ -152,7 +152,7 @@ private slots:
         const QString path = logFile(rows);
         QList<double> told;
         RecordingViews all({View::WindSpeed, View::ABP});
-        QCOMPARE(LoadLoggedWeather(path, all.views,
+        QCOMPARE(loadLoggedWeather(path, all.views,
                                    [&told](double fraction) {
                                        told << fraction;
                                        return true;
@@ -165,7 +165,7 @@ private slots:
         RecordingViews stopped({View::WindSpeed, View::ABP});
         int reports = 0;
         QCOMPARE(
-            LoadLoggedWeather(path, stopped.views, [&reports](double) { return ++reports < 2; }),
+            loadLoggedWeather(path, stopped.views, [&reports](double) { return ++reports < 2; }),
             1024);
         QCOMPARE(stopped.calls.filter(QStringLiteral("windSpeed ")).size(), 1024);
         QCOMPARE(stopped.calls.filter(QStringLiteral("abp ")).size(), 1024);
@@ -177,17 +177,17 @@ private slots:
         QByteArray rows;
         for (int i = 0; i < 50; ++i)
             rows += Row(QStringLiteral("10:%1:00am").arg(i, 2, 10, QChar(u'0')));
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 50);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 50);
         QVERIFY(sink.calls.isEmpty());
     }
 
     void replayLeavesTheLiveWeatherAlone() {
         WeatherStation station;
-        station.feed().ProcessWeatherRecord(FullLine);
+        station.feed().processWeatherRecord(FullLine);
         const WeatherRecord weatherBefore = station.reading();
         const QString statusBefore = station.statusLine();
         RecordingViews sink = RecordingViews::allOpen();
-        QCOMPARE(LoadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
+        QCOMPARE(loadLoggedWeather(logFile(FullRow + FullRow), sink.views), 2);
         QCOMPARE(station.reading(), FullRecord());
         QCOMPARE(station.reading(), weatherBefore);
         QCOMPARE(station.statusLine(), statusBefore);
@@ -202,14 +202,14 @@ private slots:
         QFETCH(QByteArray, faulty);
         const QByteArray rows = Row("10:00:00am") + Row("10:00:01am") + faulty + Row("10:00:03am");
         RecordingViews sink({View::WindSpeed});
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 2);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 2);
         QCOMPARE(sink.calls.size(), 2); // the points before the faulty row stay
     }
 
     void correctionFactorFaultEndsTheReplayWithItsViewClosed() {
         const QByteArray rows = Row("10:00:00am") + Row("10:00:01am", 0) + Row("10:00:02am");
         RecordingViews sink({});
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 1);
     }
 
     void malformedRowEndsTheReplay_data() {
@@ -237,7 +237,7 @@ private slots:
         QFETCH(QByteArray, malformed);
         const QByteArray rows = Row("10:00:00am") + malformed + Row("10:00:03am");
         RecordingViews sink({View::ABP});
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(sink.calls.size(), 1);
     }
 
@@ -245,7 +245,7 @@ private slots:
         const QByteArray rows =
             "14:30:00,29.92,71.5,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340\r\n";
         RecordingViews sink({View::GR});
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(sink.calls,
                  QStringList{QStringLiteral("gr t=%1 45").arg(double(float(14.5 / 24)))});
     }
@@ -254,7 +254,7 @@ private slots:
         const QByteArray rows =
             " \"10:00:00am\" , +29.92,71.5 ,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340";
         RecordingViews sink({View::ABP});
-        QCOMPARE(LoadLoggedWeather(logFile(rows), sink.views), 1);
+        QCOMPARE(loadLoggedWeather(logFile(rows), sink.views), 1);
         QCOMPARE(
             sink.calls,
             QStringList{
@@ -263,7 +263,7 @@ private slots:
 
     void missingFileReplaysNothing() {
         RecordingViews sink = RecordingViews::allOpen();
-        QCOMPARE(LoadLoggedWeather(home->root() + QStringLiteral("/none.csv"), sink.views), 0);
+        QCOMPARE(loadLoggedWeather(home->root() + QStringLiteral("/none.csv"), sink.views), 0);
         QVERIFY(sink.calls.isEmpty());
     }
 
@@ -273,7 +273,7 @@ private slots:
         reading.ADR = 1.0f / 3.0f; // a float that needs all its digits
         log.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
         RecordingViews sink({View::ADR});
-        LoadLoggedWeather(WeatherLogPath(QDate(2026, 11, 22)), sink.views);
+        loadLoggedWeather(weatherLogPath(QDate(2026, 11, 22)), sink.views);
         QCOMPARE(sink.calls, QStringList{QStringLiteral("adr t=%1 %2")
                                              .arg(double(float(15.0 / 24)))
                                              .arg(double(1.0f / 3.0f))});

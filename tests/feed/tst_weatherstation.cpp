@@ -85,7 +85,7 @@ class TestWeatherStation : public QObject {
     void cableOnComPort3(WeatherStation& station) {
         pty = std::make_unique<PtyPair>();
         QVERIFY(pty->isReady());
-        SetPortDevice(3, pty->portEnd());
+        setPortDevice(3, pty->portEnd());
         station.link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
     }
 

@@ -64,7 +64,7 @@ private slots:
     }
 
     void theBuildTreeHasTheTemplateBesideThePrograms() {
-        const QString found = ShippedFiles::Find(programFolder(), Template);
+        const QString found = ShippedFiles::find(programFolder(), Template);
         QCOMPARE(found, programFolder() + u'/' + Template);
         QVERIFY(QFile::exists(found));
     }
@@ -73,7 +73,7 @@ private slots:
         QTemporaryDir prefix;
         const QString shared = prefix.filePath(QStringLiteral("share/tarnwick/") + Template);
         QVERIFY(writeFile(shared));
-        QCOMPARE(ShippedFiles::Find(prefix.filePath("bin"), Template), shared);
+        QCOMPARE(ShippedFiles::find(prefix.filePath("bin"), Template), shared);
     }
 
     // A copy beside the program wins, as the Windows build ships it.
@@ -82,13 +82,13 @@ private slots:
         QVERIFY(writeFile(prefix.filePath(QStringLiteral("share/tarnwick/") + Template)));
         const QString beside = prefix.filePath(QStringLiteral("bin/") + Template);
         QVERIFY(writeFile(beside));
-        QCOMPARE(ShippedFiles::Find(prefix.filePath("bin"), Template), beside);
+        QCOMPARE(ShippedFiles::find(prefix.filePath("bin"), Template), beside);
     }
 
     // With neither, the message about the missing template names the program's folder.
     void withNeitherThePlaceBesideTheProgramIsNamed() {
         QTemporaryDir prefix;
-        QCOMPARE(ShippedFiles::Find(prefix.filePath("bin"), Template),
+        QCOMPARE(ShippedFiles::find(prefix.filePath("bin"), Template),
                  prefix.filePath(QStringLiteral("bin/") + Template));
     }
 
@@ -98,7 +98,7 @@ private slots:
         const QString installed = qEnvironmentVariable("TARNWICK_INSTALLED_PREFIX");
         if (installed.isEmpty())
             QSKIP("No installation to look at (the package install test names one)");
-        const QString found = ShippedFiles::Find(installed + QStringLiteral("/bin"), Template);
+        const QString found = ShippedFiles::find(installed + QStringLiteral("/bin"), Template);
         QCOMPARE(found, installed + QStringLiteral("/share/tarnwick/") + Template);
         QVERIFY(QFile::exists(found));
     }

@@ -97,7 +97,7 @@ private slots:
         TestHome home;
         PtyPair pty;
         QVERIFY(pty.isReady());
-        SetPortDevice(3, pty.portEnd());
+        setPortDevice(3, pty.portEnd());
         WeatherStation station;
         station.link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
         station.watchdog().setThreshold(2);

@@ -121,7 +121,7 @@ private slots:
 
     void theHeadingsKeepTheirUnevenBlanks() {
         QStringList headings;
-        for (const Measure& measure : Measures())
+        for (const Measure& measure : measures())
             headings.append(measure.heading.toString());
         QCOMPARE(headings, Headings);
     }
@@ -132,7 +132,7 @@ private slots:
         for (const char* category :
              {"Pro Q1", "Pro Q1", "Stock Q1", "Pro Q1", "Stock Q1", "Pro Q2"})
             log.rows.append(record(QLatin1String(category), "1", "L"));
-        QCOMPARE(CategorySessions(log), QStringList({"Pro Q1", "Stock Q1", "Pro Q2"}));
+        QCOMPARE(categorySessions(log), QStringList({"Pro Q1", "Stock Q1", "Pro Q2"}));
     }
 
     // Rows go if their car number is empty or the category doesn't hold the text; a row that
@@ -142,7 +142,7 @@ private slots:
         log.rows = {record("Pro Q1", "A", "L"), record("Stock Q1", "B", "R"),
                     record("Pro Q1", "C", "L"), record("Pro Q1", "D", "R"),
                     record("Pro Q1", "", "L")};
-        Filter(log, {QStringLiteral("pro q1"), {}, {}, false});
+        filter(log, {QStringLiteral("pro q1"), {}, {}, false});
         QCOMPARE(cars(log), QStringList({"A", "D", "C"}));
     }
 
@@ -151,7 +151,7 @@ private slots:
         TimeSlipLog log;
         log.rows = {record("Super Pro Stock Q1", "1", "L"), record("Pro Stock Q1", "2", "R"),
                     record("Top Fuel Q1", "3", "L"), record("PRO STOCK Q1", "4", "R")};
-        Filter(log, {QStringLiteral("Pro Stock"), {}, {}, false});
+        filter(log, {QStringLiteral("Pro Stock"), {}, {}, false});
         QCOMPARE(cars(log), QStringList({"1", "2", "4"}));
     }
 
@@ -160,13 +160,13 @@ private slots:
     void aSingleRowOfAnotherCategoryStays() {
         TimeSlipLog one;
         one.rows = {record("Top Fuel Q1", "9", "L")};
-        Filter(one, {QStringLiteral("Pro Stock"), {}, {}, false});
+        filter(one, {QStringLiteral("Pro Stock"), {}, {}, false});
         QCOMPARE(cars(one), QStringList({"9"}));
         TimeSlipLog two;
         two.rows = {record("Top Fuel Q1", "8", "L"), record("Top Fuel Q1", "9", "R")};
-        Filter(two, {QStringLiteral("Pro Stock"), {}, {}, false});
+        filter(two, {QStringLiteral("Pro Stock"), {}, {}, false});
         QCOMPARE(cars(two), QStringList({"9"}));
-        const Table table = Build(two);
+        const Table table = build(two);
         QCOMPARE(table.size(), 1);
     }
 
@@ -175,7 +175,7 @@ private slots:
         TimeSlipLog log;
         log.rows = {record("Pro", "7", "L"), record("Pro", "07", "R"), record("Pro", "12", "L"),
                     record("Pro", "3", "R")};
-        Filter(log, {QStringLiteral("Pro"), "7", "12", true});
+        filter(log, {QStringLiteral("Pro"), "7", "12", true});
         QCOMPARE(cars(log), QStringList({"7", "12"}));
     }
 
@@ -184,17 +184,17 @@ private slots:
     void aTagCarThatNeverOccurs() {
         TimeSlipLog whole;
         whole.rows = {record("Pro", "1", "L"), record("Pro", "2", "R"), record("Pro", "3", "L")};
-        Filter(whole, {QStringLiteral("Pro"), "99", {}, false});
+        filter(whole, {QStringLiteral("Pro"), "99", {}, false});
         QCOMPARE(whole.rows.size(), 3);
 
         TimeSlipLog tagged = whole;
         const Request request{QStringLiteral("Pro"), "99", {}, true};
-        Filter(tagged, request);
+        filter(tagged, request);
         QCOMPARE(tagged.rows.size(), 0);
 
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        const Table table = Build(tagged);
-        Layout(document, table, request);
+        const Table table = build(tagged);
+        layout(document, table, request);
         QCOMPARE(texts(document, 0).mid(0, 13), QStringList{"Pro"} + Headings);
         // No rank below the heading: only the page number follows.
         QCOMPARE(texts(document, 0).size(), 14);
@@ -207,7 +207,7 @@ private slots:
     void theMeasuresComeFromTheMarks() {
         TimeSlipLog log;
         log.rows = {record("Pro", "7", "Left")};
-        const Table table = Build(log);
+        const Table table = build(log);
         QCOMPARE(table.size(), 1);
         const std::array<float, MeasureCount> expected{1.0f, 2.0f, 3.0f, 2.0f, 5.0f, 100.0f,
                                                        1.5f, 6.5f, 1.5f, 3.0f, 8.0f, 150.0f};
@@ -225,7 +225,7 @@ private slots:
         marks.at330 = QString();
         TimeSlipLog log;
         log.rows = {record("Pro", "7", "L", marks)};
-        const Table table = Build(log);
+        const Table table = build(log);
         QCOMPARE(table[0][2].value, 0.0f);
         QCOMPARE(table[0][1].value, -1.0f);
         QCOMPARE(table[0][3].value, 5.0f);
@@ -246,9 +246,9 @@ private slots:
         TimeSlipLog log;
         log.rows = {record("Pro", "1", "L", one), record("Pro", "2", "R", two),
                     record("Pro", "3", "L", three)};
-        Table table = Build(log);
+        Table table = build(log);
         QCOMPARE(column(table, 0), QStringList({"1", "2", "3"}));
-        Rank(table);
+        rank(table);
         QCOMPARE(column(table, 0), QStringList({"3", "2", "1"})); // 1.2, 3.5, then 0
         QCOMPARE(table[2][0].value, 0.0f);
         // 60 to 330: car 3 1.8, car 1 3.0 (from a 60 ft of 0), car 2 -0.5 last
@@ -266,7 +266,7 @@ private slots:
                     record("Pro Q1", "5", "L", slow)};
         const Request request{QStringLiteral("Pro Q1"), "7", "12", false};
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        Write(document, log, request);
+        write(document, log, request);
         QCOMPARE(document.pageCount(), 1);
 
         const QStringList all = texts(document, 0);
@@ -327,7 +327,7 @@ private slots:
     void twoThousandRunsGoOverSeveralPages() {
         TimeSlipLog log = field(2000);
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        Write(document, log, {QStringLiteral("Pro Stock Q1"), "1", "2000", false});
+        write(document, log, {QStringLiteral("Pro Stock Q1"), "1", "2000", false});
         const int pages = document.pageCount();
         QVERIFY2(pages > 10, qPrintable(QString::number(pages)));
         QVERIFY(findText(document, 0, "1)"));
@@ -358,7 +358,7 @@ private slots:
     void theReportReadsBackFromItsPdf() {
         TimeSlipLog log = field(150);
         PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-        Write(document, log, {QStringLiteral("Pro Stock Q1"), "1", "2", false});
+        write(document, log, {QStringLiteral("Pro Stock Q1"), "1", "2", false});
         const int pages = document.pageCount();
         QVERIFY(pages >= 2);
         const QString out = pdfText(document);

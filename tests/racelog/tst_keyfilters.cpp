@@ -20,24 +20,24 @@ private:
 
 private slots:
     void carNumberTakesDigitsAndLettersAsCapitals() {
-        QCOMPARE(passed(KeyFilters::CarNumber, everyKey), QString("09AZAZPPMM\x08"));
+        QCOMPARE(passed(KeyFilters::carNumber, everyKey), QString("09AZAZPPMM\x08"));
     }
-    void lettersOnly() { QCOMPARE(passed(KeyFilters::Letters, everyKey), QString("azAZpPmM\x08")); }
+    void lettersOnly() { QCOMPARE(passed(KeyFilters::letters, everyKey), QString("azAZpPmM\x08")); }
     void dateTakesDigitsAndSlash() {
-        QCOMPARE(passed(KeyFilters::Date, everyKey), QString("09/\x08"));
+        QCOMPARE(passed(KeyFilters::date, everyKey), QString("09/\x08"));
     }
     void timeTakesDigitsColonAndMeridiem() {
-        QCOMPARE(passed(KeyFilters::Time, everyKey), QString("09aA:pPmM\x08"));
-        QCOMPARE(passed(KeyFilters::Time, "aA"), QString("aA"));
+        QCOMPARE(passed(KeyFilters::time, everyKey), QString("09aA:pPmM\x08"));
+        QCOMPARE(passed(KeyFilters::time, "aA"), QString("aA"));
     }
     void unsignedNumber() {
-        QCOMPARE(passed(KeyFilters::UnsignedNumber, everyKey), QString("09.\x08"));
+        QCOMPARE(passed(KeyFilters::unsignedNumber, everyKey), QString("09.\x08"));
     }
     void signedNumber() {
-        QCOMPARE(passed(KeyFilters::SignedNumber, everyKey), QString("09.-\x08"));
+        QCOMPARE(passed(KeyFilters::signedNumber, everyKey), QString("09.-\x08"));
     }
     void typeNameTakesBlanks() {
-        QCOMPARE(passed(KeyFilters::TypeName, everyKey), QString("09azAZ pPmM\x08"));
+        QCOMPARE(passed(KeyFilters::typeName, everyKey), QString("09azAZ pPmM\x08"));
     }
 };
 

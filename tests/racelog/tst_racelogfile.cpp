@@ -144,7 +144,7 @@ private slots:
 
         QCOMPARE(back.grid.tableRows(), 4);
         for (int row = 0; row < log.grid.tableRows(); ++row) {
-            for (int column = 0; column < log.grid.Cols(); ++column)
+            for (int column = 0; column < log.grid.cols(); ++column)
                 QCOMPARE(back.grid.cell(row, column), log.grid.cell(row, column));
         }
         QCOMPARE(back.date, QStringLiteral("07/04/2026"));
@@ -168,7 +168,7 @@ private slots:
         RaceLogData again;
         QVERIFY(saveAndReload(path, back, again));
         for (int row = 0; row < log.grid.tableRows(); ++row) {
-            for (int column = 0; column < log.grid.Cols(); ++column)
+            for (int column = 0; column < log.grid.cols(); ++column)
                 QCOMPARE(again.grid.cell(row, column), log.grid.cell(row, column));
         }
     }
@@ -507,7 +507,7 @@ private slots:
         QVERIFY(Database::loadLog(path, back));
         QCOMPARE(back.grid.tableRows(), 2);
         QCOMPARE(back.grid.cell(1, 0), QStringLiteral("1"));
-        for (int column = 1; column < back.grid.Cols(); ++column)
+        for (int column = 1; column < back.grid.cols(); ++column)
             QCOMPARE(back.grid.cell(1, column), QString());
         QCOMPARE(back.refRunItems, QStringList({"1"}));
         QCOMPARE(back.pageIdentifier, QStringLiteral("EMPTY"));

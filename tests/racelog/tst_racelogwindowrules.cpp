@@ -76,7 +76,7 @@ private slots:
         QCOMPARE(RaceLogFileRequests::saveRequest("x", "", today, "/opt/tarnwick").initialFolder,
                  QStringLiteral("/opt/tarnwick"));
         RaceLogFileRequests::rememberFolder(home->root() + "/logs/2026-05-04.trl");
-        QCOMPARE(Registry::Get(PathKey, "0"), home->root() + "/logs");
+        QCOMPARE(Registry::get(PathKey, "0"), home->root() + "/logs");
         QCOMPARE(RaceLogFileRequests::saveRequest("x", "", today, "/opt/tarnwick").initialFolder,
                  home->root() + "/logs");
     }
@@ -89,7 +89,7 @@ private slots:
         QCOMPARE(open.filter, RaceLogFileRequests::filter());
         QCOMPARE(open.initialFolder, QString());
 
-        Registry::Set(PathKey, "0", "/data/logs");
+        Registry::set(PathKey, "0", "/data/logs");
         QCOMPARE(RaceLogFileRequests::openRequest().initialFolder, QStringLiteral("/data/logs"));
     }
 

@@ -17,7 +17,7 @@ const QDateTime Now(QDate(2026, 11, 22), QTime(14, 35, 7));
 
 // Every cell of a run gets a text of its own: "r<row>c<column>".
 void fillRun(RunTable& table, int row) {
-    for (int column = 1; column < table.Cols(); ++column)
+    for (int column = 1; column < table.cols(); ++column)
         table.setCell(row, column, QStringLiteral("r%1c%2").arg(row).arg(column));
 }
 
@@ -29,7 +29,7 @@ QList<int> changedColumns(const QSignalSpy& spy) {
 }
 
 int typed(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
-    return TypedKeyCode(QKeyEvent(QEvent::KeyPress, key, modifiers, text));
+    return typedKeyCode(QKeyEvent(QEvent::KeyPress, key, modifiers, text));
 }
 
 } // namespace
@@ -38,25 +38,25 @@ class TestRunGridCore : public QObject {
     Q_OBJECT
 private slots:
     void timeCellTakesAnyReadableMoment() {
-        QCOMPARE(RunCellText::SettledTime(QStringLiteral("2:35pm"), Now),
+        QCOMPARE(RunCellText::settledTime(QStringLiteral("2:35pm"), Now),
                  QStringLiteral("02:35pm"));
-        QCOMPARE(RunCellText::SettledTime(QStringLiteral("14:35"), Now), QStringLiteral("02:35pm"));
+        QCOMPARE(RunCellText::settledTime(QStringLiteral("14:35"), Now), QStringLiteral("02:35pm"));
         // A date alone is at midnight.
-        QCOMPARE(RunCellText::SettledTime(QStringLiteral("11/22/26"), Now),
+        QCOMPARE(RunCellText::settledTime(QStringLiteral("11/22/26"), Now),
                  QStringLiteral("12:00am"));
-        QCOMPARE(RunCellText::SettledTime(QStringLiteral("99:99"), Now), QStringLiteral("02:35pm"));
-        QCOMPARE(RunCellText::SettledTime(QString(), Now), QStringLiteral("02:35pm"));
+        QCOMPARE(RunCellText::settledTime(QStringLiteral("99:99"), Now), QStringLiteral("02:35pm"));
+        QCOMPARE(RunCellText::settledTime(QString(), Now), QStringLiteral("02:35pm"));
     }
 
     void dateCellTakesAnyReadableMoment() {
-        QCOMPARE(RunCellText::SettledDate(QStringLiteral("11/22/2026"), Now),
+        QCOMPARE(RunCellText::settledDate(QStringLiteral("11/22/2026"), Now),
                  QStringLiteral("11/22/26"));
-        QCOMPARE(RunCellText::SettledDate(QStringLiteral("2026-01-05"), Now),
+        QCOMPARE(RunCellText::settledDate(QStringLiteral("2026-01-05"), Now),
                  QStringLiteral("01/05/26"));
         // A time alone falls on the first day of the calendar.
-        QCOMPARE(RunCellText::SettledDate(QStringLiteral("10:42am"), Now),
+        QCOMPARE(RunCellText::settledDate(QStringLiteral("10:42am"), Now),
                  QStringLiteral("12/30/99"));
-        QCOMPARE(RunCellText::SettledDate(QStringLiteral("13/45"), Now),
+        QCOMPARE(RunCellText::settledDate(QStringLiteral("13/45"), Now),
                  QStringLiteral("11/22/26"));
     }
 
@@ -70,10 +70,10 @@ private slots:
     }
 
     void numberCellKeepsNumbersOnly() {
-        QCOMPARE(RunCellText::SettledNumber(QStringLiteral("-12.5")), QStringLiteral("-12.5"));
-        QCOMPARE(RunCellText::SettledNumber(QStringLiteral("x")), QString());
-        QCOMPARE(RunCellText::SettledNumber(QStringLiteral("1-2")), QString());
-        QCOMPARE(RunCellText::SettledNumber(QString()), QString());
+        QCOMPARE(RunCellText::settledNumber(QStringLiteral("-12.5")), QStringLiteral("-12.5"));
+        QCOMPARE(RunCellText::settledNumber(QStringLiteral("x")), QString());
+        QCOMPARE(RunCellText::settledNumber(QStringLiteral("1-2")), QString());
+        QCOMPARE(RunCellText::settledNumber(QString()), QString());
     }
 
     void newRunIsStampedAndCarriesShiftDialInAndTimer1Only() {
@@ -84,7 +84,7 @@ private slots:
         QCOMPARE(table.cell(2, 0), QStringLiteral("2"));
         QCOMPARE(table.cell(2, 1), QStringLiteral("02:35pm"));
         QCOMPARE(table.cell(2, 2), QStringLiteral("11/22/26"));
-        for (int column = 3; column < table.Cols(); ++column) {
+        for (int column = 3; column < table.cols(); ++column) {
             const bool carried = column == 15 || column == 16 || column == 17;
             QCOMPARE(table.cell(2, column), carried ? table.cell(1, column) : QString());
         }
@@ -102,7 +102,7 @@ private slots:
         RunTable table;
         RunRows::appendRun(table, Now);
         RunRows::appendRun(table, Now);
-        for (int column = 1; column < table.Cols(); ++column) {
+        for (int column = 1; column < table.cols(); ++column) {
             QCOMPARE(table.look(2, column).background, CellColor::Band);
             QCOMPARE(table.look(3, column).background, CellColor::WindowBackground);
         }
@@ -114,7 +114,7 @@ private slots:
         RunRows::deleteRun(table, 1);
         QCOMPARE(table.tableRows(), 2);
         QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
-        for (int column = 1; column < table.Cols(); ++column)
+        for (int column = 1; column < table.cols(); ++column)
             QCOMPARE(table.cell(1, column), QString());
     }
 
@@ -183,7 +183,7 @@ private slots:
         weather.WG = 11;
         weather.AL = 340;
         QSignalSpy changes(&table, &RunTable::dataChanged);
-        WriteRunWeather(table, 1, weather);
+        writeRunWeather(table, 1, weather);
         QCOMPARE(changedColumns(changes),
                  (QList<int>{22, 23, 24, 19, 25, 26, 21, 27, 28, 20, 29, 30, 31, 32, 33}));
         const QStringList expected{"1250", "1410", "0.33", "29.921", "71.5", "43.2", "5.1", "45",

@@ -23,11 +23,11 @@ private slots:
     void newTableHasTheHeaderAndRunOne() {
         RunTable table;
         QCOMPARE(table.tableRows(), 2);
-        QCOMPARE(table.Cols(), 34);
+        QCOMPARE(table.cols(), 34);
         // The corner is the window's.
         QCOMPARE(table.cell(0, 0), QString());
         QCOMPARE(table.cell(1, 0), QStringLiteral("1"));
-        for (int column = 1; column < table.Cols(); ++column) {
+        for (int column = 1; column < table.cols(); ++column) {
             QCOMPARE(table.cell(0, column), ColumnTable::Columns[column].caption.toString());
             QCOMPARE(table.cell(1, column), QString());
         }
@@ -90,7 +90,7 @@ private slots:
     void oneRunHasNoBand() {
         RunTable table;
         table.paintRowBands();
-        for (int column = 0; column < table.Cols(); ++column)
+        for (int column = 0; column < table.cols(); ++column)
             QVERIFY(!isBanded(table, 1, column));
     }
 
@@ -99,7 +99,7 @@ private slots:
         table.addRun();
         table.paintRowBands();
         QVERIFY(!isBanded(table, 2, 0));
-        for (int column = 1; column < table.Cols(); ++column) {
+        for (int column = 1; column < table.cols(); ++column) {
             QVERIFY(isBanded(table, 2, column));
             QVERIFY(!isBanded(table, 1, column));
         }

@@ -39,10 +39,10 @@ bool hasInstrumentShape(const QByteArray& line) {
         if (!shape.match(QString::fromLatin1(tokens[i])).hasMatch())
             return false;
     }
-    if (!DateText::IsDate(QString::fromLatin1(tokens[0])))
+    if (!DateText::isDate(QString::fromLatin1(tokens[0])))
         return false;
     for (qsizetype i = 2; i < tokens.size(); ++i) {
-        if (!NumberText::IsNumeric(QString::fromLatin1(tokens[i])))
+        if (!NumberText::isNumeric(QString::fromLatin1(tokens[i])))
             return false;
     }
     return true;

@@ -19,7 +19,7 @@ QList<QByteArray> run(SimulatedInstrument::Options options, int count, int stepS
 }
 
 double token(const QByteArray& line, int number) {
-    return *NumberText::ToDouble(QString::fromLatin1(line.trimmed().split(' ').at(number - 1)));
+    return *NumberText::toDouble(QString::fromLatin1(line.trimmed().split(' ').at(number - 1)));
 }
 
 } // namespace

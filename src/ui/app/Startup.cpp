@@ -52,7 +52,7 @@ MainWindow* Startup::mainWindow() const {
     return window;
 }
 
-std::optional<int> Startup::Main() {
+std::optional<int> Startup::run() {
     // Every window and box of the program carries its icon, the first question included; the
     // desktop finds the program's entry, and so its icon, by the same name.
     QGuiApplication::setWindowIcon(ToolIcons::programIcon());
@@ -70,18 +70,18 @@ std::optional<int> Startup::Main() {
         const Dialogs::Message question{displayQuestion, QStringLiteral("Tarnwick"),
                                         Dialogs::Icon::Information, Dialogs::Buttons::OkCancel,
                                         Dialogs::Answer::Ok};
-        if (Dialogs::Show(question) == Dialogs::Answer::Cancel)
+        if (Dialogs::show(question) == Dialogs::Answer::Cancel)
             return 0;
         role = InstanceRole::Display;
     }
 
-    ShowSplashWhileLoading();
+    showSplashWhileLoading();
     window->show();
 
     // A display instance never takes files: a later start's path goes to the main instance.
     // The main instance takes them until its window has closed.
     if (role == InstanceRole::Main) {
-        connect(&channel, &InstanceChannel::pathReceived, this, &Startup::OpenHandedPath);
+        connect(&channel, &InstanceChannel::pathReceived, this, &Startup::openHandedPath);
         connect(window->windowHandle(), &QWindow::visibleChanged, this, [this](bool visible) {
             if (!visible)
                 channel.stopListening();
@@ -93,11 +93,11 @@ std::optional<int> Startup::Main() {
         window->openFile(commandLine);
 
     if (role == InstanceRole::Display)
-        return StartDisplay();
+        return startDisplay();
     return std::nullopt;
 }
 
-void Startup::ShowSplashWhileLoading() {
+void Startup::showSplashWhileLoading() {
     SplashScreen splash;
     splash.show();
     splash.repaint();
@@ -127,14 +127,14 @@ QString Startup::handedPath() const {
 }
 
 // Restoring a minimised window gives it back the state it had before: maximised stays so.
-void Startup::OpenHandedPath(const QString& path) {
+void Startup::openHandedPath(const QString& path) {
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->raise();
     window->activateWindow();
     window->openFile(path);
 }
 
-std::optional<int> Startup::StartDisplay() {
+std::optional<int> Startup::startDisplay() {
     const QString oskerby = applicationFolder + u'/' + oskerbyName;
     if (!QFileInfo(oskerby).isFile())
         return 0;
@@ -143,14 +143,14 @@ std::optional<int> Startup::StartDisplay() {
     QProcess relay;
     relay.setProgram(oskerby);
     const QString port = window->instrument().portSettings.tcpPort;
-    if (NumberText::IsNumeric(port))
+    if (NumberText::isNumeric(port))
         relay.setArguments({QStringLiteral("--port"), port});
     relay.setStandardOutputFile(QProcess::nullDevice());
     relay.setStandardErrorFile(QProcess::nullDevice());
     relay.startDetached();
     window->connectRelay();
-    if (!CountMonitors(*window))
-        Dialogs::Inform(QStringLiteral("Unable to determine how many monitors are in use."),
+    if (!countMonitors(*window))
+        Dialogs::inform(QStringLiteral("Unable to determine how many monitors are in use."),
                         QStringLiteral("Tarnwick - Startup"), Dialogs::Icon::Information);
     return std::nullopt;
 }

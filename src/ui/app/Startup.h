@@ -27,17 +27,17 @@ public:
 
     // Runs the start-up. Gives the exit code when the process ends here, or nothing when the
     // main window is up and the events are to run.
-    std::optional<int> Main();
+    std::optional<int> run();
 
     MainWindow* mainWindow() const;
     // The live weather and the open logs and views; made once the role is known.
     WeatherStation* weatherStation() const { return station.get(); }
 
 private:
-    void ShowSplashWhileLoading();
+    void showSplashWhileLoading();
     QString handedPath() const;
-    void OpenHandedPath(const QString& path);
-    std::optional<int> StartDisplay();
+    void openHandedPath(const QString& path);
+    std::optional<int> startDisplay();
 
     InstanceRole role = InstanceRole::Main;
     const QString commandLine;

@@ -27,8 +27,8 @@ QSizeF pageSizeOf(const QWidget& chart) {
 }
 
 QString startFolder() {
-    const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
-    return folder.isEmpty() ? ProgramFolder::ForUserFiles() : folder;
+    const QString folder = Registry::get(SettingKeys::FileDialogFolder);
+    return folder.isEmpty() ? ProgramFolder::forUserFiles() : folder;
 }
 
 } // namespace
@@ -46,7 +46,7 @@ Drawing drawingOf(QCustomPlot& chart) {
 void print(const Drawing& drawing) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
-    if (!Dialogs::UsePrinter(printer))
+    if (!Dialogs::usePrinter(printer))
         return;
     QPainter painter;
     if (!painter.begin(&printer))
@@ -57,7 +57,7 @@ void print(const Drawing& drawing) {
 }
 
 QString proposedName(const QString& label) {
-    return label + u' ' + DateText::FileStamp(QDate::currentDate());
+    return label + u' ' + DateText::fileStamp(QDate::currentDate());
 }
 
 void saveAsPdf(const QString& label, QWidget& chart, const std::function<Drawing()>& drawing) {
@@ -70,7 +70,7 @@ void saveAsPdf(const QString& label, QWidget& chart, const std::function<Drawing
     request.filterIndex = 1;
     request.initialFolder = startFolder();
     request.confirmOverwrite = true;
-    const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
+    const std::optional<Dialogs::FileChoice> choice = Dialogs::chooseFile(request);
     if (!choice || choice->path.isEmpty())
         return;
     // Readings that came in while the dialog was open reached the chart in the dialog's own

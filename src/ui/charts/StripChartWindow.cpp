@@ -74,7 +74,7 @@ void StripChartWindow::buildMenu() {
 void StripChartWindow::showReading(const WeatherRecord& reading, const QString& statusLine) {
     float factor = 0;
     if (view() == ViewTable::View::CF) {
-        const std::optional<float> worked = CorrectionFactor(reading.ABP, reading.Temp, reading.VP);
+        const std::optional<float> worked = correctionFactor(reading.ABP, reading.Temp, reading.VP);
         if (!worked)
             return;
         factor = *worked;

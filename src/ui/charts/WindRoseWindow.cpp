@@ -100,7 +100,7 @@ void WindRoseWindow::showReading(const WeatherRecord& reading, const QString& st
 void WindRoseWindow::addLoggedPoint(float, const QList<float>& values) {
     if (values.size() < 2)
         return;
-    const std::optional<qint32> direction = NumberText::RoundToInt32(values[0]);
+    const std::optional<qint32> direction = NumberText::roundToInt32(values[0]);
     if (!direction || *direction < std::numeric_limits<qint16>::min() ||
         *direction > std::numeric_limits<qint16>::max())
         return;

@@ -97,12 +97,12 @@ PortDialog::PortDialog(InstrumentConnection& connection, FeedWatchdog& watchdog,
         "Seconds without weather before the status line, the race logs and the page warn"));
     addRow(alarmForm, QStringLiteral("&Warn after (s):"), warnAfterField);
 
-    okButton = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    okButton = DialogParts::namedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
     cancelButton =
-        DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
+        DialogParts::namedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
     applyButton =
-        DialogParts::NamedButton(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
-    restoreDefaultsButton = DialogParts::NamedButton(QStringLiteral("cmdRestoreDefaults"),
+        DialogParts::namedButton(QStringLiteral("cmdApply"), QStringLiteral("&Apply"), this);
+    restoreDefaultsButton = DialogParts::namedButton(QStringLiteral("cmdRestoreDefaults"),
                                                      QStringLiteral("&Restore Defaults"), this);
     okButton->setDefault(true);
     auto* buttons = new QHBoxLayout;
@@ -197,7 +197,7 @@ void PortDialog::showDevice(int comPort) {
     if (!deviceField)
         return;
     deviceField->setEnabled(isComEntry(comPort));
-    deviceField->setText(isComEntry(comPort) ? editedDevices.value(comPort, PortDevice(comPort))
+    deviceField->setText(isComEntry(comPort) ? editedDevices.value(comPort, portDevice(comPort))
                                              : QString());
 }
 
@@ -209,7 +209,7 @@ void PortDialog::deviceEdited(const QString& device) {
 // A new relay address means the old connection is wrong now, before anything is applied.
 void PortDialog::hostOrPortChanged() {
     listChanged();
-    connection.IPPort().close();
+    connection.ipPort().close();
 }
 
 void PortDialog::restoreDefaults() {
@@ -239,7 +239,7 @@ void PortDialog::storeToMemory() {
     if (const QString port = portList->currentText().trimmed(); !port.isEmpty())
         settings.tcpPort = port;
     for (auto device = editedDevices.cbegin(); device != editedDevices.cend(); ++device)
-        SetPortDevice(device.key(), device.value());
+        setPortDevice(device.key(), device.value());
     editedDevices.clear();
     // Too short a wait, or none, warns of every pause between two lines: such a value is
     // the default, and the field shows what is used.

@@ -56,7 +56,7 @@ void scaleToData(QCustomPlot& graph) {
 }
 
 void inform(const QString& text) {
-    Dialogs::Inform(text, QStringLiteral("Tarnwick - Performance Factor"), Dialogs::Icon::Critical);
+    Dialogs::inform(text, QStringLiteral("Tarnwick - Performance Factor"), Dialogs::Icon::Critical);
 }
 
 } // namespace
@@ -94,7 +94,7 @@ void PerformanceFactorWindow::buildControls() {
     pfField->setMaximumWidth(80);
     // The trial factor is typed as the log's own factor is.
     auto* rules = new TextFieldRules(this);
-    rules->add(pfField, KeyFilters::SignedNumber, [] {});
+    rules->add(pfField, KeyFilters::signedNumber, [] {});
     graphButton = new QPushButton(QStringLiteral("&Graph"));
     graphButton->setObjectName(QStringLiteral("cmdGraph"));
     setButton = new QPushButton(QStringLiteral("Set &PF"));
@@ -152,8 +152,8 @@ void PerformanceFactorWindow::chooseLog() {
         runList->setCurrentIndex(-1);
     }
     const QString factor = log->field(RaceLog::Field::PF);
-    pfField->setText(NumberText::IsNumeric(factor) ? factor : NoFactor);
-    usable = Graph::usableRuns(*log, NumberText::ToDouble(pfField->text()).value_or(0.0));
+    pfField->setText(NumberText::isNumeric(factor) ? factor : NoFactor);
+    usable = Graph::usableRuns(*log, NumberText::toDouble(pfField->text()).value_or(0.0));
 }
 
 // "All" draws every run afresh; a single run is added to what is drawn. A run whose line
@@ -185,7 +185,7 @@ void PerformanceFactorWindow::drawRuns(int entry) {
 // The slopes for the trial factor; the graph keeps the old lines until a run is picked.
 void PerformanceFactorWindow::regraph() {
     graphButton->setEnabled(false);
-    if (!NumberText::IsNumeric(pfField->text()))
+    if (!NumberText::isNumeric(pfField->text()))
         pfField->setText(NoFactor);
     try {
         Graph::reslope(usable, ComputeCheck::converted(pfField->text()));
@@ -203,7 +203,7 @@ void PerformanceFactorWindow::setFactor() {
     if (entry < 0 || raceLogList->itemData(entry).toInt() != shownSlot || !shownLog)
         return;
     const QString factor = pfField->text();
-    if (!NumberText::IsNumeric(factor))
+    if (!NumberText::isNumeric(factor))
         return;
     shownLog->change(QStringLiteral("Set PF"), [&factor](RaceLogData& log) { log.pf = factor; });
 }

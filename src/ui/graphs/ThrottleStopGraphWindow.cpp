@@ -33,8 +33,8 @@ QString placementKey() {
 }
 
 QString cursorText(const QPointF& at) {
-    return NumberText::Format(float(at.y()), QStringLiteral("0.0000")) + QStringLiteral(",  ") +
-           NumberText::Format(float(at.x()), QStringLiteral("0.0000"));
+    return NumberText::format(float(at.y()), QStringLiteral("0.0000")) + QStringLiteral(",  ") +
+           NumberText::format(float(at.x()), QStringLiteral("0.0000"));
 }
 
 void plotPoints(QCPGraph* plot, const std::vector<ThrottleStopPoints::Point>& points) {
@@ -138,7 +138,7 @@ void ThrottleStopGraphWindow::fitCursors() {
     graph->setCursorPosition(0, QPointF(fit->firstX, fit->at(fit->firstX)));
     graph->setCursorPosition(1, QPointF(fit->lastX, fit->at(fit->lastX)));
     cursorLabel[1]->setText(QStringLiteral("RMS ") +
-                            NumberText::Format(fit->rms, QStringLiteral("0.0000")) +
+                            NumberText::format(fit->rms, QStringLiteral("0.0000")) +
                             QStringLiteral(" s"));
 }
 

@@ -74,7 +74,7 @@ TrendFinderWindow::TrendFinderWindow(OpenRaceLogs& raceLogs, QWidget* parent)
     connect(quantityList, &QComboBox::activated, this, &TrendFinderWindow::drawQuantity);
     connect(graph, &RunGraph::cursorMoved, this, [this] {
         cursorLabel->setText(
-            NumberText::Format(float(graph->cursorPosition(0).y()), QStringLiteral("0.0000")));
+            NumberText::format(float(graph->cursorPosition(0).y()), QStringLiteral("0.0000")));
     });
     layOut({quantityList, mouseModeList, cursorModeList, cursorLabel, nullptr});
 }
@@ -90,7 +90,7 @@ void TrendFinderWindow::logChosen() {
     question.icon = Dialogs::Icon::Question;
     question.buttons = Dialogs::Buttons::YesNo;
     question.defaultAnswer = Dialogs::Answer::Yes;
-    if (Dialogs::Show(question) != Dialogs::Answer::Yes)
+    if (Dialogs::show(question) != Dialogs::Answer::Yes)
         return;
     graph->clearData();
     for (int i = 0; i < graph->graphCount(); ++i)

@@ -36,10 +36,10 @@ void add(MainWindow& main) {
 
 ViewerWindow* showReport(QMdiArea& area, const IncrementalTimes::Request& request) {
     TimeSlipLog log;
-    if (LoadTimeSlipLog(log) != TimeSlipLoad::Read)
+    if (loadTimeSlipLog(log) != TimeSlipLoad::Read)
         return nullptr;
     PageDocument document = Viewers::newDocument(Viewers::Kind::Report);
-    IncrementalTimes::Write(document, log, request);
+    IncrementalTimes::write(document, log, request);
     return ViewerWindow::open(area, Viewers::Kind::Report, std::move(document), QString());
 }
 

@@ -54,18 +54,18 @@ IncrementalTimesDialog::IncrementalTimesDialog(QWidget* parent) : QDialog(parent
 
 bool IncrementalTimesDialog::load() {
     TimeSlipLog log;
-    const TimeSlipLoad loaded = LoadTimeSlipLog(log);
+    const TimeSlipLoad loaded = loadTimeSlipLog(log);
     if (loaded != TimeSlipLoad::Read) {
         if (loaded == TimeSlipLoad::Unreadable) {
-            const TimeSlipMessage message = TimeSlipLogUnreadable();
-            Dialogs::Inform(message.text, message.title);
+            const TimeSlipMessage message = timeSlipLogUnreadable();
+            Dialogs::inform(message.text, message.title);
         }
-        Dialogs::Inform(QStringLiteral("Unable to load iCard Times!"),
+        Dialogs::inform(QStringLiteral("Unable to load iCard Times!"),
                         QStringLiteral("Tarnwick - iCard Incremental Times"));
         ok->setEnabled(false);
         return false;
     }
-    categorySession->addItems(IncrementalTimes::CategorySessions(log));
+    categorySession->addItems(IncrementalTimes::categorySessions(log));
     categorySession->setCurrentIndex(categorySession->count() > 0 ? 0 : -1);
     return true;
 }

@@ -21,7 +21,7 @@ void printPages(const PageDocument& document) {
     printer.setDocName(document.metadata.title);
     printer.setCreator(document.metadata.creator);
     printer.setFromTo(1, document.pageCount());
-    if (!Dialogs::ChoosePrinter(printer))
+    if (!Dialogs::choosePrinter(printer))
         return;
     QPainter painter;
     if (!painter.begin(&printer))
@@ -47,7 +47,7 @@ void savePagesAsPdf(const PageDocument& document, Viewers::Kind kind) {
                      QStringLiteral("All Files (*.*) |*.*|");
     request.filterIndex = 1;
     request.fileName = Viewers::proposedPdfName(kind, QDate::currentDate());
-    const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
+    const std::optional<Dialogs::FileChoice> choice = Dialogs::chooseFile(request);
     if (choice && Viewers::isPdfName(choice->path))
         writePdf(document, choice->path);
 }

@@ -48,7 +48,7 @@ ViewerWindow* ViewerWindow::open(QMdiArea& mdi, Viewers::Kind kind, PageDocument
 }
 
 ViewerWindow::ViewerWindow(Viewers::Kind viewerKind, PageDocument document, QWidget* parent)
-    : QWidget(parent), kind(viewerKind), pages(std::move(document)), zoom(Settings::LoadScale()),
+    : QWidget(parent), kind(viewerKind), pages(std::move(document)), zoom(Settings::loadScale()),
       preview(new PagePreview), area(new QScrollArea(this)), pageLabel(new QLabel(this)) {
     const Viewers::Viewer& row = Viewers::viewer(kind);
     setObjectName(row.objectName.toString());
@@ -149,7 +149,7 @@ void ViewerWindow::saveAsPdf() {
 
 // The zoom is kept for the next document.
 void ViewerWindow::closeEvent(QCloseEvent* event) {
-    Settings::SaveScale(zoom);
+    Settings::saveScale(zoom);
     event->accept();
 }
 

@@ -47,5 +47,5 @@ void PagerDispatch::sendByHand(const QByteArray& command, const Dialogs::Message
     if (port.isOpen())
         port.write(command);
     else
-        Dialogs::Show(portClosed);
+        Dialogs::show(portClosed);
 }

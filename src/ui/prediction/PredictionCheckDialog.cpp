@@ -15,12 +15,12 @@
 
 namespace {
 
-using NumberText::Format;
+using NumberText::format;
 
 const QString Title = QStringLiteral("Prediction Check");
 
 QString seconds(double value) {
-    return Format(value, "0.0000") + QStringLiteral(" s");
+    return format(value, "0.0000") + QStringLiteral(" s");
 }
 
 // An error with its sign shown, as far as the shown digits go: "+0.0123", "-0.0040", and
@@ -29,7 +29,7 @@ QString signedSeconds(double value) {
     const double shown = std::round(value * 1e4) / 1e4;
     if (shown == 0)
         return QStringLiteral("0.0000");
-    return (shown > 0 ? QStringLiteral("+") : QString()) + Format(shown, "0.0000");
+    return (shown > 0 ? QStringLiteral("+") : QString()) + format(shown, "0.0000");
 }
 
 QTableWidgetItem* cell(const QString& text) {
@@ -161,11 +161,11 @@ void PredictionCheckDialog::showRuns(const PredictionCheck::Report& report) {
         const PredictionCheck::RunCheck& run = report.runs[row];
         const PredictionCheck::Prediction& nearest = run.nearest;
         gridCheck->setItem(row, 0, cell(QString::number(nearest.run)));
-        gridCheck->setItem(row, 1, cell(Format(nearest.actualEt, "0.0000")));
+        gridCheck->setItem(row, 1, cell(format(nearest.actualEt, "0.0000")));
         gridCheck->setItem(row, 2, cell(QString::number(nearest.reference)));
-        gridCheck->setItem(row, 3, cell(Format(nearest.et.predictedEt, "0.0000")));
+        gridCheck->setItem(row, 3, cell(format(nearest.et.predictedEt, "0.0000")));
         gridCheck->setItem(row, 4, cell(signedSeconds(nearest.error())));
-        gridCheck->setItem(row, 5, cell(Format(run.meanAbsoluteError, "0.0000")));
+        gridCheck->setItem(row, 5, cell(format(run.meanAbsoluteError, "0.0000")));
     }
 }
 
@@ -188,11 +188,11 @@ void PredictionCheckDialog::showErrors(const PredictionCheck::Report& report) {
 }
 
 void PredictionCheckDialog::showBestFactor(const std::optional<PredictionCheck::BestFactor>& best) {
-    bestFactor = best ? Format(best->performanceFactor, "0.00") : QString();
+    bestFactor = best ? format(best->performanceFactor, "0.00") : QString();
     bestPfLabel->setText(best ? QStringLiteral("Best PF: %1, mean absolute error %2")
                                     .arg(bestFactor, seconds(best->meanAbsoluteError))
                               : QStringLiteral("Best PF: none"));
-    const auto current = NumberText::ToDouble(log.content().pf);
+    const auto current = NumberText::toDouble(log.content().pf);
     usePfButton->setEnabled(best && (!current || *current != best->performanceFactor));
 }
 

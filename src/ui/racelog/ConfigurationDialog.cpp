@@ -37,7 +37,7 @@ template <typename Widget> Widget* named(Widget* widget, const char* name) {
 }
 
 QPushButton* button(const char* name, const QString& caption) {
-    return DialogParts::NamedButton(QLatin1String(name), caption);
+    return DialogParts::namedButton(QLatin1String(name), caption);
 }
 
 QLabel* label(const char* name, const QString& caption, QWidget* buddy) {
@@ -71,7 +71,7 @@ void refill(QComboBox* box, const QStringList& entries) {
 }
 
 QString numberOrZero(const QString& text) {
-    return NumberText::IsNumeric(text) ? text : QStringLiteral("0");
+    return NumberText::isNumeric(text) ? text : QStringLiteral("0");
 }
 
 } // namespace
@@ -90,7 +90,7 @@ ConfigurationDialog::ConfigurationDialog(std::function<void(int)> setPagerFreque
 
     okButton = button("cmdOK", QStringLiteral("OK"));
     cancelButton = button("cmdCancel", QStringLiteral("Cancel"));
-    QHBoxLayout* buttons = DialogParts::ClosingButtons({okButton, cancelButton});
+    QHBoxLayout* buttons = DialogParts::closingButtons({okButton, cancelButton});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tabs);
@@ -203,16 +203,16 @@ QWidget* ConfigurationDialog::templatesPage() {
 // The fields put themselves right without a word: a default that is no number is 0.
 void ConfigurationDialog::addFieldRules() {
     auto* rules = new TextFieldRules(this);
-    rules->add(carNumberField, KeyFilters::CarNumber, [] {});
-    rules->add(pfField, KeyFilters::SignedNumber,
+    rules->add(carNumberField, KeyFilters::carNumber, [] {});
+    rules->add(pfField, KeyFilters::signedNumber,
                [this] { pfField->setText(numberOrZero(pfField->text())); });
-    rules->add(tsrField, KeyFilters::UnsignedNumber,
+    rules->add(tsrField, KeyFilters::unsignedNumber,
                [this] { tsrField->setText(numberOrZero(tsrField->text())); });
-    rules->add(targetEtField, KeyFilters::UnsignedNumber, [this] {
+    rules->add(targetEtField, KeyFilters::unsignedNumber, [this] {
         targetEtField->setText(SidePanelRules::settledTargetET(targetEtField->text()));
     });
     rules->add(
-        {pageIdentifierList, pageIdentifierList->lineEdit(), KeyFilters::TypeName, false,
+        {pageIdentifierList, pageIdentifierList->lineEdit(), KeyFilters::typeName, false,
          [this] { pageIdentifierList->setEditText(pageIdentifierList->currentText().trimmed()); }});
 }
 
@@ -251,7 +251,7 @@ void ConfigurationDialog::load() {
     loadTimeSlipLog();
     fillRaceTracks();
     if (!loadPagerFrequency()) {
-        Dialogs::Inform(QStringLiteral("Error loading configuration form!"),
+        Dialogs::inform(QStringLiteral("Error loading configuration form!"),
                         QStringLiteral("Configuration"), Dialogs::Icon::None);
         return;
     }
@@ -261,8 +261,8 @@ void ConfigurationDialog::load() {
 
 // The shipped template is the system default; any other path is the user's own folder.
 void ConfigurationDialog::loadTemplate() {
-    const QString path = Registry::Get(SettingKeys::MasterTemplate);
-    if (path == Registry::NoKeyValue || path == SystemTemplatePath()) {
+    const QString path = Registry::get(SettingKeys::MasterTemplate);
+    if (path == Registry::NoKeyValue || path == systemTemplatePath()) {
         defaultTemplateOption->setChecked(true);
         return;
     }
@@ -273,38 +273,38 @@ void ConfigurationDialog::loadTemplate() {
 // Only the program's own setting is shown: the receiver's, when its software has written one,
 // is read before it and is not the user's to change here.
 void ConfigurationDialog::loadTimeSlipLog() {
-    const QString path = Registry::Get(SettingKeys::TimeSlipLogFile);
+    const QString path = Registry::get(SettingKeys::TimeSlipLogFile);
     if (path != Registry::NoKeyValue)
         iCardLogFileField->setText(path);
 }
 
 void ConfigurationDialog::fillRaceTracks() {
-    refill(raceTrackList, RaceTracks());
+    refill(raceTrackList, raceTracks());
 }
 
 // A frequency between two choices shows the lower one and stays in force until the user
 // picks a choice; a frequency below one minute shows none.
 bool ConfigurationDialog::loadPagerFrequency() {
     const std::optional<qint32> frequency =
-        PagerSchedule::storedFrequency(Registry::Get(SettingKeys::PagerFrequency));
+        PagerSchedule::storedFrequency(Registry::get(SettingKeys::PagerFrequency));
     if (!frequency)
         return false;
     setPagerFrequency(*frequency);
-    pagerFrequencyList->setCurrentIndex(PagerFrequencyChoice(*frequency));
+    pagerFrequencyList->setCurrentIndex(pagerFrequencyChoice(*frequency));
     return true;
 }
 
 void ConfigurationDialog::fillPageIdentifiers() {
-    refill(pageIdentifierList, RaceLogTypes());
+    refill(pageIdentifierList, raceLogTypes());
 }
 
 // The fields of the type named in the list's text, or of the general defaults when it is
 // empty. Each field's objectName is "txt" and the name of its value: "txtPF" shows PF.
 void ConfigurationDialog::loadFields() {
-    const QString key = TypeKey(pageIdentifierList->currentText());
+    const QString key = typeKey(pageIdentifierList->currentText());
     for (const SettingKey* value : DefaultValues) {
         const QString name = value->valueName();
-        if (const auto shown = ShownText(*value, Registry::Get(key, name)))
+        if (const auto shown = shownText(*value, Registry::get(key, name)))
             findChild<QLineEdit*>(QStringLiteral("txt") + name)->setText(*shown);
     }
 }
@@ -320,28 +320,28 @@ void ConfigurationDialog::save() {
 // A path that names no file is passed over without a word.
 void ConfigurationDialog::saveTemplate() {
     if (const auto path =
-            TemplateToStore(defaultTemplateOption->isChecked(), templateFileField->text()))
-        Registry::Set(SettingKeys::MasterTemplate, *path);
+            templateToStore(defaultTemplateOption->isChecked(), templateFileField->text()))
+        Registry::set(SettingKeys::MasterTemplate, *path);
 }
 
 // An emptied field forgets the file, so the import says again that no log is set.
 void ConfigurationDialog::saveTimeSlipLog() {
     const QString path = iCardLogFileField->text().trimmed();
     if (path.isEmpty())
-        Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER,
+        Registry::deleteKeyValue(Registry::HKEY_CURRENT_USER,
                                  SettingKeys::TimeSlipLogFile.keyPath(),
                                  SettingKeys::TimeSlipLogFile.valueName());
     else
-        Registry::Set(SettingKeys::TimeSlipLogFile, path);
+        Registry::set(SettingKeys::TimeSlipLogFile, path);
 }
 
 void ConfigurationDialog::saveFields() {
-    const QString key = TypeKey(pageIdentifierList->currentText());
+    const QString key = typeKey(pageIdentifierList->currentText());
     for (const SettingKey* value : DefaultValues) {
         const QString name = value->valueName();
         const QString text = findChild<QLineEdit*>(QStringLiteral("txt") + name)->text();
-        if (IsStored(*value, text))
-            Registry::Set(key, name, text);
+        if (isStored(*value, text))
+            Registry::set(key, name, text);
     }
 }
 
@@ -358,7 +358,7 @@ void ConfigurationDialog::saveSetting() {
 
 void ConfigurationDialog::removeSetting() {
     removeSettingButton->setEnabled(false);
-    Registry::DeleteKey(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(),
+    Registry::deleteKey(Registry::HKEY_CURRENT_USER, SettingKeys::RaceLogTypes.keyPath(),
                         pageIdentifierList->currentText());
     fillPageIdentifiers();
 }
@@ -372,7 +372,7 @@ void ConfigurationDialog::pageIdentifierChosen() {
 void ConfigurationDialog::pagerFrequencyChosen(int choice) {
     const int ticks = pagerFrequencyList->itemData(choice).toInt();
     setPagerFrequency(ticks);
-    Registry::Set(SettingKeys::PagerFrequency, NumberText::General(float(ticks)));
+    Registry::set(SettingKeys::PagerFrequency, NumberText::general(float(ticks)));
 }
 
 // Tracks are told apart by their exact names: "Bristol" and "bristol" are two tracks.
@@ -382,12 +382,12 @@ void ConfigurationDialog::addTrack() {
         raceTrackList->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0)
         return;
     raceTrackList->addItem(name);
-    Registry::Set(SettingKeys::Tracks, name, TrackData);
+    Registry::set(SettingKeys::Tracks, name, TrackData);
 }
 
 // Race logs that hold the track keep it: they store its name, not a reference.
 void ConfigurationDialog::removeTrack() {
-    Registry::DeleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(),
+    Registry::deleteKeyValue(Registry::HKEY_CURRENT_USER, SettingKeys::Tracks.keyPath(),
                              raceTrackList->currentText().trimmed());
     fillRaceTracks();
 }
@@ -399,10 +399,10 @@ void ConfigurationDialog::chooseTemplate() {
     // The export fills in workbooks of today's format only.
     request.filter = QStringLiteral("Excel Workbooks (*.xlsx) |*.xlsx|");
     request.fileName = QStringLiteral("*.xlsx");
-    if (const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+    if (const QString folder = Registry::get(SettingKeys::FileDialogFolder);
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;
-    if (const auto choice = Dialogs::ChooseFile(request))
+    if (const auto choice = Dialogs::chooseFile(request))
         templateFileField->setText(choice->path);
 }
 
@@ -411,9 +411,9 @@ void ConfigurationDialog::chooseTimeSlipLog() {
     request.title = QStringLiteral("Choose iCard Log File");
     request.filter = QStringLiteral("iCard Race Log Files (*.csv) |*.csv|All Files (*.*) |*.*|");
     request.fileName = QStringLiteral("*.csv");
-    if (const QString folder = Registry::Get(SettingKeys::FileDialogFolder);
+    if (const QString folder = Registry::get(SettingKeys::FileDialogFolder);
         folder != Registry::NoKeyValue)
         request.initialFolder = folder;
-    if (const auto choice = Dialogs::ChooseFile(request))
+    if (const auto choice = Dialogs::chooseFile(request))
         iCardLogFileField->setText(choice->path);
 }

@@ -37,10 +37,10 @@ LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
         checkBoxes.append(box);
     }
 
-    okButton = DialogParts::NamedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    okButton = DialogParts::namedButton(QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
     cancelButton =
-        DialogParts::NamedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
-    QHBoxLayout* buttons = DialogParts::ClosingButtons({okButton, cancelButton});
+        DialogParts::namedButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"), this);
+    QHBoxLayout* buttons = DialogParts::closingButtons({okButton, cancelButton});
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(group);
@@ -61,11 +61,11 @@ LogColumnsDialog::LogColumnsDialog(QWidget* parent) : QDialog(parent) {
 // The value of each box is named by the box's caption.
 void LogColumnsDialog::showChoice() {
     for (QCheckBox* box : checkBoxes)
-        box->setChecked(Registry::Get(SettingKeys::LogColumns, box->text()) == u"1");
+        box->setChecked(Registry::get(SettingKeys::LogColumns, box->text()) == u"1");
 }
 
 void LogColumnsDialog::storeChoice() {
     for (QCheckBox* box : checkBoxes)
-        Registry::Set(SettingKeys::LogColumns, box->text(),
+        Registry::set(SettingKeys::LogColumns, box->text(),
                       box->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
 }

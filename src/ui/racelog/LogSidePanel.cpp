@@ -76,7 +76,7 @@ LogSidePanel::LogSidePanel(QWidget* parent) : QTabWidget(parent) {
     addTab(predictPage(), QStringLiteral("Predict..."));
     addFieldRules();
     connect(todayButton, &QToolButton::clicked, this,
-            [this] { dateField->setText(DateText::LogDateText(QDate::currentDate())); });
+            [this] { dateField->setText(DateText::logDateText(QDate::currentDate())); });
     connect(predictButton, &QPushButton::clicked, this, &LogSidePanel::predictRequested);
 }
 
@@ -171,40 +171,40 @@ QWidget* LogSidePanel::predictPage() {
 void LogSidePanel::addFieldRules() {
     auto* rules = new TextFieldRules(this);
     const QList<std::tuple<QLineEdit*, QChar (*)(QChar), std::function<void()>>> fields{
-        {dateField, KeyFilters::Date,
+        {dateField, KeyFilters::date,
          [this] {
              dateField->setText(
                  SidePanelRules::settledLogDate(dateField->text(), QDate::currentDate()));
          }},
-        {pfField, KeyFilters::SignedNumber,
+        {pfField, KeyFilters::signedNumber,
          [this] {
-             if (!NumberText::IsNumeric(pfField->text()))
+             if (!NumberText::isNumeric(pfField->text()))
                  complain(pfField, QStringLiteral("The performance factor is not a number!"),
                           QStringLiteral("Performance Factor"));
          }},
-        {tsrField, KeyFilters::UnsignedNumber,
+        {tsrField, KeyFilters::unsignedNumber,
          [this] {
-             if (!NumberText::IsNumeric(tsrField->text()))
+             if (!NumberText::isNumeric(tsrField->text()))
                  complain(tsrField, QStringLiteral("The throttle stop ratio is not a number!"),
                           QStringLiteral("Throttle Stop Ratio"));
          }},
-        {pageIdentifierField, KeyFilters::Letters,
+        {pageIdentifierField, KeyFilters::letters,
          [this] {
              pageIdentifierField->setText(
                  SidePanelRules::settledPageIdentifier(pageIdentifierField->text()));
              emit pageIdentifierLeft(pageIdentifierField->text());
          }},
-        {carNumberField, KeyFilters::CarNumber, [] {}},
-        {targetEtField, KeyFilters::UnsignedNumber,
+        {carNumberField, KeyFilters::carNumber, [] {}},
+        {targetEtField, KeyFilters::unsignedNumber,
          [this] {
              targetEtField->setText(SidePanelRules::settledTargetET(targetEtField->text()));
-             if (!NumberText::IsNumeric(targetEtField->text()))
+             if (!NumberText::isNumeric(targetEtField->text()))
                  complain(targetEtField, QStringLiteral("The target ET is not a number!"),
                           QStringLiteral("Target ET"));
          }},
-        {aaField, KeyFilters::SignedNumber,
+        {aaField, KeyFilters::signedNumber,
          [this] { aaField->setText(SidePanelRules::settledPredictInput(aaField->text())); }},
-        {vpField, KeyFilters::UnsignedNumber,
+        {vpField, KeyFilters::unsignedNumber,
          [this] { vpField->setText(SidePanelRules::settledPredictInput(vpField->text())); }},
     };
     for (const auto& [field, keyFilter, onLeaving] : fields)
@@ -213,7 +213,7 @@ void LogSidePanel::addFieldRules() {
 
 void LogSidePanel::fillRaceTracks() {
     raceTrackList->clear();
-    raceTrackList->addItems(RaceLogDefaults::RaceTracks());
+    raceTrackList->addItems(RaceLogDefaults::raceTracks());
     raceTrackList->setEditText(QString());
 }
 
@@ -263,7 +263,7 @@ void LogSidePanel::showFile(const RaceLog& log) {
 }
 
 void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {
-    Dialogs::Inform(text, title, Dialogs::Icon::Information);
+    Dialogs::inform(text, title, Dialogs::Icon::Information);
     if (isVisible())
         field->setFocus();
 }

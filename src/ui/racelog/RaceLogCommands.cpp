@@ -63,7 +63,7 @@ void RaceLogCommands::createRaceLogListing() {
     delete main.findChild<QMenu*>(QStringLiteral("RaceLogType"));
     auto* band = new QMenu(&main);
     band->setObjectName(QStringLiteral("RaceLogType"));
-    const QStringList types = RaceLogDefaults::RaceLogTypes();
+    const QStringList types = RaceLogDefaults::raceLogTypes();
     int id = FirstTypeToolId;
     for (const QString& type : types) {
         QAction* tool = band->addAction(type);
@@ -145,7 +145,7 @@ RaceLogWindow* RaceLogCommands::windowOf(const RaceLog* log) const {
 
 void RaceLogCommands::openRaceLog() {
     const std::optional<Dialogs::FileChoice> chosen =
-        Dialogs::ChooseFile(RaceLogFileRequests::openRequest());
+        Dialogs::chooseFile(RaceLogFileRequests::openRequest());
     if (!chosen)
         return;
     RaceLogFileRequests::rememberFolder(chosen->path);
@@ -186,18 +186,18 @@ void RaceLogCommands::predictAll() {
 void RaceLogCommands::exportToExcel() {
     RaceLogWindow* log = activeLog();
     if (!log) {
-        Dialogs::Inform(QStringLiteral("The Active Form does not support this feature."),
+        Dialogs::inform(QStringLiteral("The Active Form does not support this feature."),
                         QStringLiteral("Tarnwick - Excel Export"), Dialogs::Icon::Information);
         return;
     }
-    const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
-        ExcelExport::saveRequest(QDate::currentDate(), ProgramFolder::ForUserFiles()));
+    const std::optional<Dialogs::FileChoice> chosen = Dialogs::chooseFile(
+        ExcelExport::saveRequest(QDate::currentDate(), ProgramFolder::forUserFiles()));
     if (!chosen)
         return;
     RaceLogFileRequests::rememberFolder(chosen->path);
     if (const std::optional<QString> failure = ExcelExport::write(
             log->document(), ExcelExport::withExtension(chosen->path), ExcelExport::templatePath()))
-        Dialogs::Inform(*failure, QStringLiteral("Tarnwick - Excel Export"),
+        Dialogs::inform(*failure, QStringLiteral("Tarnwick - Excel Export"),
                         Dialogs::Icon::Exclamation);
 }
 
@@ -208,6 +208,6 @@ void RaceLogCommands::runOnActive(void (PrintableWindow::*command)()) {
         (window->*command)();
         return;
     }
-    Dialogs::Inform(QStringLiteral("The Active Form does not support this feature."),
+    Dialogs::inform(QStringLiteral("The Active Form does not support this feature."),
                     QStringLiteral("Tarnwick - Print"), Dialogs::Icon::Information);
 }

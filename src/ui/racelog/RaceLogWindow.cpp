@@ -122,7 +122,7 @@ RaceLogWindow::~RaceLogWindow() {
 
 void RaceLogWindow::load(const QColor& mainBackground) {
     giveUsableSize();
-    Settings::LoadWindowPlacement(PlacementKey, placedWindow());
+    Settings::loadWindowPlacement(PlacementKey, placedWindow());
     correctPlacement();
     setupGrid();
     sidePanel->fillRaceTracks();
@@ -163,7 +163,7 @@ void RaceLogWindow::followPrediction() {
     connect(&prediction, &PublishedPrediction::published, this,
             [this](const PredictionLine& line) { setWindowTitle(line.caption); });
     connect(&prediction, &PublishedPrediction::failed, this,
-            [] { Dialogs::Show(PredictionModel::faultMessage()); });
+            [] { Dialogs::show(PredictionModel::faultMessage()); });
     connect(&prediction, &PublishedPrediction::staleChanged, this, &RaceLogWindow::showStale);
 }
 
@@ -199,7 +199,7 @@ void RaceLogWindow::setupGrid() {
     for (const ColumnTable::Column& column : ColumnTable::Columns) {
         // Only an exact "0" hides: a column never chosen either way is shown.
         if (column.canBeHidden() &&
-            Registry::Get(SettingKeys::LogColumns, column.visibilityValue.toString()) == u"0")
+            Registry::get(SettingKeys::LogColumns, column.visibilityValue.toString()) == u"0")
             showColumnMenu->toggleColumn(column.number);
     }
 }
@@ -211,15 +211,15 @@ void RaceLogWindow::applyTypeDefaults() {
         sidePanel->pageIdentifierField->setText(raceLogType);
         setWindowTitle(raceLogType);
     }
-    const QString defaults = RaceLogDefaults::TypeKey(raceLogType);
+    const QString defaults = RaceLogDefaults::typeKey(raceLogType);
     const auto takeNumber = [&defaults](const char* name, QLineEdit* field) {
-        const QString value = Registry::Get(defaults, QLatin1String(name));
-        if (NumberText::IsNumeric(value))
+        const QString value = Registry::get(defaults, QLatin1String(name));
+        if (NumberText::isNumeric(value))
             field->setText(value);
     };
     takeNumber("PF", sidePanel->pfField);
     takeNumber("TSR", sidePanel->tsrField);
-    const QString carNumber = Registry::Get(defaults, QStringLiteral("CarNumber"));
+    const QString carNumber = Registry::get(defaults, QStringLiteral("CarNumber"));
     if (carNumber != Registry::NoKeyValue)
         sidePanel->carNumberField->setText(carNumber.trimmed());
     takeNumber("TargetET", sidePanel->targetEtField);
@@ -274,7 +274,7 @@ Database::LoadResult RaceLogWindow::loadFile(const QString& path) {
 // lost by writing back only what could be read.
 void RaceLogWindow::warnOfUnreadValues(const QString& path, int count) {
     keepOriginalOf = path;
-    Dialogs::Inform(
+    Dialogs::inform(
         QStringLiteral("%1 value(s) of %2 could not be read and were left empty.\r\n"
                        "The first save keeps the original file as %3.")
             .arg(count)
@@ -289,7 +289,7 @@ bool RaceLogWindow::keepOriginal(const QString& target) {
     const QString backup = Database::backupPath(target);
     QFile::remove(backup);
     if (!QFile::copy(target, backup)) {
-        Dialogs::Inform(QStringLiteral("Unable to keep a copy of the original race log as ") +
+        Dialogs::inform(QStringLiteral("Unable to keep a copy of the original race log as ") +
                             backup + QStringLiteral("!\r\nNothing was saved."),
                         QStringLiteral("Race Log Table Data"), Dialogs::Icon::Critical);
         return false;
@@ -307,16 +307,16 @@ bool RaceLogWindow::saveLog(const QString& path) {
     grid->commitCellEdit();
     QString target = path;
     if (!path.isEmpty()) {
-        const Dialogs::Answer answer = Dialogs::Show(
+        const Dialogs::Answer answer = Dialogs::show(
             {QStringLiteral("Do you want to save the information for:\r\n  ") + windowTitle(),
              QStringLiteral("Save Race Log?"), Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
              Dialogs::Answer::Yes});
         if (answer == Dialogs::Answer::No)
             return true;
     } else {
-        const std::optional<Dialogs::FileChoice> chosen = Dialogs::ChooseFile(
+        const std::optional<Dialogs::FileChoice> chosen = Dialogs::chooseFile(
             RaceLogFileRequests::saveRequest(windowTitle(), sidePanel->raceTrackList->currentText(),
-                                             QDate::currentDate(), ProgramFolder::ForUserFiles()));
+                                             QDate::currentDate(), ProgramFolder::forUserFiles()));
         // Cancel is how a log that was never saved is thrown away: the window may close.
         if (!chosen)
             return true;
@@ -331,7 +331,7 @@ bool RaceLogWindow::saveLog(const QString& path) {
     if (result == Database::SaveResult::Ok)
         return true;
     const Database::SaveFailureMessage failure = Database::saveFailureMessage(result);
-    Dialogs::Inform(failure.text, failure.title, Dialogs::Icon::Critical);
+    Dialogs::inform(failure.text, failure.title, Dialogs::Icon::Critical);
     return false;
 }
 
@@ -361,14 +361,14 @@ void RaceLogWindow::showStale(int seconds) {
 void RaceLogWindow::warnOfManyPagingLogs() {
     if (const auto warning = PagerComposer::pagerPredictionsWarning(
             PagerLogs::pagerSlots(station.raceLogs().bySlot())))
-        Dialogs::Show(*warning);
+        Dialogs::show(*warning);
 }
 
 // A run shut off before the finish gets the finish the reference run says it would have
 // made; the user is asked first, and the notes keep what the finish cell held.
 void RaceLogWindow::completeRun(int row) {
     const std::optional<RunCompletion::Proposal> proposal =
-        RunCompletion::confirm(LogPrediction::completeRun(log, row), Dialogs::Show);
+        RunCompletion::confirm(LogPrediction::completeRun(log, row), Dialogs::show);
     if (proposal)
         RunEdits::completeRun(log, proposal->finishRow, proposal->finishColumn,
                               proposal->finishText, proposal->newNotes);
@@ -382,7 +382,7 @@ void RaceLogWindow::closeEvent(QCloseEvent* event) {
         event->accept();
     else
         event->ignore();
-    Settings::SaveWindowPlacement(PlacementKey, placedWindow());
+    Settings::saveWindowPlacement(PlacementKey, placedWindow());
     releaseSlot();
 }
 
@@ -445,7 +445,7 @@ void RaceLogWindow::settleCaption(const QString& pageIdentifier) {
 // The list in the panel follows the log; a run missing from it is reported.
 void RaceLogWindow::selectReferenceRun(int index) {
     if (!log.selectReferenceRun(index)) {
-        Dialogs::Inform(QStringLiteral("Error on combo box ref run selection!"),
+        Dialogs::inform(QStringLiteral("Error on combo box ref run selection!"),
                         QStringLiteral("Race Log"), Dialogs::Icon::Critical);
         return;
     }
@@ -478,7 +478,7 @@ void RaceLogWindow::annotateCharts() {
             chart->annotate(mark.plot, mark.x, mark.y, mark.text);
     }
     if (marks.failed)
-        Dialogs::Inform(QStringLiteral("Unable to load all annotations!"),
+        Dialogs::inform(QStringLiteral("Unable to load all annotations!"),
                         QStringLiteral("Tarnwick - Annotations"), Dialogs::Icon::Critical);
 }
 

@@ -23,10 +23,10 @@ constexpr int ClipboardCodes[] = {3, 22, 24};
 constexpr int TextInset = 1;
 
 QString settleTime(const QString& text) {
-    return RunCellText::SettledTime(text, QDateTime::currentDateTime());
+    return RunCellText::settledTime(text, QDateTime::currentDateTime());
 }
 QString settleDate(const QString& text) {
-    return RunCellText::SettledDate(text, QDateTime::currentDateTime());
+    return RunCellText::settledDate(text, QDateTime::currentDateTime());
 }
 
 } // namespace
@@ -40,9 +40,9 @@ RunCellDelegate::RunCellDelegate(QAbstractItemView& view) : QStyledItemDelegate(
     cboLane->addItems({QStringLiteral("Left"), QStringLiteral("Right")});
     cboLane->hide();
     txtEdit = makeTextEditor(viewport, "txtEdit");
-    rules = {{txtTime, KeyFilters::Time, settleTime},
-             {txtCtrlDate, KeyFilters::Date, settleDate},
-             {txtEdit, KeyFilters::SignedNumber, RunCellText::SettledNumber}};
+    rules = {{txtTime, KeyFilters::time, settleTime},
+             {txtCtrlDate, KeyFilters::date, settleDate},
+             {txtEdit, KeyFilters::signedNumber, RunCellText::settledNumber}};
 }
 
 QLineEdit* RunCellDelegate::makeTextEditor(QWidget* viewport, const char* name) {
@@ -184,7 +184,7 @@ bool RunCellDelegate::handleKey(QWidget* editor, QKeyEvent* event) {
 
 // A typed character goes through the editor's filter, which lets it pass or swallows it.
 bool RunCellDelegate::filterKey(const TextRule& rule, QKeyEvent* event) const {
-    const int code = TypedKeyCode(*event);
+    const int code = typedKeyCode(*event);
     if (code == 0 || std::ranges::find(ClipboardCodes, code) != std::end(ClipboardCodes))
         return false;
     return rule.keyFilter(QChar(code)).isNull();

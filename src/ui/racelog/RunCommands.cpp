@@ -21,7 +21,7 @@ const QString LoggedWeatherTitle = QStringLiteral("Log Weather Import");
 // so that time is readable.
 RunTimeSlip runSlip(const QStringList& record) {
     RunTimeSlip slip;
-    if (const auto moment = DateText::Parse(record[SlipRunTime]))
+    if (const auto moment = DateText::parse(record[SlipRunTime]))
         slip.time = moment->time.value_or(QTime(0, 0));
     slip.lane = record[SlipLane];
     for (const TimeSlipField field : {SlipReactionTime, Slip60ft, Slip330ft, Slip660ft, Slip660Mph,
@@ -32,10 +32,10 @@ RunTimeSlip runSlip(const QStringList& record) {
 
 void tellLoggedWeather(bool found) {
     if (found)
-        Dialogs::Inform(QStringLiteral("Weather data from log imported!"), LoggedWeatherTitle,
+        Dialogs::inform(QStringLiteral("Weather data from log imported!"), LoggedWeatherTitle,
                         Dialogs::Icon::Information);
     else
-        Dialogs::Inform(QStringLiteral("No weather data was imported!"), LoggedWeatherTitle,
+        Dialogs::inform(QStringLiteral("No weather data was imported!"), LoggedWeatherTitle,
                         Dialogs::Icon::Critical);
 }
 
@@ -43,7 +43,7 @@ void tellLoggedWeather(bool found) {
 
 std::optional<int> deleteRun(RaceLog& log, int row) {
     const Dialogs::Answer answer =
-        Dialogs::Show({QStringLiteral("QUESTION:\r\n  Do you want to delete run# ") +
+        Dialogs::show({QStringLiteral("QUESTION:\r\n  Do you want to delete run# ") +
                            QString::number(row) + QStringLiteral(" ?"),
                        QStringLiteral("Race Log"), Dialogs::Icon::None, Dialogs::Buttons::YesNo,
                        Dialogs::Answer::Yes});
@@ -54,7 +54,7 @@ std::optional<int> deleteRun(RaceLog& log, int row) {
 
 void importCurrentWeather(RaceLog& log, int row, const WeatherRecord& live) {
     RunEdits::importWeather(log, row, &live, {});
-    Dialogs::Inform(QStringLiteral("Weather data imported!"),
+    Dialogs::inform(QStringLiteral("Weather data imported!"),
                     QStringLiteral("Pellamor Weather Import"), Dialogs::Icon::Information);
 }
 
@@ -80,7 +80,7 @@ void importLoggedWeather(RaceLog& log, int row, WeatherLog& weatherLog) {
 void importTimeSlip(RaceLog& log, int row, WeatherLog& weatherLog) {
     const QString carNumber = log.field(RaceLog::Field::CarNumber);
     if (carNumber.isEmpty()) {
-        Dialogs::Inform(QStringLiteral("You must have a car number entered for this feature!"),
+        Dialogs::inform(QStringLiteral("You must have a car number entered for this feature!"),
                         QStringLiteral("Tarnwick - iCard Import"), Dialogs::Icon::Information);
         return;
     }
@@ -96,14 +96,14 @@ void importTimeSlip(RaceLog& log, int row, WeatherLog& weatherLog) {
 
     TimeSlipLog slips;
     const TimeSlipSearch search =
-        FindTimeSlip(slips, QDateTime(runDate, time.value_or(now).time()), carNumber);
+        findTimeSlip(slips, QDateTime(runDate, time.value_or(now).time()), carNumber);
     if (search.load == TimeSlipLoad::Unreadable) {
-        const TimeSlipMessage unreadable = TimeSlipLogUnreadable();
-        Dialogs::Inform(unreadable.text, unreadable.title, Dialogs::Icon::Critical);
+        const TimeSlipMessage unreadable = timeSlipLogUnreadable();
+        Dialogs::inform(unreadable.text, unreadable.title, Dialogs::Icon::Critical);
     }
     if (search.row < 0) {
         RunEdits::importTimeSlip(log, row, nullptr, nullptr, stamp);
-        Dialogs::Inform(QStringLiteral("No iCard information was imported!"),
+        Dialogs::inform(QStringLiteral("No iCard information was imported!"),
                         QStringLiteral("iCard + Log Weather Import"), Dialogs::Icon::Critical);
         return;
     }

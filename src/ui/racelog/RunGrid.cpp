@@ -233,7 +233,7 @@ bool RunGrid::event(QEvent* event) {
             return true;
         }
     } else if (event->type() == QEvent::ShortcutOverride &&
-               isClipboardCode(TypedKeyCode(*static_cast<QKeyEvent*>(event)))) {
+               isClipboardCode(typedKeyCode(*static_cast<QKeyEvent*>(event)))) {
         event->accept();
         return true;
     }
@@ -241,7 +241,7 @@ bool RunGrid::event(QEvent* event) {
 }
 
 void RunGrid::keyPressEvent(QKeyEvent* event) {
-    switch (const int code = TypedKeyCode(*event)) {
+    switch (const int code = typedKeyCode(*event)) {
     case 0:
         QTableView::keyPressEvent(event);
         break;
@@ -267,7 +267,7 @@ void RunGrid::moveToNextShownColumn() {
     int column = currentRunColumn();
     if (row < 1)
         return;
-    const int last = d->table.Cols() - 1;
+    const int last = d->table.cols() - 1;
     for (int step = 0; step < last; ++step) {
         if (column == last)
             column = 0;
@@ -375,7 +375,7 @@ void RunGrid::pressOnRunNumber(const QMouseEvent& event) {
         d->rowMenuFromPress = true;
         menus.rowMenu->popup(event.globalPosition().toPoint());
     } catch (const std::exception&) {
-        Dialogs::Inform(QStringLiteral("Error detected in gridLog MouseDown windows event!"),
+        Dialogs::inform(QStringLiteral("Error detected in gridLog MouseDown windows event!"),
                         QStringLiteral("Race Log"), Dialogs::Icon::Critical);
     }
 }

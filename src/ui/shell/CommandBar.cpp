@@ -19,9 +19,9 @@ using namespace CommandTable;
 
 CommandBar::CommandBar(QMainWindow& window, std::function<void(const QString&)> onCommand)
     : QObject(&window), window(window), onCommand(std::move(onCommand)) {
-    for (const Tool& tool : Tools())
+    for (const Tool& tool : CommandTable::tools())
         createTool(tool);
-    for (const Band& band : Bands()) {
+    for (const Band& band : bands()) {
         if (band.kind == BandKind::StatusBar)
             fillStatusBar(band);
         else
@@ -45,7 +45,7 @@ void CommandBar::createTool(const Tool& tool) {
         return;
     QAction* action = nullptr;
     if (tool.kind == ToolKind::Submenu) {
-        const Band* band = FindBand(tool.band);
+        const Band* band = findBand(tool.band);
         auto* menu = new QMenu(tool.caption, &window);
         menu->setObjectName(band->name);
         menu->setWindowTitle(band->caption);
@@ -108,7 +108,7 @@ void CommandBar::fillBand(const Band& band) {
         for (const QString& item : band.items) {
             if (item == Separator) {
                 items.append(bar->addSeparator());
-            } else if (const Tool* tool = FindTool(item); tool->kind == ToolKind::TextBox) {
+            } else if (const Tool* tool = findTool(item); tool->kind == ToolKind::TextBox) {
                 tools.insert(item, createTextField(*bar, *tool));
                 items.append(tools.value(item));
             } else {
@@ -139,7 +139,7 @@ void CommandBar::fillStatusBar(const Band& band) {
     bar->setWindowTitle(band.caption);
     window.setStatusBar(bar);
     for (const QString& name : band.items) {
-        const StatusPanel* panel = FindStatusPanel(name);
+        const StatusPanel* panel = findStatusPanel(name);
         auto* label = new QLabel(panel->caption, bar);
         label->setObjectName(panel->name);
         label->setToolTip(panel->toolTip);
@@ -155,17 +155,17 @@ void CommandBar::fillStatusBar(const Band& band) {
 }
 
 void CommandBar::showTools(const std::function<bool(const QString&)>& canRun) {
-    for (const Tool& tool : Tools()) {
+    for (const Tool& tool : CommandTable::tools()) {
         if (tool.kind == ToolKind::Command || tool.kind == ToolKind::Toggle)
             tools.value(tool.name)->setVisible(canRun(tool.name));
     }
-    for (const Tool& tool : Tools()) {
+    for (const Tool& tool : CommandTable::tools()) {
         if (tool.kind == ToolKind::TextBox)
             tools.value(tool.name)->setVisible(tools.value(tool.band)->isVisible());
     }
     // Submenus first, so a menu knows whether the submenus it holds have anything to show.
     for (BandKind kind : {BandKind::Submenu, BandKind::Menu, BandKind::ToolBar}) {
-        for (const Band& band : Bands()) {
+        for (const Band& band : bands()) {
             if (band.kind == kind)
                 showBand(band);
         }
@@ -205,7 +205,7 @@ void CommandBar::refresh() {
 
 void CommandBar::showClock() {
     const QDateTime now = QDateTime::currentDateTime();
-    window.findChild<QLabel*>(QStringLiteral("lblTIME"))->setText(DateText::TimeText(now.time()));
+    window.findChild<QLabel*>(QStringLiteral("lblTIME"))->setText(DateText::timeText(now.time()));
     window.findChild<QLabel*>(QStringLiteral("lblDATE"))
-        ->setText(DateText::LogDateText(now.date()));
+        ->setText(DateText::logDateText(now.date()));
 }

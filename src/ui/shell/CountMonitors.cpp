@@ -4,18 +4,18 @@
 
 #include <QWidget>
 
-bool CountMonitors(QWidget& mainWindow) {
+bool countMonitors(QWidget& mainWindow) {
     const MonitorList monitors;
     // Every desktop has a monitor; finding none means they could not be examined.
-    if (monitors.Monitors.Count() == 0)
+    if (monitors.monitors.count() == 0)
         return false;
-    if (monitors.Monitors.Count() >= 2) {
-        const Monitor& second = monitors.Monitors.Item(2);
+    if (monitors.monitors.count() >= 2) {
+        const Monitor& second = monitors.monitors.item(2);
         mainWindow.setWindowState(mainWindow.windowState() &
                                   ~(Qt::WindowMinimized | Qt::WindowMaximized));
         const QSize size = mainWindow.frameGeometry().size();
-        mainWindow.move(second.Left + (second.Width - size.width()) / 2,
-                        second.Top + (second.Height - size.height()) / 2);
+        mainWindow.move(second.left + (second.width - size.width()) / 2,
+                        second.top + (second.height - size.height()) / 2);
         mainWindow.setWindowState(mainWindow.windowState() | Qt::WindowMaximized);
     }
     return true;

@@ -9,7 +9,7 @@
 
 namespace DemoRecorder {
 
-void Install(MainWindow& window) {
+void install(MainWindow& window) {
     if (qEnvironmentVariableIsSet("TARNWICK_ECHO_STATUS")) {
         QObject::connect(&window.weatherFeed(), &WeatherFeed::statusText, &window,
                          [](const QString& text) {

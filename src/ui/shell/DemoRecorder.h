@@ -9,5 +9,5 @@ class MainWindow;
 // the window is up, so a picture can show what a user would open. Nothing happens when none
 // of them is set.
 namespace DemoRecorder {
-void Install(MainWindow& window);
+void install(MainWindow& window);
 }

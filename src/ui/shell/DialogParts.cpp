@@ -5,13 +5,13 @@
 
 namespace DialogParts {
 
-QPushButton* NamedButton(const QString& name, const QString& caption, QWidget* parent) {
+QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent) {
     auto* button = new QPushButton(caption, parent);
     button->setObjectName(name);
     return button;
 }
 
-QHBoxLayout* ClosingButtons(std::initializer_list<QPushButton*> buttons) {
+QHBoxLayout* closingButtons(std::initializer_list<QPushButton*> buttons) {
     auto* row = new QHBoxLayout;
     row->addStretch();
     for (QPushButton* button : buttons)

@@ -11,9 +11,9 @@ class QWidget;
 // its tests find them by.
 namespace DialogParts {
 
-QPushButton* NamedButton(const QString& name, const QString& caption, QWidget* parent = nullptr);
+QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent = nullptr);
 
 // The closing buttons of a dialog in a row at its right; the first one answers Enter.
-QHBoxLayout* ClosingButtons(std::initializer_list<QPushButton*> buttons);
+QHBoxLayout* closingButtons(std::initializer_list<QPushButton*> buttons);
 
 } // namespace DialogParts

@@ -62,7 +62,7 @@ MainWindow::MainWindow(WeatherStation& station, QWidget* parent)
     connect(&station, &WeatherStation::statusText, this, &MainWindow::showStatus);
     connect(&station, &WeatherStation::onlineChanged, this, &MainWindow::setOnlineMark);
     // A failure of the links opens its box at once, before the connection goes on.
-    connect(&station.link(), &InstrumentConnection::warning, this, &Dialogs::Show);
+    connect(&station.link(), &InstrumentConnection::warning, this, &Dialogs::show);
     connect(&station.watchdog(), &FeedWatchdog::staleFor, this, [this] { showStale(true); });
     connect(&station.watchdog(), &FeedWatchdog::fresh, this, [this] { showStale(false); });
 }
@@ -107,21 +107,21 @@ void MainWindow::addCommands() {
     commands = {
         {QStringLiteral("miExit"), [this] { close(); }},
         {QStringLiteral("miLoadLoggedWeather"), [this] { replayWeatherLog(); }},
-        {QStringLiteral("miClearViews"), [this] { ClearViews(); }},
+        {QStringLiteral("miClearViews"), [this] { clearViews(); }},
         {QStringLiteral("miAutomaticUpdates"), [this] { toggleAutomaticUpdates(); }},
         {QStringLiteral("miDeltaVP"), [this] { toggleDeltaVP(); }},
-        {QStringLiteral("miCalculator"), [] { Calculator::Launch(); }},
+        {QStringLiteral("miCalculator"), [] { Calculator::launch(); }},
         {QStringLiteral("miRefresh"), [this] { bar->refresh(); }},
         {QStringLiteral("miMoreColors"), [this] { chooseMoreColors(); }},
         {QStringLiteral("miTileHorizontally"),
-         [this] { WindowArrangement::TileHorizontally(*mdi); }},
-        {QStringLiteral("miTileVertically"), [this] { WindowArrangement::TileVertically(*mdi); }},
-        {QStringLiteral("miCascade"), [this] { WindowArrangement::Cascade(*mdi); }},
+         [this] { WindowArrangement::tileHorizontally(*mdi); }},
+        {QStringLiteral("miTileVertically"), [this] { WindowArrangement::tileVertically(*mdi); }},
+        {QStringLiteral("miCascade"), [this] { WindowArrangement::cascade(*mdi); }},
         {QStringLiteral("miCloseAll"), [this] { mdi->closeAllSubWindows(); }},
         {QStringLiteral("miHelpContents"), [this] { showHelpContents(); }},
         {QStringLiteral("miAbout"), [this] { showAbout(); }},
     };
-    for (const Palette::Entry& entry : Palette::Entries())
+    for (const Palette::Entry& entry : Palette::entries())
         commands.insert(entry.name, [this, color = entry.color] { setBackground(color); });
     connect(bar->tool(QStringLiteral("miWindowList"))->menu(), &QMenu::aboutToShow, this,
             &MainWindow::listWindows);
@@ -161,11 +161,11 @@ void MainWindow::showDisplayCaption() {
 // A stored text that is no colour of the palette keeps the workspace colour and stays in the
 // store as the user wrote it, until the user picks a colour.
 void MainWindow::loadBackground() {
-    const QString text = Registry::Get(SettingKeys::Background);
+    const QString text = Registry::get(SettingKeys::Background);
     if (text == Registry::NoKeyValue)
         return;
-    const std::optional<double> number = NumberText::ToDouble(text);
-    const std::optional<quint32> color = number ? Palette::FromValue(*number) : std::nullopt;
+    const std::optional<double> number = NumberText::toDouble(text);
+    const std::optional<quint32> color = number ? Palette::fromValue(*number) : std::nullopt;
     if (!color) {
         backgroundUnread = true;
         return;
@@ -182,7 +182,7 @@ void MainWindow::loadNoWeatherSeconds() {
 }
 
 void MainWindow::loadDeltaVP() {
-    const QString text = Registry::Get(SettingKeys::DeltaVP);
+    const QString text = Registry::get(SettingKeys::DeltaVP);
     bool& deltaVP = station.predictionSettings().deltaVP;
     deltaVP = text == u"1";
     deltaVPUnread = !deltaVP && text != u"0" && text != Registry::NoKeyValue;
@@ -194,7 +194,7 @@ void MainWindow::resetRaceLogs() {
 }
 
 void MainWindow::loadPortSettings() {
-    ::LoadPortSettings(instrument().portSettings);
+    ::loadPortSettings(instrument().portSettings);
     portSettingsAsLoaded = instrument().portSettings;
 }
 
@@ -222,7 +222,7 @@ void MainWindow::resetFlags() {
 void MainWindow::askForPortWhenNone() {
     if (instrument().portSettings.comPort != 0)
         return;
-    Dialogs::Inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
+    Dialogs::inform(QStringLiteral("Please go to Pellamor->Properties\r\n") +
                         QStringLiteral("and select a port that Pellamor\r\n") +
                         QStringLiteral("is connected to."),
                     QStringLiteral("Tarnwick - Communications"), Dialogs::Icon::Information);
@@ -272,7 +272,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     if (!weatherLogClosed()) {
         // The timers stay stopped: a window that refused to close is to be closed again.
         event->ignore();
-        Dialogs::Inform(QStringLiteral("Please wait a second so the log file can close!"),
+        Dialogs::inform(QStringLiteral("Please wait a second so the log file can close!"),
                         QStringLiteral("Logging Weather Data"), Dialogs::Icon::Information);
         return;
     }
@@ -281,7 +281,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         saveDeltaVP();
         saveBackground();
     } catch (...) {
-        Dialogs::Inform(QStringLiteral("Detected error in shutdown!"), QStringLiteral("Tarnwick"),
+        Dialogs::inform(QStringLiteral("Detected error in shutdown!"), QStringLiteral("Tarnwick"),
                         Dialogs::Icon::Information);
     }
     event->accept();
@@ -290,7 +290,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 // The relay goes first, then the port; the port settings in memory are kept for the next start.
 void MainWindow::closeLinks() {
     station.closeLinks();
-    SavePortSettings(instrument().portSettings, portSettingsAsLoaded);
+    savePortSettings(instrument().portSettings, portSettingsAsLoaded);
 }
 
 void MainWindow::stopTimers() {
@@ -307,13 +307,13 @@ void MainWindow::saveDeltaVP() {
     if (deltaVPUnread)
         return;
     const bool on = bar->tool(QStringLiteral("miDeltaVP"))->isChecked();
-    Registry::Set(SettingKeys::DeltaVP, on ? QStringLiteral("1") : QStringLiteral("0"));
+    Registry::set(SettingKeys::DeltaVP, on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
 void MainWindow::saveBackground() {
     if (backgroundUnread)
         return;
-    Registry::Set(SettingKeys::Background, Palette::ToText(backgroundColor));
+    Registry::set(SettingKeys::Background, Palette::toText(backgroundColor));
 }
 
 void MainWindow::openFile(const QString& path) {
@@ -328,7 +328,7 @@ void MainWindow::openFile(const QString& path) {
     QString text = QStringLiteral("Not able to load Race Log...\r\n") + path;
     if (!load.reason.isEmpty())
         text += QStringLiteral("\r\n") + load.reason;
-    Dialogs::Inform(text, QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
+    Dialogs::inform(text, QStringLiteral("Tarnwick - Load Race Log"), Dialogs::Icon::Information);
 }
 
 void MainWindow::dispatch(const QString& toolName) {
@@ -384,13 +384,13 @@ void MainWindow::toggleDeltaVP() {
 void MainWindow::setBackground(quint32 color) {
     backgroundColor = color;
     backgroundUnread = false;
-    mdi->setBackground(Palette::IsSystemColor(color) ? workspace : QBrush(Palette::ToColor(color)));
+    mdi->setBackground(Palette::isSystemColor(color) ? workspace : QBrush(Palette::toColor(color)));
 }
 
 void MainWindow::chooseMoreColors() {
-    const std::optional<QColor> chosen = Dialogs::ChooseColor(mdi->background().color());
+    const std::optional<QColor> chosen = Dialogs::chooseColor(mdi->background().color());
     if (chosen)
-        setBackground(Palette::FromColor(*chosen));
+        setBackground(Palette::fromColor(*chosen));
 }
 
 // The window list is made each time it opens, so it always names the windows open now.
@@ -426,18 +426,18 @@ void MainWindow::replayWeatherLog() {
     request.filter = QStringLiteral("Tarnwick Weather Log Files (*.csv) |*.csv|") +
                      QStringLiteral("All Files (*.*) |*.*|");
     request.filterIndex = 1;
-    request.initialFolder = WeatherLogFolder();
-    const std::optional<Dialogs::FileChoice> file = Dialogs::ChooseFile(request);
+    request.initialFolder = weatherLogFolder();
+    const std::optional<Dialogs::FileChoice> file = Dialogs::chooseFile(request);
     if (!file)
         return;
 
     const Dialogs::Answer clear =
-        Dialogs::Show({QStringLiteral("Do you want to clear the existing logged weather data\r\n") +
+        Dialogs::show({QStringLiteral("Do you want to clear the existing logged weather data\r\n") +
                            QStringLiteral("from the graph before loading\r\n") + file->title + u'?',
                        QStringLiteral("Load Logged Weather"), Dialogs::Icon::Question,
                        Dialogs::Buttons::YesNo, Dialogs::Answer::Yes});
     if (clear == Dialogs::Answer::Yes)
-        ClearViews();
+        clearViews();
     replayWithProgress(*file);
 }
 
@@ -454,7 +454,7 @@ void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
     progress.setWindowTitle(QStringLiteral("Load Logged Weather"));
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(0);
-    LoadLoggedWeather(file.path, station.views(), [&progress](double fractionRead) {
+    loadLoggedWeather(file.path, station.views(), [&progress](double fractionRead) {
         progress.setValue(int(fractionRead * Steps));
         return !progress.wasCanceled();
     });
@@ -462,6 +462,6 @@ void MainWindow::replayWithProgress(const Dialogs::FileChoice& file) {
 
 // Clears each open chart in the order of the view table; the live weather and wind direction
 // windows keep what they show.
-void MainWindow::ClearViews() {
+void MainWindow::clearViews() {
     station.views().clear();
 }

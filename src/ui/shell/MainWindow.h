@@ -118,7 +118,7 @@ private:
     void showAbout();
     void replayWeatherLog();
     void replayWithProgress(const Dialogs::FileChoice& file);
-    void ClearViews();
+    void clearViews();
 
     WeatherStation& station;
     QMdiArea* mdi = nullptr;

@@ -59,11 +59,11 @@ SplashScreen::SplashScreen(QWidget* parent)
       skin(paintSkin()) {
     setObjectName(QStringLiteral("frmSplash"));
     setFixedSize(skin.size());
-    setMask(ShapeOf(skin));
+    setMask(shapeOf(skin));
     centreOnScreen(*this, QGuiApplication::primaryScreen());
 }
 
-QRegion SplashScreen::ShapeOf(const QImage& picture) {
+QRegion SplashScreen::shapeOf(const QImage& picture) {
     const QImage pixels = picture.convertToFormat(QImage::Format_ARGB32);
     QRegion shape;
     if (pixels.isNull())

@@ -17,7 +17,7 @@ public:
 
     // The outline of a picture: the colour of its top left pixel is see-through, and every
     // maximal run of other pixels in each row belongs to the shape.
-    static QRegion ShapeOf(const QImage& picture);
+    static QRegion shapeOf(const QImage& picture);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -82,16 +82,16 @@ private:
 
 } // namespace
 
-WidgetDialogs::WidgetDialogs() : previous(Dialogs::Installed()) {
-    Dialogs::Install(this);
+WidgetDialogs::WidgetDialogs() : previous(Dialogs::installed()) {
+    Dialogs::install(this);
 }
 
 WidgetDialogs::~WidgetDialogs() {
-    Dialogs::Install(previous);
+    Dialogs::install(previous);
 }
 
 Dialogs::Answer WidgetDialogs::message(const Dialogs::Message& message) {
-    QMessageBox box(boxIcon(message.icon), message.title, BoxText(message.text),
+    QMessageBox box(boxIcon(message.icon), message.title, boxText(message.text),
                     QMessageBox::NoButton, QApplication::activeWindow());
     const QList<BoxButton> buttons = boxButtons(message.buttons);
     for (const BoxButton& button : buttons) {
@@ -112,7 +112,7 @@ Dialogs::Answer WidgetDialogs::message(const Dialogs::Message& message) {
 
 std::optional<Dialogs::FileChoice> WidgetDialogs::chooseFile(const Dialogs::FileRequest& request) {
     QFileDialog dialog(QApplication::activeWindow(), request.title, request.initialFolder);
-    const QStringList filters = NameFilters(request.filter);
+    const QStringList filters = nameFilters(request.filter);
     dialog.setNameFilters(filters);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog.selectNameFilter(filters[request.filterIndex - 1]);
@@ -158,10 +158,10 @@ bool WidgetDialogs::usePrinter(QPagedPaintDevice& device) {
     return printer && !QPrinterInfo::defaultPrinter().isNull();
 }
 
-QStringList NameFilters(const QString& filter) {
+QStringList nameFilters(const QString& filter) {
     static const QRegularExpression trailingPatterns(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
     QStringList filters;
-    for (const auto& [description, pattern] : Dialogs::FilterPairs(filter)) {
+    for (const auto& [description, pattern] : Dialogs::filterPairs(filter)) {
         QString text = description;
         text.remove(trailingPatterns);
         QStringList patterns = pattern.split(u';', Qt::SkipEmptyParts);
@@ -173,7 +173,7 @@ QStringList NameFilters(const QString& filter) {
     return filters;
 }
 
-QString BoxText(const QString& text) {
+QString boxText(const QString& text) {
     QString shown = text;
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     return shown;

@@ -27,7 +27,7 @@ private:
 // (*.trl) |*.trl|All Files (*.*) |*.*|": each description keeps its text and is followed by
 // its patterns in parentheses, so the dialog filters by the patterns the program states;
 // "*.*" becomes "*", every file, as names need no dot here.
-QStringList NameFilters(const QString& filter);
+QStringList nameFilters(const QString& filter);
 
 // A message's text as the box shows it: CR LF joined lines become lines.
-QString BoxText(const QString& text);
+QString boxText(const QString& text);

@@ -44,15 +44,15 @@ void tile(QMdiArea& area, Qt::Orientation stacking) {
 
 } // namespace
 
-void TileHorizontally(QMdiArea& area) {
+void tileHorizontally(QMdiArea& area) {
     tile(area, Qt::Vertical);
 }
 
-void TileVertically(QMdiArea& area) {
+void tileVertically(QMdiArea& area) {
     tile(area, Qt::Horizontal);
 }
 
-void Cascade(QMdiArea& area) {
+void cascade(QMdiArea& area) {
     area.cascadeSubWindows();
 }
 

@@ -7,10 +7,10 @@ class QMdiArea;
 namespace WindowArrangement {
 
 // One above the other, each the full width of the client area.
-void TileHorizontally(QMdiArea& area);
+void tileHorizontally(QMdiArea& area);
 // Side by side, each the full height of the client area.
-void TileVertically(QMdiArea& area);
+void tileVertically(QMdiArea& area);
 // Overlapping, each a step below and to the right of the one before.
-void Cascade(QMdiArea& area);
+void cascade(QMdiArea& area);
 
 } // namespace WindowArrangement

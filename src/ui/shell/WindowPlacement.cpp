@@ -76,13 +76,13 @@ void WidgetPlacement::setPlacement(Settings::PlacementField field, int value) {
 
 namespace Settings {
 
-void SaveWindowPlacement(const QString& keyPath, QWidget* window) {
-    SaveWindowPlacement(keyPath, WidgetPlacement(*window));
+void saveWindowPlacement(const QString& keyPath, QWidget* window) {
+    saveWindowPlacement(keyPath, WidgetPlacement(*window));
 }
 
-void LoadWindowPlacement(const QString& keyPath, QWidget* window) {
+void loadWindowPlacement(const QString& keyPath, QWidget* window) {
     WidgetPlacement placed(*window);
-    LoadWindowPlacement(keyPath, placed);
+    loadWindowPlacement(keyPath, placed);
 }
 
 } // namespace Settings
@@ -96,9 +96,9 @@ bool KeptPlacement::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &window) {
         if (event->type() == QEvent::Show && !restored) {
             restored = true;
-            Settings::LoadWindowPlacement(keyPath, placedWindow());
+            Settings::loadWindowPlacement(keyPath, placedWindow());
         } else if (event->type() == QEvent::Close) {
-            Settings::SaveWindowPlacement(keyPath, placedWindow());
+            Settings::saveWindowPlacement(keyPath, placedWindow());
         }
     }
     return QObject::eventFilter(watched, event);

@@ -25,8 +25,8 @@ private:
 
 namespace Settings {
 
-void SaveWindowPlacement(const QString& keyPath, QWidget* window);
-void LoadWindowPlacement(const QString& keyPath, QWidget* window);
+void saveWindowPlacement(const QString& keyPath, QWidget* window);
+void loadWindowPlacement(const QString& keyPath, QWidget* window);
 
 } // namespace Settings
 

@@ -92,7 +92,7 @@ private slots:
         auto start = startup({}, relayFolder.path());
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         // The splash stood for its second and is gone.
         QVERIFY(clock.elapsed() >= 1000);
         QVERIFY(!splashShown());
@@ -109,11 +109,11 @@ private slots:
     // table that runs a command has one: none is bound to a misspelt name, none left without.
     void everyCommandIsAToolOfTheTable() {
         auto start = startup({}, bareFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         const QStringList bound = start->mainWindow()->commandNames();
         for (const QString& name : bound)
-            QVERIFY2(CommandTable::FindTool(name), qPrintable(name));
-        for (const CommandTable::Tool& tool : CommandTable::Tools()) {
+            QVERIFY2(CommandTable::findTool(name), qPrintable(name));
+        for (const CommandTable::Tool& tool : CommandTable::tools()) {
             if (tool.kind == CommandTable::ToolKind::Command ||
                 tool.kind == CommandTable::ToolKind::Toggle)
                 QVERIFY2(bound.contains(tool.name), qPrintable(tool.name));
@@ -122,13 +122,13 @@ private slots:
 
     void theCommandLineIsOnePath() {
         auto start = startup({"/races/Car", "12", "Bristol.trl"}, bareFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         QVERIFY(saidLoadFailure(*dialogs, "/races/Car 12 Bristol.trl"));
     }
 
     void theMainInstanceOpensAHandedPathInFront() {
         auto start = startup({}, bareFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         start->mainWindow()->showMinimized();
         Process later({OtherInstance::handOver, "/races/handed over.trl"});
         QTRY_VERIFY_WITH_TIMEOUT(saidLoadFailure(*dialogs, "/races/handed over.trl"), 5000);
@@ -140,7 +140,7 @@ private slots:
     // A maximised window minimised before the hand-over comes back maximised.
     void aHandedPathRestoresTheWindowAsItWasBefore() {
         auto start = startup({}, bareFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         start->mainWindow()->showMaximized();
         QTRY_VERIFY(start->mainWindow()->isMaximized());
         start->mainWindow()->showMinimized();
@@ -153,7 +153,7 @@ private slots:
 
     void theMainInstanceTakesNoPathsOnceItsWindowHasClosed() {
         auto start = startup({}, bareFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         start->mainWindow()->close();
         QVERIFY(!start->mainWindow()->isVisible());
         Process later({OtherInstance::handOver, "/races/after closing.trl"});
@@ -166,7 +166,7 @@ private slots:
         Process mainInstance({OtherInstance::holdMain});
         QVERIFY(mainInstance.holding());
         auto start = startup({"/races/second.trl"}, relayFolder.path());
-        QCOMPARE(start->Main(), 0);
+        QCOMPARE(start->run(), 0);
         QVERIFY(!start->mainWindow());
         QVERIFY(dialogs->messages.isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(mainInstance.received().contains("RECEIVED: /races/second.trl\n"),
@@ -185,7 +185,7 @@ private slots:
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(workingFolder.path()));
         auto start = startup({"friday.trl"}, relayFolder.path());
-        const std::optional<int> ended = start->Main();
+        const std::optional<int> ended = start->run();
         QDir::setCurrent(before);
         QCOMPARE(ended, 0);
         QTRY_VERIFY_WITH_TIMEOUT(mainInstance.received().contains(
@@ -197,7 +197,7 @@ private slots:
         Process displayInstance({OtherInstance::holdDisplay});
         QVERIFY(displayInstance.holding());
         auto start = startup({"/races/lost.trl"}, relayFolder.path());
-        QCOMPARE(start->Main(), 0);
+        QCOMPARE(start->run(), 0);
         QVERIFY(!start->mainWindow());
         QVERIFY(dialogs->messages.isEmpty());
     }
@@ -207,7 +207,7 @@ private slots:
         QVERIFY(mainInstance.holding());
         dialogs->queueAnswer(Answer::Cancel);
         auto start = startup({}, relayFolder.path());
-        QCOMPARE(start->Main(), 0);
+        QCOMPARE(start->run(), 0);
         QCOMPARE(dialogs->messages.size(), 1);
         const Dialogs::Message& question = dialogs->messages.at(0);
         QCOMPARE(question.text, displayQuestion);
@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(question.buttons, Dialogs::Buttons::OkCancel);
         QVERIFY(!start->mainWindow());
         QVERIFY(!start->weatherStation());
-        QVERIFY(!QFile::exists(Registry::StoreFilePath()));
+        QVERIFY(!QFile::exists(Registry::storeFilePath()));
         QVERIFY(!QFile::exists(relayStarts()));
     }
 
@@ -225,7 +225,7 @@ private slots:
         QVERIFY(mainInstance.holding());
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         QVERIFY(start->weatherStation()->isDisplay());
         QCOMPARE(dialogs->messages.at(0).text, displayQuestion);
         QVERIFY(start->mainWindow()->isVisible());
@@ -240,7 +240,7 @@ private slots:
         QVERIFY(mainInstance.holding());
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
-        QCOMPARE(start->Main(), std::nullopt);
+        QCOMPARE(start->run(), std::nullopt);
         mainInstance.kill();
         InstanceChannel later;
         QVERIFY(later.anotherProcessRunning());
@@ -252,7 +252,7 @@ private slots:
         QVERIFY(mainInstance.holding());
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, bareFolder.path());
-        QCOMPARE(start->Main(), 0);
+        QCOMPARE(start->run(), 0);
         // It ends after the main window was shown.
         QVERIFY(start->mainWindow());
         QVERIFY(start->mainWindow()->isVisible());

@@ -61,7 +61,7 @@ QString writeDay(const QString& folder) {
         w.GR = 40 + second % 30;
         w.WD = second % 360;
         w.WS = second % 25;
-        file.write(WeatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), w));
+        file.write(weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), w));
     }
     return path;
 }
@@ -151,11 +151,11 @@ private slots:
 
             const QString branch = QStringLiteral("SOFTWARE\\Zorvane\\") + entry.branch.toString() +
                                    QStringLiteral("\\ScreenSettings");
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Left")), QString::number(place.x()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Top")), QString::number(place.y()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Width")),
+            QCOMPARE(Registry::get(branch, QStringLiteral("Left")), QString::number(place.x()));
+            QCOMPARE(Registry::get(branch, QStringLiteral("Top")), QString::number(place.y()));
+            QCOMPARE(Registry::get(branch, QStringLiteral("Width")),
                      QString::number(place.width()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Height")),
+            QCOMPARE(Registry::get(branch, QStringLiteral("Height")),
                      QString::number(place.height()));
 
             windows.run(entry.command.toString());

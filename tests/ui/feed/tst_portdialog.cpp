@@ -63,7 +63,7 @@ class TestPortDialog : public QObject {
     void connectTo(Relay& relay, InstrumentConnection& connection) {
         connection.applyLink(QStringLiteral("127.0.0.1"), relay.port());
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
     }
 
 private slots:
@@ -175,9 +175,9 @@ private slots:
         connectTo(relay, connection);
         Dialog dialog(connection);
         dialog.form.show();
-        QVERIFY(connection.IPPort().isOpen());
+        QVERIFY(connection.ipPort().isOpen());
         QTest::keyClick(dialog.list(name.constData())->lineEdit(), Qt::Key_X);
-        QVERIFY(!connection.IPPort().isOpen());
+        QVERIFY(!connection.ipPort().isOpen());
         QVERIFY(dialog.applyEnabled());
         QVERIFY(dialog.restoreEnabled());
         QTRY_COMPARE(relay.client->state(), QAbstractSocket::UnconnectedState);
@@ -215,7 +215,7 @@ private slots:
     void applyStoresAndAppliesTheLink() {
         PtyPair pty;
         QVERIFY(pty.isReady());
-        SetPortDevice(3, pty.portEnd());
+        setPortDevice(3, pty.portEnd());
         Relay relay;
         InstrumentConnection connection;
         QSignalSpy warnings(&connection, &InstrumentConnection::warning);
@@ -233,7 +233,7 @@ private slots:
                 (PortSettings{3, 5, 0, 4, 1, 0, "127.0.0.1", relay.port()}));
         QVERIFY(connection.serialPort().isOpen());
         QVERIFY(relay.waitForClient());
-        QTRY_VERIFY(connection.IPPort().isOpen());
+        QTRY_VERIFY(connection.ipPort().isOpen());
         QVERIFY(!dialog.applyEnabled());
         QVERIFY(dialog.form.isVisible());
         QCOMPARE(warnings.count(), 0);
@@ -265,21 +265,21 @@ private slots:
         dialog.list("cboHost")->setEditText(QString());
         dialog.button("cmdOK")->click();
         QCOMPARE(connection.portSettings.host, QString());
-        QVERIFY(!connection.IPPort().isOpen());
+        QVERIFY(!connection.ipPort().isOpen());
         QVERIFY(relay.noNewClient());
 
         PortSettings asLoaded;
         asLoaded.host = QStringLiteral("localhost");
-        SavePortSettings(connection.portSettings, asLoaded);
-        QCOMPARE(Registry::Get(PortSettingsKey, QStringLiteral("6")), Registry::NoKeyValue);
+        savePortSettings(connection.portSettings, asLoaded);
+        QCOMPARE(Registry::get(PortSettingsKey, QStringLiteral("6")), Registry::NoKeyValue);
         PortSettings next;
-        LoadPortSettings(next);
+        loadPortSettings(next);
         QCOMPARE(next.host, QStringLiteral("localhost"));
     }
 
     // The link warns; the main window shows the box.
     void applyFailureIsWarned() {
-        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        setPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         InstrumentConnection connection;
         QSignalSpy warnings(&connection, &InstrumentConnection::warning);
         connection.portSettings = Usual;
@@ -299,7 +299,7 @@ private slots:
     void deviceOfTheChosenEntry() {
         InstrumentConnection connection;
         connection.portSettings = Usual;
-        SetPortDevice(4, QStringLiteral("/dev/ttyACM0"));
+        setPortDevice(4, QStringLiteral("/dev/ttyACM0"));
         Dialog dialog(connection);
         QCOMPARE(dialog.device()->text(), QStringLiteral("/dev/ttyS2"));
         QVERIFY(dialog.device()->isEnabled());
@@ -324,7 +324,7 @@ private slots:
         QVERIFY(dialog.applyEnabled());
         dialog.button("cmdApply")->click();
         QCOMPARE(dialog.watchdog.threshold(), 25);
-        QCOMPARE(Registry::Get(SettingKeys::NoWeatherSeconds), QStringLiteral("25"));
+        QCOMPARE(Registry::get(SettingKeys::NoWeatherSeconds), QStringLiteral("25"));
         QCOMPARE(FeedWatchdog::loadThreshold(), 25);
         QVERIFY(!dialog.applyEnabled());
 
@@ -334,7 +334,7 @@ private slots:
         dialog.button("cmdOK")->click();
         QCOMPARE(dialog.watchdog.threshold(), 10);
         QCOMPARE(dialog.noWeather()->text(), QStringLiteral("10"));
-        QCOMPARE(Registry::Get(SettingKeys::NoWeatherSeconds), QStringLiteral("10"));
+        QCOMPARE(Registry::get(SettingKeys::NoWeatherSeconds), QStringLiteral("10"));
 
         // Restore Defaults puts back the usual wait with the line settings.
         Dialog again(connection);
@@ -360,7 +360,7 @@ private slots:
             QCOMPARE(dialog.device()->text(), QStringLiteral("/dev/ttyUSB0"));
             dialog.button("cmdCancel")->click();
         }
-        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyS2"));
+        QCOMPARE(portDevice(3), QStringLiteral("/dev/ttyS2"));
 
         Dialog dialog(connection);
         dialog.list("cboComPort")->setCurrentIndex(3);
@@ -368,7 +368,7 @@ private slots:
         QTest::keyClicks(dialog.device(), QStringLiteral("/dev/ttyUSB0"));
         dialog.list("cboComPort")->setCurrentIndex(0);
         dialog.button("cmdApply")->click();
-        QCOMPARE(PortDevice(3), QStringLiteral("/dev/ttyUSB0"));
+        QCOMPARE(portDevice(3), QStringLiteral("/dev/ttyUSB0"));
     }
 #endif
 };

@@ -438,11 +438,11 @@ private slots:
             frame->setGeometry(place);
             frame->close();
             QTRY_VERIFY(!windows.window());
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Left")), QString::number(place.x()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Top")), QString::number(place.y()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Width")),
+            QCOMPARE(Registry::get(branch, QStringLiteral("Left")), QString::number(place.x()));
+            QCOMPARE(Registry::get(branch, QStringLiteral("Top")), QString::number(place.y()));
+            QCOMPARE(Registry::get(branch, QStringLiteral("Width")),
                      QString::number(place.width()));
-            QCOMPARE(Registry::Get(branch, QStringLiteral("Height")),
+            QCOMPARE(Registry::get(branch, QStringLiteral("Height")),
                      QString::number(place.height()));
         }
         GraphWindows windows;

@@ -77,7 +77,7 @@ class TestIncrementalTimesDialog : public QObject {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(text.toUtf8());
-        Registry::Set(SettingKeys::ReceiverLogFile, path);
+        Registry::set(SettingKeys::ReceiverLogFile, path);
     }
 
     IncrementalTimesDialog* ask() {
@@ -126,7 +126,7 @@ private slots:
         writeLog(slip("Pro Q1", "7", "L", 0));
         IncrementalTimesDialog* dialog = ask();
         QCOMPARE(dialogs->messages.size(), 2);
-        QCOMPARE(dialogs->messages[0].text, TimeSlipLogUnreadable().text);
+        QCOMPARE(dialogs->messages[0].text, timeSlipLogUnreadable().text);
         QCOMPARE(dialogs->messages[1].text, QStringLiteral("Unable to load iCard Times!"));
         QVERIFY(!child<QPushButton>(dialog, "cmdOK")->isEnabled());
         dialog->reject();

@@ -220,24 +220,24 @@ private slots:
     void theZoomIsReadKeptWithinItsLimitsAndStored() {
         const QList<QPair<QString, double>> cases{{"abc", 1.0}, {"7", 4.0}, {"0.1", 0.25}};
         for (const auto& [stored, scale] : cases) {
-            Registry::Set(ScreenKey, QStringLiteral("Scale"), stored);
+            Registry::set(ScreenKey, QStringLiteral("Scale"), stored);
             ViewerWindow viewer(Viewers::Kind::Pages, Viewers::newDocument(Viewers::Kind::Pages));
             QCOMPARE(viewer.scale(), scale);
         }
-        Registry::Set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("4"));
+        Registry::set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("4"));
         {
             ViewerWindow viewer(Viewers::Kind::Pages, Viewers::newDocument(Viewers::Kind::Pages));
             viewer.zoomIn();
             QCOMPARE(viewer.scale(), 4.0);
         }
-        Registry::Set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("0.25"));
+        Registry::set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("0.25"));
         {
             ViewerWindow viewer(Viewers::Kind::Pages, Viewers::newDocument(Viewers::Kind::Pages));
             viewer.zoomOut();
             QCOMPARE(viewer.scale(), 0.25);
         }
         // Only the test holds the limit: 3.9 zooms in to 4.15, and that is what is kept.
-        Registry::Set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("3.9"));
+        Registry::set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("3.9"));
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
         rowCommand(log, "miRaceLog");
@@ -247,14 +247,14 @@ private slots:
         QCOMPARE(viewer->scale(), 4.15);
         QVERIFY(viewer->findChild<PagePreview*>()->width() > before.width());
         viewer->parentWidget()->close();
-        QCOMPARE(Registry::Get(ScreenKey, QStringLiteral("Scale")), QStringLiteral("4.15"));
-        QVERIFY(Registry::Get(ViewKey, QStringLiteral("WindowState")) != Registry::NoKeyValue);
+        QCOMPARE(Registry::get(ScreenKey, QStringLiteral("Scale")), QStringLiteral("4.15"));
+        QVERIFY(Registry::get(ViewKey, QStringLiteral("WindowState")) != Registry::NoKeyValue);
     }
 
     // The preview on the screen and the PDF come from the same draw routine: at the same
     // resolution the two pictures of a page are alike.
     void thePreviewShowsThePageAsThePdfHasIt() {
-        Registry::Set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("1"));
+        Registry::set(ScreenKey, QStringLiteral("Scale"), QStringLiteral("1"));
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
         addRuns(log, 40);

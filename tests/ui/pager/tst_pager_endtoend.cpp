@@ -23,13 +23,13 @@ const QString DefaultsKey = QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"
 // The simulated instrument on a pseudo-terminal that stands for COM port 1: 9600,N,8,1
 // without flow control, and no relay. Pages at every send tick.
 void chooseSimulatorPort(const QString& device) {
-    SetPortDevice(1, device);
+    setPortDevice(1, device);
     const QStringList positions{"1", "5", "0", "4", "0", "0"};
     for (int i = 0; i < positions.size(); ++i)
-        Registry::Set(PortSettingsKey, QString::number(i), positions[i]);
-    Registry::Set(PortSettingsKey, QStringLiteral("6"), QStringLiteral("None"));
-    Registry::Set(PortSettingsKey, QStringLiteral("7"), QStringLiteral("None"));
-    Registry::Set(DefaultsKey, QStringLiteral("PagerFrequency"), QStringLiteral("0"));
+        Registry::set(PortSettingsKey, QString::number(i), positions[i]);
+    Registry::set(PortSettingsKey, QStringLiteral("6"), QStringLiteral("None"));
+    Registry::set(PortSettingsKey, QStringLiteral("7"), QStringLiteral("None"));
+    Registry::set(DefaultsKey, QStringLiteral("PagerFrequency"), QStringLiteral("0"));
 }
 
 // A log that predicts from a quarter mile of 9.5 at AA 2000 with PF 5, and takes part in
@@ -120,7 +120,7 @@ private slots:
         QVERIFY(dialogs->messages.isEmpty());
 
         // With the port closed the user is told, and nothing reaches the instrument.
-        QVERIFY(windows.main.instrument().CloseComm());
+        QVERIFY(windows.main.instrument().closeComm());
         windows.main.findChild<QLineEdit*>(QStringLiteral("txtPageMessage"))
             ->setText(QStringLiteral("Nobody hears"));
         windows.run(QStringLiteral("btnSend"));

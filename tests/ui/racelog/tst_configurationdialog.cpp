@@ -44,24 +44,24 @@ QStringList entries(const QComboBox* box) {
 
 QStringList types() {
     QStringList names;
-    Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, DefaultsKey, names);
+    Registry::enumSubKeys(Registry::HKEY_CURRENT_USER, DefaultsKey, names);
     names.sort();
     return names;
 }
 
 QStringList tracks() {
     QStringList names;
-    Registry::EnumValues(Registry::HKEY_CURRENT_USER, TracksKey, names);
+    Registry::enumValues(Registry::HKEY_CURRENT_USER, TracksKey, names);
     names.sort();
     return names;
 }
 
 void storeDefaults(const QString& key, const QString& pf, const QString& tsr,
                    const QString& carNumber, const QString& targetET) {
-    Registry::Set(key, "PF", pf);
-    Registry::Set(key, "TSR", tsr);
-    Registry::Set(key, "CarNumber", carNumber);
-    Registry::Set(key, "TargetET", targetET);
+    Registry::set(key, "PF", pf);
+    Registry::set(key, "TSR", tsr);
+    Registry::set(key, "CarNumber", carNumber);
+    Registry::set(key, "TargetET", targetET);
 }
 
 // The dialog as the user sees it, shown and in front so its fields take the focus, with the
@@ -258,7 +258,7 @@ private slots:
     }
 
     void saveAndRemoveStartDisabled() {
-        Registry::Set(typeKey("Red"), "PF", "1");
+        Registry::set(typeKey("Red"), "PF", "1");
         Dialog dialog;
         QVERIFY(!dialog.button("cmdSaveSetting")->isEnabled());
         QVERIFY(!dialog.button("cmdRemoveSetting")->isEnabled());
@@ -280,7 +280,7 @@ private slots:
         QFETCH(bool, systemDefault);
         QFETCH(QString, shownPath);
         if (!stored.isEmpty())
-            Registry::Set(TemplatesKey, "MasterTemplate", stored);
+            Registry::set(TemplatesKey, "MasterTemplate", stored);
         Dialog dialog;
         QCOMPARE(dialog.option("optTemplateDefault")->isChecked(), systemDefault);
         QCOMPARE(dialog.option("optFolder")->isChecked(), !systemDefault);
@@ -288,8 +288,8 @@ private slots:
     }
 
     void theTracksAreListedFromTheSettings() {
-        Registry::Set(TracksKey, "Bristol", "0");
-        Registry::Set(TracksKey, "Gainesville", "0");
+        Registry::set(TracksKey, "Bristol", "0");
+        Registry::set(TracksKey, "Gainesville", "0");
         Dialog dialog;
         QStringList listed = entries(dialog.list("cboRaceTrack"));
         listed.sort();
@@ -319,12 +319,12 @@ private slots:
         QFETCH(int, frequency);
         QFETCH(int, entry);
         if (!stored.isEmpty())
-            Registry::Set(DefaultsKey, "PagerFrequency", stored);
+            Registry::set(DefaultsKey, "PagerFrequency", stored);
         Dialog dialog;
         QCOMPARE(dialog.frequencies, QList<int>{frequency});
         QCOMPARE(dialog.list("cboPagerFrequency")->currentIndex(), entry);
         // Showing it writes nothing.
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"),
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"),
                  stored.isEmpty() ? Registry::NoKeyValue : stored);
         QVERIFY(dialogs->messages.isEmpty());
     }
@@ -332,25 +332,25 @@ private slots:
     // 76 ticks show as "5min" and stay in force until the user picks a choice, even the
     // one that is shown.
     void aFrequencyBetweenChoicesIsKeptUntilOneIsChosen() {
-        Registry::Set(DefaultsKey, "PagerFrequency", "76");
+        Registry::set(DefaultsKey, "PagerFrequency", "76");
         Dialog dialog;
         QCOMPARE(dialog.list("cboPagerFrequency")->currentText(), QStringLiteral("5min"));
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"), QStringLiteral("76"));
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"), QStringLiteral("76"));
 
         Dialog again;
         QCOMPARE(again.frequencies, QList<int>{76});
         again.choose("cboPagerFrequency", 4);
         QCOMPARE(again.frequencies, (QList<int>{76, 75}));
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"), QStringLiteral("75"));
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"), QStringLiteral("75"));
     }
 
     // A number too large to be a whole number cannot be taken: the load stops there.
     void aFrequencyBeyondAnyWholeNumberFailsTheLoad() {
-        Registry::Set(DefaultsKey, "PagerFrequency", "1e12");
-        Registry::Set(typeKey("Red"), "PF", "1");
-        Registry::Set(TracksKey, "Bristol", "0");
-        Registry::Set(DefaultsKey, "PF", "2.5");
+        Registry::set(DefaultsKey, "PagerFrequency", "1e12");
+        Registry::set(typeKey("Red"), "PF", "1");
+        Registry::set(TracksKey, "Bristol", "0");
+        Registry::set(DefaultsKey, "PF", "2.5");
         Dialog dialog;
         QCOMPARE(dialogs->messages.size(), 1);
         QCOMPARE(dialogs->messages[0].text, QStringLiteral("Error loading configuration form!"));
@@ -365,7 +365,7 @@ private slots:
     void theTypesAreListedAndTheGeneralDefaultsShown() {
         storeDefaults(DefaultsKey, "1.5", "0.25", "12A", "9.50");
         storeDefaults(typeKey("Red"), "2", "0.5", "7", "8.90");
-        Registry::Set(typeKey("Blue Car"), "PF", "3");
+        Registry::set(typeKey("Blue Car"), "PF", "3");
         Dialog dialog;
         QStringList listed = entries(dialog.list("cboPageIdentifier"));
         listed.sort();
@@ -389,8 +389,8 @@ private slots:
     // A number the type lacks leaves its field as it stood; a car number it lacks empties it.
     void choosingATypeShowsItsDefaults() {
         storeDefaults(DefaultsKey, "1.5", "0.25", "12A", "9.50");
-        Registry::Set(typeKey("Red"), "PF", "2");
-        Registry::Set(typeKey("Red"), "TargetET", "abc");
+        Registry::set(typeKey("Red"), "PF", "2");
+        Registry::set(typeKey("Red"), "TargetET", "abc");
         Dialog dialog;
         dialog.chooseType("Red");
         QCOMPARE(dialog.list("cboPageIdentifier")->currentText(), QStringLiteral("Red"));
@@ -437,11 +437,11 @@ private slots:
         dialog.click("cmdSaveSetting");
         QVERIFY(!dialog.button("cmdSaveSetting")->isEnabled());
         QCOMPARE(types(), QStringList{"Red"});
-        QCOMPARE(Registry::Get(typeKey("Red"), "CarNumber"), QStringLiteral("7R"));
-        QCOMPARE(Registry::Get(typeKey("Red"), "PF"), QStringLiteral("1.25"));
-        QCOMPARE(Registry::Get(typeKey("Red"), "TSR"), QStringLiteral("0.5"));
-        QCOMPARE(Registry::Get(typeKey("Red"), "TargetET"), QStringLiteral("8.90"));
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(typeKey("Red"), "CarNumber"), QStringLiteral("7R"));
+        QCOMPARE(Registry::get(typeKey("Red"), "PF"), QStringLiteral("1.25"));
+        QCOMPARE(Registry::get(typeKey("Red"), "TSR"), QStringLiteral("0.5"));
+        QCOMPARE(Registry::get(typeKey("Red"), "TargetET"), QStringLiteral("8.90"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), Registry::NoKeyValue);
         QCOMPARE(entries(dialog.list("cboPageIdentifier")), QStringList{"Red"});
         QVERIFY(dialog.form.isVisible());
 
@@ -449,7 +449,7 @@ private slots:
         dialog.type("txtPF", "2");
         dialog.click("cmdSaveSetting");
         QCOMPARE(entries(dialog.list("cboPageIdentifier")), QStringList{"Red"});
-        QCOMPARE(Registry::Get(typeKey("Red"), "PF"), QStringLiteral("2"));
+        QCOMPARE(Registry::get(typeKey("Red"), "PF"), QStringLiteral("2"));
         dialog.list("cboPageIdentifier")->setFocus();
         dialog.list("cboPageIdentifier")->lineEdit()->selectAll();
         QTest::keyClicks(dialog.list("cboPageIdentifier"), "RED");
@@ -463,8 +463,8 @@ private slots:
         dialog.type("txtPF", "1.5");
         dialog.type("txtCarNumber", "12");
         dialog.click("cmdSaveSetting");
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), QStringLiteral("1.5"));
-        QCOMPARE(Registry::Get(DefaultsKey, "CarNumber"), QStringLiteral("12"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), QStringLiteral("1.5"));
+        QCOMPARE(Registry::get(DefaultsKey, "CarNumber"), QStringLiteral("12"));
         QVERIFY(types().isEmpty());
         QVERIFY(entries(dialog.list("cboPageIdentifier")).isEmpty());
     }
@@ -478,8 +478,8 @@ private slots:
         QTest::keyClick(dialog.field("txtTSR"), Qt::Key_Return);
         QVERIFY(!dialog.form.isVisible());
         QCOMPARE(dialog.form.result(), int(QDialog::Accepted));
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), QStringLiteral("2"));
-        QCOMPARE(Registry::Get(DefaultsKey, "TSR"), QStringLiteral("0.25"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), QStringLiteral("2"));
+        QCOMPARE(Registry::get(DefaultsKey, "TSR"), QStringLiteral("0.25"));
     }
 
     // The car number is stored whatever it is, so an emptied one empties the field of the
@@ -491,8 +491,8 @@ private slots:
         QTest::keyClick(dialog.field("txtCarNumber"), Qt::Key_Backspace);
         QCOMPARE(dialog.field("txtCarNumber")->text(), QString());
         dialog.click("cmdSaveSetting");
-        QCOMPARE(Registry::Get(DefaultsKey, "CarNumber"), Registry::NoKeyValue);
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), QStringLiteral("1.5"));
+        QCOMPARE(Registry::get(DefaultsKey, "CarNumber"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), QStringLiteral("1.5"));
         Dialog again;
         QCOMPARE(again.field("txtCarNumber")->text(), QString());
     }
@@ -506,7 +506,7 @@ private slots:
         dialog.leave("txtPF", "txtTSR");
         QCOMPARE(dialog.field("txtPF")->text(), QStringLiteral("0"));
         dialog.click("cmdSaveSetting");
-        QCOMPARE(Registry::Get(typeKey("Red"), "PF"), QStringLiteral("0"));
+        QCOMPARE(Registry::get(typeKey("Red"), "PF"), QStringLiteral("0"));
         QVERIFY(dialogs->messages.isEmpty());
     }
 
@@ -519,7 +519,7 @@ private slots:
         dialog.type("txtPF", "1.5");
         dialog.click("cmdSaveSetting");
         QCOMPARE(types(), QStringList{"Red Car 2"});
-        QCOMPARE(Registry::Get(typeKey("Red Car 2"), "PF"), QStringLiteral("1.5"));
+        QCOMPARE(Registry::get(typeKey("Red Car 2"), "PF"), QStringLiteral("1.5"));
 
         Dialog again;
         QCOMPARE(entries(again.list("cboPageIdentifier")), QStringList{"Red Car 2"});
@@ -533,19 +533,19 @@ private slots:
     void removeDeletesTheTypeAndListsTheRestAgain() {
         storeDefaults(DefaultsKey, "1.5", "0.25", "12A", "9.50");
         storeDefaults(typeKey("Red"), "2", "0.5", "7", "8.90");
-        Registry::Set(typeKey("Blue"), "PF", "3");
+        Registry::set(typeKey("Blue"), "PF", "3");
         Dialog dialog;
         dialog.chooseType("Red");
         dialog.click("cmdRemoveSetting");
         QVERIFY(!dialog.button("cmdRemoveSetting")->isEnabled());
         QCOMPARE(types(), QStringList{"Blue"});
-        QCOMPARE(Registry::Get(typeKey("Red"), "PF"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(typeKey("Red"), "PF"), Registry::NoKeyValue);
         QCOMPARE(entries(dialog.list("cboPageIdentifier")), QStringList{"Blue"});
         QCOMPARE(dialog.list("cboPageIdentifier")->currentText(), QString());
         // The general defaults and the other types stay.
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), QStringLiteral("1.5"));
-        QCOMPARE(Registry::Get(DefaultsKey, "CarNumber"), QStringLiteral("12A"));
-        QCOMPARE(Registry::Get(typeKey("Blue"), "PF"), QStringLiteral("3"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), QStringLiteral("1.5"));
+        QCOMPARE(Registry::get(DefaultsKey, "CarNumber"), QStringLiteral("12A"));
+        QCOMPARE(Registry::get(typeKey("Blue"), "PF"), QStringLiteral("3"));
         // Cancel does not bring it back.
         dialog.click("cmdCancel");
         QCOMPARE(types(), QStringList{"Blue"});
@@ -646,13 +646,13 @@ private slots:
         Dialog dialog;
         dialog.choose("cboPagerFrequency", 1);
         QCOMPARE(dialog.frequencies, (QList<int>{75, 30}));
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"), QStringLiteral("30"));
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"), QStringLiteral("30"));
         dialog.choose("cboPagerFrequency", 8);
         QCOMPARE(dialog.frequencies, (QList<int>{75, 30, 135}));
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"), QStringLiteral("135"));
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"), QStringLiteral("135"));
         dialog.click("cmdCancel");
         QVERIFY(!dialog.form.isVisible());
-        QCOMPARE(Registry::Get(DefaultsKey, "PagerFrequency"), QStringLiteral("135"));
+        QCOMPARE(Registry::get(DefaultsKey, "PagerFrequency"), QStringLiteral("135"));
         QCOMPARE(dialog.frequencies.last(), 135);
     }
 
@@ -664,7 +664,7 @@ private slots:
         dialog.click("cmdAdd");
         QCOMPARE(entries(dialog.list("cboRaceTrack")), QStringList{"Bristol"});
         QCOMPARE(tracks(), QStringList{"Bristol"});
-        QCOMPARE(Registry::Get(TracksKey, "Bristol"), QStringLiteral("0"));
+        QCOMPARE(Registry::get(TracksKey, "Bristol"), QStringLiteral("0"));
         dialog.click("cmdAdd");
         QCOMPARE(entries(dialog.list("cboRaceTrack")), QStringList{"Bristol"});
         QVERIFY(dialog.button("cmdAdd")->isEnabled());
@@ -700,21 +700,21 @@ private slots:
         dialog.click("cmdAdd");
         QVERIFY(entries(dialog.list("cboRaceTrack")).isEmpty());
         QStringList names;
-        QVERIFY(!Registry::EnumValues(Registry::HKEY_CURRENT_USER, TracksKey, names));
+        QVERIFY(!Registry::enumValues(Registry::HKEY_CURRENT_USER, TracksKey, names));
     }
 
     void aTrackDifferingOnlyInCaseIsASecondEntry() {
-        Registry::Set(TracksKey, "Bristol", "0");
+        Registry::set(TracksKey, "Bristol", "0");
         Dialog dialog;
         dialog.type("cboRaceTrack", "bristol");
         dialog.click("cmdAdd");
         QCOMPARE(entries(dialog.list("cboRaceTrack")), (QStringList{"Bristol", "bristol"}));
-        QCOMPARE(Registry::Get(TracksKey, "bristol"), QStringLiteral("0"));
+        QCOMPARE(Registry::get(TracksKey, "bristol"), QStringLiteral("0"));
     }
 
     void removeDeletesTheTrackAndListsTheRestAgain() {
-        Registry::Set(TracksKey, "Bristol", "0");
-        Registry::Set(TracksKey, "Gainesville", "0");
+        Registry::set(TracksKey, "Bristol", "0");
+        Registry::set(TracksKey, "Gainesville", "0");
         Dialog dialog;
         dialog.type("cboRaceTrack", " Bristol");
         dialog.click("cmdRemove");
@@ -724,7 +724,7 @@ private slots:
     }
 
     void tracksStayChangedAfterCancel() {
-        Registry::Set(TracksKey, "Bristol", "0");
+        Registry::set(TracksKey, "Bristol", "0");
         Dialog dialog;
         dialog.type("cboRaceTrack", "Gainesville");
         dialog.click("cmdAdd");
@@ -737,11 +737,11 @@ private slots:
     // --- The template and the two ways of ending ---
 
     void okStoresTheShippedTemplateForTheSystemDefault() {
-        Registry::Set(TemplatesKey, "MasterTemplate", systemTemplate());
+        Registry::set(TemplatesKey, "MasterTemplate", systemTemplate());
         Dialog dialog;
         dialog.field("txtTemplateFile")->setText(home->root()); // counts only for "Folder:"
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), systemTemplate());
+        QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), systemTemplate());
         QVERIFY(!dialog.form.isVisible());
         QCOMPARE(dialog.form.result(), int(QDialog::Accepted));
     }
@@ -751,13 +751,13 @@ private slots:
         QFile file(workbook);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
-        Registry::Set(TemplatesKey, "MasterTemplate", "/gone/old.xlsx");
+        Registry::set(TemplatesKey, "MasterTemplate", "/gone/old.xlsx");
         {
             Dialog dialog;
             QVERIFY(dialog.option("optFolder")->isChecked());
             dialog.field("txtTemplateFile")->setText(home->root() + QStringLiteral("/none.xlsx"));
             dialog.click("cmdOK");
-            QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"),
+            QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"),
                      QStringLiteral("/gone/old.xlsx"));
             QVERIFY(dialogs->messages.isEmpty());
         }
@@ -765,14 +765,14 @@ private slots:
             Dialog dialog;
             dialog.field("txtTemplateFile")->setText(workbook);
             dialog.click("cmdOK");
-            QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), workbook);
+            QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), workbook);
         }
         {
             // A folder is not told apart from a file.
             Dialog dialog;
             dialog.field("txtTemplateFile")->setText(home->root());
             dialog.click("cmdOK");
-            QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), home->root());
+            QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), home->root());
         }
     }
 
@@ -780,7 +780,7 @@ private slots:
         Dialog dialog;
         dialog.type("txtPF", "1");
         dialog.click("cmdSaveSetting");
-        QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), systemTemplate());
+        QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), systemTemplate());
     }
 
     void okStoresTheFieldsUnderThePresentName() {
@@ -789,9 +789,9 @@ private slots:
         dialog.chooseType("Red");
         dialog.type("txtPF", "3");
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(typeKey("Red"), "PF"), QStringLiteral("3"));
-        QCOMPARE(Registry::Get(typeKey("Red"), "CarNumber"), QStringLiteral("7"));
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(typeKey("Red"), "PF"), QStringLiteral("3"));
+        QCOMPARE(Registry::get(typeKey("Red"), "CarNumber"), QStringLiteral("7"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), Registry::NoKeyValue);
     }
 
     void cancelStoresNeitherFieldsNorTemplate() {
@@ -802,15 +802,15 @@ private slots:
         dialog.click("cmdCancel");
         QVERIFY(!dialog.form.isVisible());
         QCOMPARE(dialog.form.result(), int(QDialog::Rejected));
-        QCOMPARE(Registry::Get(DefaultsKey, "PF"), QStringLiteral("1.5"));
+        QCOMPARE(Registry::get(DefaultsKey, "PF"), QStringLiteral("1.5"));
         QVERIFY(types().isEmpty());
-        QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), Registry::NoKeyValue);
     }
 
     // --- Choosing a template file ---
 
     void theTemplateDialogStartsInTheLastFolderUsed() {
-        Registry::Set(FileDialogPathKey, "0", home->root());
+        Registry::set(FileDialogPathKey, "0", home->root());
         Dialog dialog;
         dialog.click("cmdFolder");
         QCOMPARE(dialogs->fileRequests.size(), 1);
@@ -841,16 +841,16 @@ private slots:
         QCOMPARE(dialog.field("txtTemplateFile")->text(), workbook);
         QVERIFY(dialog.option("optTemplateDefault")->isChecked());
         QVERIFY(!dialog.option("optFolder")->isChecked());
-        QCOMPARE(Registry::Get(FileDialogPathKey, "0"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(FileDialogPathKey, "0"), Registry::NoKeyValue);
 
         dialog.select("optFolder");
         QVERIFY(!dialog.option("optTemplateDefault")->isChecked());
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(TemplatesKey, "MasterTemplate"), workbook);
+        QCOMPARE(Registry::get(TemplatesKey, "MasterTemplate"), workbook);
     }
 
     void aCancelledTemplateDialogChangesNothing() {
-        Registry::Set(TemplatesKey, "MasterTemplate", "/home/team/custom.xlsx");
+        Registry::set(TemplatesKey, "MasterTemplate", "/home/team/custom.xlsx");
         Dialog dialog;
         dialogs->queueFile(QString());
         dialog.click("cmdFolder");
@@ -871,8 +871,8 @@ private slots:
 
     // The field shows the program's own setting, never the receiver's.
     void theTimeSlipLogFieldShowsTheProgramsSetting() {
-        Registry::Set(ReceiverLogKey, "LogFile", "/receiver/races.csv");
-        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Registry::set(ReceiverLogKey, "LogFile", "/receiver/races.csv");
+        Registry::set(TimeSlipLogKey, "LogFile", "/team/races.csv");
         Dialog dialog;
         QCOMPARE(dialog.field("txtICardLogFile")->text(), QStringLiteral("/team/races.csv"));
     }
@@ -881,28 +881,28 @@ private slots:
         Dialog dialog;
         dialog.type("txtICardLogFile", QStringLiteral("/team/event.csv"));
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/event.csv"));
-        QCOMPARE(Registry::Get(ReceiverLogKey, "LogFile"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/event.csv"));
+        QCOMPARE(Registry::get(ReceiverLogKey, "LogFile"), Registry::NoKeyValue);
     }
 
     void anEmptiedTimeSlipLogFieldForgetsTheFile() {
-        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Registry::set(TimeSlipLogKey, "LogFile", "/team/races.csv");
         Dialog dialog;
         dialog.field("txtICardLogFile")->clear();
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(TimeSlipLogKey, "LogFile"), Registry::NoKeyValue);
     }
 
     void cancelKeepsTheStoredTimeSlipLog() {
-        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Registry::set(TimeSlipLogKey, "LogFile", "/team/races.csv");
         Dialog dialog;
         dialog.field("txtICardLogFile")->setText(QStringLiteral("/team/other.csv"));
         dialog.click("cmdCancel");
-        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/races.csv"));
+        QCOMPARE(Registry::get(TimeSlipLogKey, "LogFile"), QStringLiteral("/team/races.csv"));
     }
 
     void browseFillsTheTimeSlipLogField() {
-        Registry::Set(FileDialogPathKey, "0", home->root());
+        Registry::set(FileDialogPathKey, "0", home->root());
         const QString log = home->root() + QStringLiteral("/event.csv");
         Dialog dialog;
         dialogs->queueFile(log);
@@ -914,11 +914,11 @@ private slots:
         QCOMPARE(request.initialFolder, home->root());
         QCOMPARE(dialog.field("txtICardLogFile")->text(), log);
         dialog.click("cmdOK");
-        QCOMPARE(Registry::Get(TimeSlipLogKey, "LogFile"), log);
+        QCOMPARE(Registry::get(TimeSlipLogKey, "LogFile"), log);
     }
 
     void aCancelledBrowseLeavesTheTimeSlipLogField() {
-        Registry::Set(TimeSlipLogKey, "LogFile", "/team/races.csv");
+        Registry::set(TimeSlipLogKey, "LogFile", "/team/races.csv");
         Dialog dialog;
         dialogs->queueFile(QString());
         dialog.click("cmdBrowseICardLog");

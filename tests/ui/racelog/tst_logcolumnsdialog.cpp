@@ -17,7 +17,7 @@ const QString LogColumnsKey = QStringLiteral("SOFTWARE\\Zorvane\\LogColumns\\");
 
 QStringList storedNames() {
     QStringList names;
-    Registry::EnumValues(Registry::HKEY_CURRENT_USER, LogColumnsKey, names);
+    Registry::enumValues(Registry::HKEY_CURRENT_USER, LogColumnsKey, names);
     names.sort();
     return names;
 }
@@ -31,7 +31,7 @@ QStringList allCaptions() {
 }
 
 QByteArray storeContents() {
-    QFile file(Registry::StoreFilePath());
+    QFile file(Registry::storeFilePath());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -109,12 +109,12 @@ private slots:
     // The log windows show a column for "1" and for no value alike; the dialog tells them
     // apart, and checks a box only for an exact "1".
     void onlyAnExactOneChecksABox() {
-        Registry::Set(LogColumnsKey, "Lane", "1");
-        Registry::Set(LogColumnsKey, "Delay Box", "0");
-        Registry::Set(LogColumnsKey, "Dial-In", "01");
-        Registry::Set(LogColumnsKey, "Track Temp", "1");
-        Registry::Set(LogColumnsKey, "AA", "yes");
-        Registry::Set(LogColumnsKey, "AL", "1");
+        Registry::set(LogColumnsKey, "Lane", "1");
+        Registry::set(LogColumnsKey, "Delay Box", "0");
+        Registry::set(LogColumnsKey, "Dial-In", "01");
+        Registry::set(LogColumnsKey, "Track Temp", "1");
+        Registry::set(LogColumnsKey, "AA", "yes");
+        Registry::set(LogColumnsKey, "AL", "1");
         Dialog dialog;
         QVERIFY(dialog.box("chkLane")->isChecked());
         QVERIFY(!dialog.box("chkRT")->isChecked()); // no value
@@ -131,14 +131,14 @@ private slots:
 
     // Column 18 is stored under its box's caption; its header names nothing.
     void theTrackTemperatureIsReadUnderItsCaptionNotItsHeader() {
-        Registry::Set(LogColumnsKey, "T. Temp", "1");
+        Registry::set(LogColumnsKey, "T. Temp", "1");
         Dialog dialog;
         QVERIFY(!dialog.boxOf(18)->isChecked());
     }
 
     void okWritesEveryBoxAndCloses() {
-        Registry::Set(LogColumnsKey, "Lane", "1");
-        Registry::Set(LogColumnsKey, "RT", "1");
+        Registry::set(LogColumnsKey, "Lane", "1");
+        Registry::set(LogColumnsKey, "RT", "1");
         Dialog dialog;
         dialog.tick("chkRT");
         dialog.tick("chkWG");
@@ -150,10 +150,10 @@ private slots:
         for (const int number : ColumnTable::ShowColumnMenuOrder) {
             const QString name = ColumnTable::Columns[number].visibilityValue.toString();
             const bool shown = name == u"Lane" || name == u"WG" || name == u"Track Temp";
-            QCOMPARE(Registry::Get(LogColumnsKey, name),
+            QCOMPARE(Registry::get(LogColumnsKey, name),
                      shown ? QStringLiteral("1") : QStringLiteral("0"));
         }
-        QCOMPARE(Registry::Get(LogColumnsKey, "T. Temp"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(LogColumnsKey, "T. Temp"), Registry::NoKeyValue);
     }
 
     // Where the dialog was never confirmed every log shows every column, yet no box is
@@ -165,13 +165,13 @@ private slots:
         dialog.click("cmdOK");
         QCOMPARE(storedNames(), allCaptions());
         for (const QString& name : allCaptions())
-            QCOMPARE(Registry::Get(LogColumnsKey, name), QStringLiteral("0"));
+            QCOMPARE(Registry::get(LogColumnsKey, name), QStringLiteral("0"));
     }
 
     void cancelAfterChangesLeavesTheSettingsAsTheyWere() {
-        Registry::Set(LogColumnsKey, "Lane", "1");
-        Registry::Set(LogColumnsKey, "RT", "0");
-        Registry::Set(LogColumnsKey, "Track Temp", "maybe");
+        Registry::set(LogColumnsKey, "Lane", "1");
+        Registry::set(LogColumnsKey, "RT", "0");
+        Registry::set(LogColumnsKey, "Track Temp", "maybe");
         const QByteArray before = storeContents();
         Dialog dialog;
         dialog.tick("chkLane");
@@ -191,7 +191,7 @@ private slots:
         dialog.tick("chkLane");
         dialog.click("cmdCancel");
         QStringList names;
-        QVERIFY(!Registry::EnumValues(Registry::HKEY_CURRENT_USER, LogColumnsKey, names));
+        QVERIFY(!Registry::enumValues(Registry::HKEY_CURRENT_USER, LogColumnsKey, names));
     }
 };
 

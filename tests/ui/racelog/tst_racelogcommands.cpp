@@ -222,8 +222,8 @@ private slots:
         dialogs->queueFile(QString());
         window.run("miClose");
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
-        QCOMPARE(Registry::Get(key, "Width"), QString::number(opened.width()));
-        QCOMPARE(Registry::Get(key, "Height"), QString::number(opened.height()));
+        QCOMPARE(Registry::get(key, "Width"), QString::number(opened.width()));
+        QCOMPARE(Registry::get(key, "Height"), QString::number(opened.height()));
     }
 
     // With the side panel opened, a new log still shows the whole panel beside the runs.
@@ -253,11 +253,11 @@ private slots:
     // comes back into it.
     void aStoredPlacementThatIsOfNoUseIsCorrected() {
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
-        Registry::Set(key, "WindowState", "0");
-        Registry::Set(key, "Width", "120");
-        Registry::Set(key, "Height", "28");
-        Registry::Set(key, "Left", "5000");
-        Registry::Set(key, "Top", "-4000");
+        Registry::set(key, "WindowState", "0");
+        Registry::set(key, "Width", "120");
+        Registry::set(key, "Height", "28");
+        Registry::set(key, "Left", "5000");
+        Registry::set(key, "Top", "-4000");
         MainWindowHarness window;
         window.main.resize(1000, 800);
         QCoreApplication::processEvents();
@@ -278,8 +278,8 @@ private slots:
         dialogs->queueFile(QString());
         window.run("miClose");
         const QString key = "SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings";
-        QCOMPARE(Registry::Get(key, "Width"), QStringLiteral("800"));
-        QCOMPARE(Registry::Get(key, "Top"), QStringLiteral("20"));
+        QCOMPARE(Registry::get(key, "Width"), QStringLiteral("800"));
+        QCOMPARE(Registry::get(key, "Top"), QStringLiteral("20"));
         MainWindowHarness::settle();
 
         window.run("miNewRaceLog");
@@ -341,7 +341,7 @@ private slots:
         QVERIFY(QDir().mkpath(file("logs")));
         const QString path = file("logs/2026-05-04 Brainerd.trl");
         writeRaceLog(path, 2, "Pro");
-        Registry::Set(PathKey, "0", file("start"));
+        Registry::set(PathKey, "0", file("start"));
         MainWindowHarness window;
         dialogs->queueFile(path);
         window.run("miOpenRaceLog");
@@ -354,7 +354,7 @@ private slots:
                  QStringLiteral("Tarnwick Race Log Files (*.trl) |*.trl|All Files (*.*) |*.*|"));
         QCOMPARE(request.filterIndex, 1);
         QCOMPARE(request.initialFolder, file("start"));
-        QCOMPARE(Registry::Get(PathKey, "0"), file("logs"));
+        QCOMPARE(Registry::get(PathKey, "0"), file("logs"));
 
         RaceLogWindow* log = window.slot(0);
         QVERIFY(log);
@@ -381,7 +381,7 @@ private slots:
         QCOMPARE(dialogs->fileRequests[0].initialFolder, QString());
         QVERIFY(dialogs->messages.isEmpty());
         QVERIFY(window.children().isEmpty());
-        QCOMPARE(Registry::Get(PathKey, "0"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(PathKey, "0"), Registry::NoKeyValue);
     }
 
     void aMissingFileIsNotLoaded() {
@@ -648,7 +648,7 @@ private slots:
         QVERIFY2(dialogs->messages.isEmpty(),
                  qPrintable(dialogs->messages.isEmpty() ? "" : dialogs->messages.first().text));
         QVERIFY(QFile::exists(file("sheets/event.xlsx")));
-        QCOMPARE(Registry::Get(SettingKeys::FileDialogFolder), file("sheets"));
+        QCOMPARE(Registry::get(SettingKeys::FileDialogFolder), file("sheets"));
 
         // Cancel ends the command without a word; the next dialog starts in the folder.
         dialogs->queueFile(QString());
@@ -666,9 +666,9 @@ private slots:
     }
 
     void eachRaceLogTypeGetsANewTool() {
-        Registry::Set(DefaultsKey + "Bracket\\", "PF", "5.5");
-        Registry::Set(DefaultsKey + "Bracket\\", "CarNumber", "7X");
-        Registry::Set(DefaultsKey + "Super Pro\\", "PF", "2");
+        Registry::set(DefaultsKey + "Bracket\\", "PF", "5.5");
+        Registry::set(DefaultsKey + "Bracket\\", "CarNumber", "7X");
+        Registry::set(DefaultsKey + "Super Pro\\", "PF", "2");
         MainWindowHarness window;
         window.commands->createRaceLogListing();
         auto* band = window.main.findChild<QMenu*>("RaceLogType");
@@ -704,7 +704,7 @@ private slots:
     }
 
     void removingATypeLeavesAnOpenLogOfThatTypeAsItIs() {
-        Registry::Set("SOFTWARE\\Zorvane\\Main\\Defaults\\Red\\", "PF", "7");
+        Registry::set("SOFTWARE\\Zorvane\\Main\\Defaults\\Red\\", "PF", "7");
         MainWindowHarness window;
         window.main.dispatch("newRed");
         RaceLogWindow* log = window.slot(0);
@@ -724,7 +724,7 @@ private slots:
         window.run("miConfiguration");
 
         QStringList types;
-        Registry::EnumSubKeys(Registry::HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Main\\Defaults\\",
+        Registry::enumSubKeys(Registry::HKEY_CURRENT_USER, "SOFTWARE\\Zorvane\\Main\\Defaults\\",
                               types);
         QVERIFY(!types.contains("Red"));
         QCOMPARE(log->raceLogType, QStringLiteral("Red"));

@@ -157,8 +157,8 @@ private slots:
     }
 
     void theRaceTracksFillTheList() {
-        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Rockwell Dragway", "0");
-        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
+        Registry::set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Rockwell Dragway", "0");
+        Registry::set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
         LogWindow window;
         QStringList tracks = items(window.panel().raceTrackList);
         tracks.sort();
@@ -168,11 +168,11 @@ private slots:
 
     void aTypedLogTakesItsNameAndDefaults() {
         const QString key = DefaultsKey + "Bracket\\";
-        Registry::Set(key, "PF", "5.5");
-        Registry::Set(key, "TSR", "fast");
-        Registry::Set(key, "CarNumber", " 7X ");
-        Registry::Set(key, "TargetET", "9.5");
-        Registry::Set(DefaultsKey, "PF", "3");
+        Registry::set(key, "PF", "5.5");
+        Registry::set(key, "TSR", "fast");
+        Registry::set(key, "CarNumber", " 7X ");
+        Registry::set(key, "TargetET", "9.5");
+        Registry::set(DefaultsKey, "PF", "3");
         LogWindow window("Bracket");
         LogSidePanel& panel = window.panel();
         QCOMPARE(window.log.windowTitle(), QStringLiteral("Bracket"));
@@ -184,9 +184,9 @@ private slots:
     }
 
     void aLogOfNoTypeTakesTheGeneralDefaults() {
-        Registry::Set(DefaultsKey, "PF", "3");
-        Registry::Set(DefaultsKey, "TSR", "0.25");
-        Registry::Set(DefaultsKey, "TargetET", "none");
+        Registry::set(DefaultsKey, "PF", "3");
+        Registry::set(DefaultsKey, "TSR", "0.25");
+        Registry::set(DefaultsKey, "TargetET", "none");
         LogWindow window;
         QCOMPARE(window.panel().pfField->text(), QStringLiteral("3"));
         QCOMPARE(window.panel().tsrField->text(), QStringLiteral("0.25"));
@@ -227,9 +227,9 @@ private slots:
     }
 
     void aStoredZeroUnderTrackTempHidesColumn18() {
-        Registry::Set(LogColumnsKey, "Track Temp", "0");
-        Registry::Set(LogColumnsKey, "RT", "1");
-        Registry::Set(LogColumnsKey, "60 ft", "no");
+        Registry::set(LogColumnsKey, "Track Temp", "0");
+        Registry::set(LogColumnsKey, "RT", "1");
+        Registry::set(LogColumnsKey, "60 ft", "no");
         LogWindow window;
         QHeaderView* header = window.log.grid->horizontalHeader();
         QVERIFY(header->isSectionHidden(17));
@@ -244,7 +244,7 @@ private slots:
     }
 
     void aValueUnderTheHeaderCaptionHasNoEffect() {
-        Registry::Set(LogColumnsKey, "T. Temp", "0");
+        Registry::set(LogColumnsKey, "T. Temp", "0");
         LogWindow window;
         QVERIFY(!window.log.grid->isRunColumnHidden(18));
         QCOMPARE(window.log.grid->columnWidth(17), 67);
@@ -561,10 +561,10 @@ private slots:
         QCOMPARE(panel.dateField->text(), QStringLiteral("04/05/2026"));
         panel.dateField->setText("99");
         window.leave(panel.dateField, panel.pfField);
-        QCOMPARE(panel.dateField->text(), DateText::LogDateText(QDate::currentDate()));
+        QCOMPARE(panel.dateField->text(), DateText::logDateText(QDate::currentDate()));
         panel.dateField->clear();
         panel.todayButton->click();
-        QCOMPARE(panel.dateField->text(), DateText::LogDateText(QDate::currentDate()));
+        QCOMPARE(panel.dateField->text(), DateText::logDateText(QDate::currentDate()));
     }
 
     void thePageIdentifierNamesTheWindow() {
@@ -633,7 +633,7 @@ private slots:
     }
 
     void saveWithoutAPathAsksForAFileAndRemembersIt() {
-        Registry::Set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
+        Registry::set("SOFTWARE\\Zorvane\\Main\\Tracks\\", "Brainerd", "0");
         LogWindow window;
         window.log.setWindowTitle("Race Log# 1");
         window.panel().raceTrackList->setEditText("Brainerd");
@@ -650,12 +650,12 @@ private slots:
         QVERIFY(request.save);
         QCOMPARE(request.title, QStringLiteral("Save Race Log - Race Log# 1"));
         QCOMPARE(request.fileName,
-                 DateText::FileStamp(QDate::currentDate()) + QStringLiteral(" Brainerd.trl"));
+                 DateText::fileStamp(QDate::currentDate()) + QStringLiteral(" Brainerd.trl"));
         QCOMPARE(request.initialFolder, QCoreApplication::applicationDirPath());
         QVERIFY(dialogs->messages.isEmpty());
         QCOMPARE(window.log.document().filePath(), path);
         QCOMPARE(window.panel().fileNameField->text(), QStringLiteral("day.trl"));
-        QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\Path", "0"), folder);
+        QCOMPARE(Registry::get("SOFTWARE\\Zorvane\\RaceLog\\Path", "0"), folder);
 
         RaceLogData saved;
         QVERIFY(Database::loadLog(path, saved));

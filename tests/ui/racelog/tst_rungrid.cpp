@@ -142,7 +142,7 @@ QStringList menuLines(const QMenu* menu) {
 }
 
 void fillRun(RunTable& table, int row) {
-    for (int column = 1; column < table.Cols(); ++column)
+    for (int column = 1; column < table.cols(); ++column)
         table.setCell(row, column, QStringLiteral("%1.%2").arg(row).arg(column));
 }
 
@@ -246,16 +246,16 @@ private slots:
     void newRunInABlankLogCarriesBlanksAndBandsRow2() {
         LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
-        const QString before = DateText::TimeText(QTime::currentTime());
+        const QString before = DateText::timeText(QTime::currentTime());
         log.rowCommand(1, "miNewRun");
-        const QString after = DateText::TimeText(QTime::currentTime());
+        const QString after = DateText::timeText(QTime::currentTime());
         QCOMPARE(log.table.tableRows(), 3);
         QCOMPARE(log.table.cell(2, 0), QStringLiteral("2"));
         QVERIFY(isTimeBetween(log.table.cell(2, 1), before, after));
-        QCOMPARE(log.table.cell(2, 2), DateText::RunDateText(QDate::currentDate()));
-        for (int column = 3; column < log.table.Cols(); ++column)
+        QCOMPARE(log.table.cell(2, 2), DateText::runDateText(QDate::currentDate()));
+        for (int column = 3; column < log.table.cols(); ++column)
             QCOMPARE(log.table.cell(2, column), QString());
-        for (int column = 1; column < log.table.Cols(); ++column) {
+        for (int column = 1; column < log.table.cols(); ++column) {
             QCOMPARE(log.table.look(2, column).background, CellColor::Band);
             QCOMPARE(log.table.look(1, column).background, CellColor::WindowBackground);
         }
@@ -270,7 +270,7 @@ private slots:
         log.grid->setCurrentRunCell(1, 7);
         log.action("miNewRunNum")->trigger();
         QCOMPARE(log.table.tableRows(), 3);
-        for (int column = 3; column < log.table.Cols(); ++column) {
+        for (int column = 3; column < log.table.cols(); ++column) {
             const bool carried = column == 15 || column == 16 || column == 17;
             QCOMPARE(log.table.cell(2, column), carried ? log.table.cell(1, column) : QString());
         }
@@ -291,7 +291,7 @@ private slots:
         auto* delegate = qobject_cast<RunCellDelegate*>(log.grid->itemDelegate());
         QVERIFY(delegate);
         const QStyleOptionViewItem option;
-        for (int column = 1; column < log.table.Cols(); ++column) {
+        for (int column = 1; column < log.table.cols(); ++column) {
             const QString caption = log.table.cell(0, column);
             const QString expected = caption == u"Time"   ? QStringLiteral("txtTime")
                                      : caption == u"Date" ? QStringLiteral("txtCtrlDate")
@@ -360,9 +360,9 @@ private slots:
 
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtTime(), QStringLiteral("99"));
-        const QString before = DateText::TimeText(QTime::currentTime());
+        const QString before = DateText::timeText(QTime::currentTime());
         QTest::keyClick(log.txtTime(), Qt::Key_Return);
-        const QString after = DateText::TimeText(QTime::currentTime());
+        const QString after = DateText::timeText(QTime::currentTime());
         QVERIFY(isTimeBetween(log.table.cell(1, 1), before, after));
     }
 
@@ -379,7 +379,7 @@ private slots:
         QTest::keyClick(log.grid, Qt::Key_Return);
         QTest::keyClicks(log.txtCtrlDate(), QStringLiteral("99/99"));
         QTest::keyClick(log.txtCtrlDate(), Qt::Key_Return);
-        QCOMPARE(log.table.cell(1, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.cell(1, 2), DateText::runDateText(QDate::currentDate()));
     }
 
     void firstLetterInANumberCellIsTakenAndEmptiedOnLeaving() {
@@ -854,7 +854,7 @@ private slots:
         log.rowCommand(1, "miDelete");
         QCOMPARE(log.table.tableRows(), 2);
         QCOMPARE(log.table.cell(1, 0), QStringLiteral("1"));
-        for (int column = 1; column < log.table.Cols(); ++column)
+        for (int column = 1; column < log.table.cols(); ++column)
             QCOMPARE(log.table.cell(1, column), QString());
         QCOMPARE(log.referenceItems(), QStringList{"1"});
     }
@@ -1016,11 +1016,11 @@ private slots:
         LogWindow log(*station, runClipboard);
         QVERIFY(log.ready());
         ScriptedDialogs dialogs;
-        const QString before = DateText::TimeText(QTime::currentTime());
+        const QString before = DateText::timeText(QTime::currentTime());
         log.rowCommand(1, "miGetLoggedWeather");
-        const QString after = DateText::TimeText(QTime::currentTime());
+        const QString after = DateText::timeText(QTime::currentTime());
         QVERIFY(isTimeBetween(log.table.cell(1, 1), before, after));
-        QCOMPARE(log.table.cell(1, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.cell(1, 2), DateText::runDateText(QDate::currentDate()));
         QCOMPARE(log.table.cell(1, 22), QString());
         QCOMPARE(dialogs.messages.size(), 1);
         QCOMPARE(dialogs.messages[0].text, QStringLiteral("No weather data was imported!"));
@@ -1029,13 +1029,13 @@ private slots:
     void loggedWeatherOfTodayIsFoundForABlankRun() {
         const QTime now = QTime::currentTime();
         QDir().mkpath(home->weatherLogFolder());
-        QFile day(home->weatherLogFolder() + u'/' + DateText::FileStamp(QDate::currentDate()) +
+        QFile day(home->weatherLogFolder() + u'/' + DateText::fileStamp(QDate::currentDate()) +
                   QStringLiteral(".csv"));
         QVERIFY(day.open(QIODevice::WriteOnly));
         // A row at the start and one at the end of the minute, so the lookup finds one of
         // them whichever minute the clock has reached.
         for (const QTime& time : {QTime(now.hour(), now.minute()), now.addSecs(60)}) {
-            day.write('"' + DateText::TimeWithSecondsText(time).toLatin1() +
+            day.write('"' + DateText::timeWithSecondsText(time).toLatin1() +
                       "\",29.92,71.5,43.2,1250,5.1,45,0.33,49,98.6,1410,120,275,7,11,340\r\n");
         }
         day.close();

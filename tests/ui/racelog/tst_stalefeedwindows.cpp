@@ -43,9 +43,9 @@ const QString serialKey = QStringLiteral("SOFTWARE\\Zorvane\\SerialPort");
 void configure(const QString& device) {
     const QStringList values{"1", "5", "0", "4", "0", "0", "None", "None"};
     for (int i = 0; i < values.size(); ++i)
-        Registry::Set(serialKey, QString::number(i), values[i]);
-    Registry::Set(serialKey + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
-    Registry::Set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
+        Registry::set(serialKey, QString::number(i), values[i]);
+    Registry::set(serialKey + QStringLiteral("\\Devices"), QStringLiteral("Com1"), device);
+    Registry::set(QStringLiteral("SOFTWARE\\Zorvane\\Main\\Defaults\\"),
                   QStringLiteral("NoWeatherSeconds"), QStringLiteral("2"));
 }
 

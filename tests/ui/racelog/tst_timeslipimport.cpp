@@ -105,7 +105,7 @@ class TestTimeSlipImport : public QObject {
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             qFatal("cannot write %s", qPrintable(path));
         file.write(text.toUtf8());
-        Registry::Set(SettingKeys::TimeSlipLogFile, path);
+        Registry::set(SettingKeys::TimeSlipLogFile, path);
         return path;
     }
 
@@ -265,7 +265,7 @@ private slots:
         log.importSlip(1);
         QCOMPARE(log.cells(1), before);
         QCOMPARE(dialogs.messages.size(), 2);
-        const TimeSlipMessage unreadable = TimeSlipLogUnreadable();
+        const TimeSlipMessage unreadable = timeSlipLogUnreadable();
         QCOMPARE(dialogs.messages[0].title, QStringLiteral("Tarnwick - iCardRX Import"));
         QCOMPARE(dialogs.messages[0].text, unreadable.text);
         QVERIFY(dialogs.messages[0].text.contains(u"Unable to import race log file!"));
@@ -277,8 +277,8 @@ private slots:
     // The receiver's own setting comes first; a slip a quarter of an hour away is too far.
     void aSlipAQuarterOfAnHourAwayIsNotTheRuns() {
         const QString path = writeSlips(pairing("11/22/2026 10:35:00am"));
-        Registry::Set(SettingKeys::ReceiverLogFile, path);
-        Registry::Set(SettingKeys::TimeSlipLogFile, home->root() + QStringLiteral("/none.csv"));
+        Registry::set(SettingKeys::ReceiverLogFile, path);
+        Registry::set(SettingKeys::TimeSlipLogFile, home->root() + QStringLiteral("/none.csv"));
         LogWindow log(*station);
         typeRun(log);
         const QStringList before = log.cells(1);
@@ -305,7 +305,7 @@ private slots:
         ScriptedDialogs dialogs;
         log.importSlip(1);
         QCOMPARE(log.table.cell(1, 1), QString());
-        QCOMPARE(log.table.cell(1, 2), DateText::RunDateText(QDate::currentDate()));
+        QCOMPARE(log.table.cell(1, 2), DateText::runDateText(QDate::currentDate()));
         QCOMPARE(log.table.cell(1, 3), QString());
         QCOMPARE(log.document.undoStack().undoText(), QStringLiteral("Get iCard && Weather"));
         QCOMPARE(dialogs.messages.size(), 1);

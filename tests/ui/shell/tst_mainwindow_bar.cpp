@@ -72,7 +72,7 @@ private slots:
     }
 
     void everyToolIsOneActionWithItsCaptionAndTooltip() {
-        for (const Tool& entry : Tools()) {
+        for (const Tool& entry : tools()) {
             if (entry.kind == ToolKind::TextBox)
                 continue;
             const QList<QAction*> actions = window->findChildren<QAction*>(entry.name);
@@ -98,14 +98,14 @@ private slots:
             shown.append(action->menu()->objectName());
         QCOMPARE(shown, QStringList({"miFile", "miView", "miTools", "miPellamor", "miReports",
                                      "miWindow", "miHelp"}));
-        for (const Band& band : Bands()) {
+        for (const Band& band : bands()) {
             if (band.kind == BandKind::Menu)
                 QCOMPARE(menu(band.name)->title(), band.caption);
         }
     }
 
     void menusHoldTheirTools() {
-        for (const Band& band : Bands()) {
+        for (const Band& band : bands()) {
             if (band.kind == BandKind::Menu || band.kind == BandKind::Submenu)
                 QCOMPARE(names(menu(band.name)->actions()), band.items);
         }
@@ -124,7 +124,7 @@ private slots:
         auto* bar = window->findChild<QToolBar*>("tbMain");
         QVERIFY(bar);
         QCOMPARE(bar->windowTitle(), QStringLiteral("Tool Bar"));
-        QCOMPARE(names(bar->actions()), FindBand("tbMain")->items);
+        QCOMPARE(names(bar->actions()), findBand("tbMain")->items);
         auto* message = bar->findChild<QLineEdit*>("txtPageMessage");
         QVERIFY(message);
     }
@@ -136,7 +136,7 @@ private slots:
         QStringList order;
         for (QLabel* label : bar->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
             order.append(label->objectName());
-        QCOMPARE(order, FindBand("sbMain")->items);
+        QCOMPARE(order, findBand("sbMain")->items);
 
         auto* status = bar->findChild<QLabel*>("lblStatus");
         QCOMPARE(status->text(), QStringLiteral("Waiting for Weather Update..."));
@@ -172,10 +172,10 @@ private slots:
         // The clock ticks each second.
         QTRY_VERIFY(!time->text().isEmpty());
         const QDateTime after = QDateTime::currentDateTime();
-        QVERIFY(time->text() == DateText::TimeText(before.time()) ||
-                time->text() == DateText::TimeText(after.time()));
-        QVERIFY(date->text() == DateText::LogDateText(before.date()) ||
-                date->text() == DateText::LogDateText(after.date()));
+        QVERIFY(time->text() == DateText::timeText(before.time()) ||
+                time->text() == DateText::timeText(after.time()));
+        QVERIFY(date->text() == DateText::logDateText(before.date()) ||
+                date->text() == DateText::logDateText(after.date()));
     }
 
     // The bar is driven by what can run, not by what this build happens to hold: a window of
@@ -188,10 +188,10 @@ private slots:
                                       "miDeltaVP", "miCalculator",        "miRefresh",
                                       "miAbout"};
         const auto canRun = [&runnable](const QString& name) {
-            return runnable.contains(name) || FindBand("tbColor")->items.contains(name);
+            return runnable.contains(name) || findBand("tbColor")->items.contains(name);
         };
         bar.showTools(canRun);
-        for (const Tool& entry : Tools()) {
+        for (const Tool& entry : tools()) {
             if (entry.kind == ToolKind::Command || entry.kind == ToolKind::Toggle)
                 QVERIFY2(bar.tool(entry.name)->isVisible() == canRun(entry.name),
                          qPrintable(entry.name));

@@ -41,7 +41,7 @@ protected:
     void closeEvent(QCloseEvent* event) override {
         ++asked;
         const Dialogs::Answer answer =
-            Dialogs::Show({"Close?", "Child", Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
+            Dialogs::show({"Close?", "Child", Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
                            Dialogs::Answer::Yes});
         if (answer == Dialogs::Answer::Yes)
             event->accept();
@@ -412,7 +412,7 @@ private slots:
         mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
         reading.ABP = 29.75f;
         mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
-        dialogs.queueFile(WeatherLogPath(QDate(2026, 11, 22)));
+        dialogs.queueFile(weatherLogPath(QDate(2026, 11, 22)));
         dialogs.queueAnswer(Dialogs::Answer::No);
         QVERIFY(tool("miLoadLoggedWeather")->isEnabled());
         tool("miLoadLoggedWeather")->trigger();
@@ -437,7 +437,7 @@ private slots:
     // refusal follows.
     void linkFailuresOpenTheirBoxesInTurn() {
         ScriptedDialogs dialogs;
-        SetPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
+        setPortDevice(3, home->root() + QStringLiteral("/no-such-tty"));
         const quint16 closedPort = freePort();
         whenModal([&](QWidget* dialog) {
             dialog->findChild<QComboBox*>("cboComPort")->setCurrentIndex(3);

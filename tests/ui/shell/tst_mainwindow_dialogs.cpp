@@ -17,12 +17,12 @@ class TestWidgetDialogs : public QObject {
     Q_OBJECT
 private slots:
     void installsItselfWhileItLives() {
-        Dialogs::Presenter* before = Dialogs::Installed();
+        Dialogs::Presenter* before = Dialogs::installed();
         {
             WidgetDialogs dialogs;
-            QCOMPARE(Dialogs::Installed(), &dialogs);
+            QCOMPARE(Dialogs::installed(), &dialogs);
         }
-        QCOMPARE(Dialogs::Installed(), before);
+        QCOMPARE(Dialogs::installed(), before);
     }
 
     void nameFilters_data() {
@@ -42,11 +42,11 @@ private slots:
     void nameFilters() {
         QFETCH(QString, filter);
         QFETCH(QStringList, filters);
-        QCOMPARE(NameFilters(filter), filters);
+        QCOMPARE(::nameFilters(filter), filters);
     }
 
     void linesJoinedByCrLfShowAsLines() {
-        QCOMPARE(BoxText("WARNING:\r\n  Unable to start serial communications"),
+        QCOMPARE(boxText("WARNING:\r\n  Unable to start serial communications"),
                  QStringLiteral("WARNING:\n  Unable to start serial communications"));
     }
 
@@ -67,7 +67,7 @@ private slots:
             box->button(QMessageBox::No)->click();
         });
         const Dialogs::Answer answer =
-            Dialogs::Show({"First line\r\nsecond line", "Tarnwick - Test", Dialogs::Icon::Question,
+            Dialogs::show({"First line\r\nsecond line", "Tarnwick - Test", Dialogs::Icon::Question,
                            Dialogs::Buttons::YesNo, Dialogs::Answer::No});
         QCOMPARE(answer, Dialogs::Answer::No);
         QCOMPARE(title, QStringLiteral("Tarnwick - Test"));
@@ -102,7 +102,7 @@ private slots:
             box->button(QMessageBox::StandardButton(pressed))->click();
         });
         const Dialogs::Answer given =
-            Dialogs::Show({"Text", "Title", Dialogs::Icon::Critical, Dialogs::Buttons(buttons),
+            Dialogs::show({"Text", "Title", Dialogs::Icon::Critical, Dialogs::Buttons(buttons),
                            Dialogs::Answer::Ok});
         QCOMPARE(int(given), answer);
         QCOMPARE(icon, QMessageBox::Critical);
@@ -111,7 +111,7 @@ private slots:
     void escapeAnswersNo() {
         WidgetDialogs dialogs;
         whenModal([](QWidget* modal) { QTest::keyClick(modal, Qt::Key_Escape); });
-        QCOMPARE(Dialogs::Show({"Text", "Title", Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
+        QCOMPARE(Dialogs::show({"Text", "Title", Dialogs::Icon::Question, Dialogs::Buttons::YesNo,
                                 Dialogs::Answer::Yes}),
                  Dialogs::Answer::No);
     }
@@ -124,7 +124,7 @@ private slots:
             during = QGuiApplication::overrideCursor()->shape();
             qobject_cast<QDialog*>(modal)->reject();
         });
-        Dialogs::Inform("Text", "Title");
+        Dialogs::inform("Text", "Title");
         QCOMPARE(during, std::optional(Qt::ArrowCursor));
         QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
@@ -136,7 +136,7 @@ private slots:
             overridden = QGuiApplication::overrideCursor() != nullptr;
             qobject_cast<QDialog*>(modal)->reject();
         });
-        QVERIFY(!Dialogs::ChooseColor(Qt::white));
+        QVERIFY(!Dialogs::chooseColor(Qt::white));
         QVERIFY(!overridden);
     }
 
@@ -163,7 +163,7 @@ private slots:
         request.filter = "Tarnwick Weather Log Files (*.csv) |*.csv|All Files (*.*) |*.*|";
         request.filterIndex = 2;
         request.initialFolder = folder.path();
-        const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
+        const std::optional<Dialogs::FileChoice> choice = Dialogs::chooseFile(request);
         QVERIFY(choice);
         QCOMPARE(choice->path, folder.filePath("2026-11-22.csv"));
         QCOMPARE(choice->title, QStringLiteral("2026-11-22.csv"));
@@ -189,7 +189,7 @@ private slots:
         request.filter = "Excel Workbooks (*.xlsx) |*.xlsx|All Files (*.*) |*.*|";
         request.initialFolder = folder.path();
         request.fileName = "2026-11-22log.xlsx";
-        const std::optional<Dialogs::FileChoice> choice = Dialogs::ChooseFile(request);
+        const std::optional<Dialogs::FileChoice> choice = Dialogs::chooseFile(request);
         QVERIFY(choice);
         QCOMPARE(mode, QFileDialog::AcceptSave);
         QCOMPARE(choice->path, folder.filePath("2026-11-22log.xlsx"));
@@ -199,7 +199,7 @@ private slots:
     void cancelledFileDialogGivesNothing() {
         WidgetDialogs dialogs;
         whenModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
-        QVERIFY(!Dialogs::ChooseFile(
+        QVERIFY(!Dialogs::chooseFile(
             {false, "Open Race Log", "All Files (*.*) |*.*|", 1, QDir::tempPath(), {}}));
     }
 
@@ -213,14 +213,14 @@ private slots:
             dialog->setCurrentColor(QColor(1, 2, 3));
             dialog->accept();
         });
-        QCOMPARE(Dialogs::ChooseColor(QColor(0x80, 0, 0)), std::optional(QColor(1, 2, 3)));
+        QCOMPARE(Dialogs::chooseColor(QColor(0x80, 0, 0)), std::optional(QColor(1, 2, 3)));
         QCOMPARE(offered, QColor(0x80, 0, 0));
     }
 
     void cancelledColourDialogGivesNothing() {
         WidgetDialogs dialogs;
         whenModal([](QWidget* modal) { qobject_cast<QDialog*>(modal)->reject(); });
-        QVERIFY(!Dialogs::ChooseColor(Qt::white));
+        QVERIFY(!Dialogs::chooseColor(Qt::white));
     }
 };
 

@@ -72,7 +72,7 @@ private slots:
     }
 
     void backgroundComesBack() {
-        Registry::Set(ScreenSettings, "Background", "128");
+        Registry::set(ScreenSettings, "Background", "128");
         makeWindow();
         window->load();
         QCOMPARE(background(), QColor(0x80, 0, 0));
@@ -82,7 +82,7 @@ private slots:
     void aBackgroundThatIsNoNumberLeavesTheColour() {
         makeWindow();
         const QBrush before = window->mdiArea()->background();
-        Registry::Set(ScreenSettings, "Background", "red");
+        Registry::set(ScreenSettings, "Background", "red");
         window->load();
         QCOMPARE(window->mdiArea()->background(), before);
     }
@@ -99,12 +99,12 @@ private slots:
     void anUnreadableValueFallsBackAloneAndStaysInTheStore() {
         QFETCH(QString, background);
         ScriptedDialogs dialogs;
-        Registry::Set(ScreenSettings, "Background", background);
-        Registry::Set(Defaults, "DeltaVP", "1");
-        Registry::Set(PortKey, "0", "25");
-        Registry::Set(PortKey, "1", "5");
-        Registry::Set(PortKey, "2", "even");
-        Registry::Set(PortKey, "6", "racehost");
+        Registry::set(ScreenSettings, "Background", background);
+        Registry::set(Defaults, "DeltaVP", "1");
+        Registry::set(PortKey, "0", "25");
+        Registry::set(PortKey, "1", "5");
+        Registry::set(PortKey, "2", "even");
+        Registry::set(PortKey, "6", "racehost");
         makeWindow();
         window->load();
         QVERIFY(dialogs.messages.isEmpty());
@@ -119,18 +119,18 @@ private slots:
 
         window->show();
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(ScreenSettings, "Background"), background);
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
-        QCOMPARE(Registry::Get(PortKey, "0"), QStringLiteral("25"));
-        QCOMPARE(Registry::Get(PortKey, "1"), QStringLiteral("5"));
-        QCOMPARE(Registry::Get(PortKey, "2"), QStringLiteral("even"));
-        QCOMPARE(Registry::Get(PortKey, "6"), QStringLiteral("racehost"));
+        QCOMPARE(Registry::get(ScreenSettings, "Background"), background);
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), QStringLiteral("1"));
+        QCOMPARE(Registry::get(PortKey, "0"), QStringLiteral("25"));
+        QCOMPARE(Registry::get(PortKey, "1"), QStringLiteral("5"));
+        QCOMPARE(Registry::get(PortKey, "2"), QStringLiteral("even"));
+        QCOMPARE(Registry::get(PortKey, "6"), QStringLiteral("racehost"));
     }
 
     // Once the user sets a value that could not be read, the new value is what is kept.
     void aValueTheUserSetsReplacesTheUnreadableText() {
-        Registry::Set(ScreenSettings, "Background", "1.5");
-        Registry::Set(Defaults, "DeltaVP", "yes");
+        Registry::set(ScreenSettings, "Background", "1.5");
+        Registry::set(Defaults, "DeltaVP", "yes");
         makeWindow();
         window->load();
         QVERIFY(!station->predictionSettings().deltaVP);
@@ -138,8 +138,8 @@ private slots:
         tool("miBlue")->trigger();
         tool("miDeltaVP")->trigger();
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("12582912"));
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
+        QCOMPARE(Registry::get(ScreenSettings, "Background"), QStringLiteral("12582912"));
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), QStringLiteral("1"));
     }
 
     void pagerFrequency_data() {
@@ -159,7 +159,7 @@ private slots:
         QFETCH(QString, stored);
         QFETCH(int, frequency);
         if (!stored.isNull())
-            Registry::Set(Defaults, "PagerFrequency", stored);
+            Registry::set(Defaults, "PagerFrequency", stored);
         makeWindow();
         window->load();
         QCOMPARE(window->pagerFrequency(), frequency);
@@ -178,7 +178,7 @@ private slots:
         QFETCH(QString, stored);
         QFETCH(bool, on);
         if (!stored.isNull())
-            Registry::Set(Defaults, "DeltaVP", stored);
+            Registry::set(Defaults, "DeltaVP", stored);
         station->predictionSettings().deltaVP = !on;
         makeWindow();
         window->load();
@@ -244,8 +244,8 @@ private slots:
         tool("miDeltaVP")->trigger();
         tool("miBlue")->trigger();
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("1"));
-        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("12582912"));
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), QStringLiteral("1"));
+        QCOMPARE(Registry::get(ScreenSettings, "Background"), QStringLiteral("12582912"));
         QVERIFY(!timer("tmrMain")->isActive());
         QVERIFY(!timer("tmrSend")->isActive());
 
@@ -257,7 +257,7 @@ private slots:
         window->show();
         tool("miDeltaVP")->trigger();
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), QStringLiteral("0"));
     }
 
     void paletteColoursComeBackAtTheNextStart_data() {
@@ -282,7 +282,7 @@ private slots:
         window->show();
         this->tool(tool)->trigger();
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(ScreenSettings, "Background"), stored);
+        QCOMPARE(Registry::get(ScreenSettings, "Background"), stored);
         window.reset();
         makeWindow();
         window->load();
@@ -298,7 +298,7 @@ private slots:
         tool("miNoFill")->trigger();
         QCOMPARE(window->mdiArea()->background(), system);
         QVERIFY(window->close());
-        QCOMPARE(Registry::Get(ScreenSettings, "Background"), QStringLiteral("2147483649"));
+        QCOMPARE(Registry::get(ScreenSettings, "Background"), QStringLiteral("2147483649"));
         window.reset();
         makeWindow();
         window->load();
@@ -323,24 +323,24 @@ private slots:
 
     void aDisplayInstanceReadsTheRelayOnThisMachineUnlessToldOtherwise() {
         ScriptedDialogs dialogs;
-        Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "6", "None");
+        Registry::set("SOFTWARE\\Zorvane\\SerialPort", "6", "None");
         station = std::make_unique<WeatherStation>(InstanceRole::Display);
         makeWindow();
         window->load();
         QCOMPARE(window->instrument().portSettings.host, QStringLiteral("localhost"));
         QCOMPARE(window->instrument().portSettings.tcpPort, QStringLiteral("5555"));
         // Only memory changes at the load; the store keeps what it had.
-        QCOMPARE(Registry::Get("SOFTWARE\\Zorvane\\SerialPort", "6"), QStringLiteral("None"));
+        QCOMPARE(Registry::get("SOFTWARE\\Zorvane\\SerialPort", "6"), QStringLiteral("None"));
     }
 
     void aMainInstanceSetToTcpIpStartsNoLinkAtTheLoad() {
         ScriptedDialogs dialogs;
-        Registry::Set("SOFTWARE\\Zorvane\\SerialPort", "0", "25");
+        Registry::set("SOFTWARE\\Zorvane\\SerialPort", "0", "25");
         makeWindow();
         window->load();
         QVERIFY(dialogs.messages.isEmpty());
         QVERIFY(!window->instrument().serialPort().isOpen());
-        QVERIFY(!window->instrument().IPPort().isOpen());
+        QVERIFY(!window->instrument().ipPort().isOpen());
     }
 
     void aWeatherRowBeingWrittenRefusesTheClose() {
@@ -363,7 +363,7 @@ private slots:
         QTest::qWait(50);
         QVERIFY(!timer("tmrMain")->isActive());
         // Nothing was saved.
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), Registry::NoKeyValue);
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), Registry::NoKeyValue);
     }
 
     // The row is written on the same thread to its end, so the close that was refused goes
@@ -380,7 +380,7 @@ private slots:
         writing.reset();
         QVERIFY(window->close());
         QCOMPARE(dialogs.messages.size(), 1);
-        QCOMPARE(Registry::Get(Defaults, "DeltaVP"), QStringLiteral("0"));
+        QCOMPARE(Registry::get(Defaults, "DeltaVP"), QStringLiteral("0"));
     }
 };
 

@@ -41,7 +41,7 @@ class TestMainWindowSmallScreen : public QObject {
 
     MainWindow& start() {
         startup = std::make_unique<Startup>(QStringList{"tarnwick"}, programFolder.path());
-        [&] { QCOMPARE(startup->Main(), std::nullopt); }();
+        [&] { QCOMPARE(startup->run(), std::nullopt); }();
         return *startup->mainWindow();
     }
 
@@ -71,14 +71,14 @@ private slots:
         QVERIFY(!extension->isVisible());
 
         int tools = 0;
-        for (const QString& item : FindBand(QStringLiteral("tbMain"))->items) {
+        for (const QString& item : findBand(QStringLiteral("tbMain"))->items) {
             if (item == Separator)
                 continue;
-            QAction* action = bar->actions().at(FindBand("tbMain")->items.indexOf(item));
+            QAction* action = bar->actions().at(findBand("tbMain")->items.indexOf(item));
             QWidget* shown = bar->widgetForAction(action);
             QVERIFY2(shown && shown->isVisible(), qPrintable(item));
             QVERIFY2(bar->rect().contains(shown->geometry()), qPrintable(item));
-            if (FindTool(item)->kind == ToolKind::TextBox)
+            if (findTool(item)->kind == ToolKind::TextBox)
                 continue;
             ++tools;
             auto* button = qobject_cast<QToolButton*>(shown);
@@ -86,7 +86,7 @@ private slots:
             QVERIFY2(hasInk(drawn(button->icon())), qPrintable(item));
             // A picture alone, named by the table's tool tip where the table has one.
             QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
-            if (const QString tip = FindTool(item)->toolTip; !tip.isEmpty())
+            if (const QString tip = findTool(item)->toolTip; !tip.isEmpty())
                 QCOMPARE(button->toolTip(), tip);
         }
         QCOMPARE(tools, 18);

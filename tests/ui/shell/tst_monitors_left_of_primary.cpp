@@ -17,24 +17,23 @@ class TestLeftOfPrimary : public QObject {
 private slots:
     void theDesktopStartsLeftOfTheOrigin() {
         const MonitorList monitors;
-        QCOMPARE(monitors.DesktopLeft(), -1280);
-        QCOMPARE(monitors.DesktopTop(), 0);
-        QCOMPARE(monitors.DesktopWidth(), 3200);
-        QCOMPARE(monitors.DesktopHeight(), 1080);
+        QCOMPARE(monitors.desktopLeft(), -1280);
+        QCOMPARE(monitors.desktopTop(), 0);
+        QCOMPARE(monitors.desktopWidth(), 3200);
+        QCOMPARE(monitors.desktopHeight(), 1080);
     }
 
     // Sampling starts at the desktop's left edge, so the monitor there is found first.
     void theLeftMonitorIsFoundFirstWithANegativeLeft() {
         const MonitorList monitors;
-        QCOMPARE(monitors.Monitors.Count(), 2);
-        const Monitor& first = monitors.Monitors.Item(1);
-        QCOMPARE(first.Left, -1280);
-        QCOMPARE(first.Right, 0);
-        QCOMPARE(first.WorkLeft, -1280);
-        QCOMPARE(first.Width, 1280);
-        QCOMPARE(monitors.Monitors.Item(2).Left, 0);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(-1000, 100, MonitorList::DefaultToNone),
-                 first.Handle);
+        QCOMPARE(monitors.monitors.count(), 2);
+        const Monitor& first = monitors.monitors.item(1);
+        QCOMPARE(first.left, -1280);
+        QCOMPARE(first.right, 0);
+        QCOMPARE(first.workLeft, -1280);
+        QCOMPARE(first.width, 1280);
+        QCOMPARE(monitors.monitors.item(2).left, 0);
+        QCOMPARE(monitors.monitorFromPoint(-1000, 100, MonitorList::DefaultToNone), first.handle);
     }
 
     // The second monitor found is the primary one, so that is where a display goes.
@@ -44,7 +43,7 @@ private slots:
         window.move(-1000, 100);
         window.show();
         QTRY_COMPARE(window.screen(), QGuiApplication::screens().at(1));
-        QVERIFY(CountMonitors(window));
+        QVERIFY(countMonitors(window));
         QVERIFY(window.isMaximized());
         QTRY_COMPARE(window.screen(), QGuiApplication::primaryScreen());
         QTRY_VERIFY(window.width() > 640);

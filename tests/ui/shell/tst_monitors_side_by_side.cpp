@@ -32,42 +32,42 @@ private slots:
 
     void twoMonitorsTheLeftOneFirst() {
         const MonitorList monitors;
-        QCOMPARE(monitors.Monitors.Count(), 2);
-        const Monitor& first = monitors.Monitors.Item(1);
-        const Monitor& second = monitors.Monitors.Item(2);
-        QCOMPARE(first.Left, 0);
-        QCOMPARE(first.Width, 1920);
-        QCOMPARE(first.Height, 1080);
-        QCOMPARE(second.Left, 1920);
-        QCOMPARE(second.Right, 3200);
-        QCOMPARE(second.Top, 0);
-        QCOMPARE(second.Bottom, 1024);
-        QCOMPARE(second.Width, 1280);
-        QCOMPARE(second.Height, 1024);
-        QCOMPARE(second.WorkLeft, 1920);
-        QCOMPARE(second.WorkRight, 3200);
-        QVERIFY(first.Handle != second.Handle);
+        QCOMPARE(monitors.monitors.count(), 2);
+        const Monitor& first = monitors.monitors.item(1);
+        const Monitor& second = monitors.monitors.item(2);
+        QCOMPARE(first.left, 0);
+        QCOMPARE(first.width, 1920);
+        QCOMPARE(first.height, 1080);
+        QCOMPARE(second.left, 1920);
+        QCOMPARE(second.right, 3200);
+        QCOMPARE(second.top, 0);
+        QCOMPARE(second.bottom, 1024);
+        QCOMPARE(second.width, 1280);
+        QCOMPARE(second.height, 1024);
+        QCOMPARE(second.workLeft, 1920);
+        QCOMPARE(second.workRight, 3200);
+        QVERIFY(first.handle != second.handle);
     }
 
     void theDesktopHoldsBoth() {
         const MonitorList monitors;
-        QCOMPARE(monitors.DesktopLeft(), 0);
-        QCOMPARE(monitors.DesktopTop(), 0);
-        QCOMPARE(monitors.DesktopWidth(), 3200);
-        QCOMPARE(monitors.DesktopHeight(), 1080);
+        QCOMPARE(monitors.desktopLeft(), 0);
+        QCOMPARE(monitors.desktopTop(), 0);
+        QCOMPARE(monitors.desktopWidth(), 3200);
+        QCOMPARE(monitors.desktopHeight(), 1080);
     }
 
     void pointsAndWindowsFindTheirMonitor() {
         const MonitorList monitors;
-        const qint32 second = monitors.Monitors.Item(2).Handle;
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 500, MonitorList::DefaultToNone), second);
+        const qint32 second = monitors.monitors.item(2).handle;
+        QCOMPARE(monitors.monitorFromPoint(2500, 500, MonitorList::DefaultToNone), second);
         // Below the shorter monitor lies no monitor at all.
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, MonitorList::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(2500, 1050, MonitorList::DefaultToNearest), second);
+        QCOMPARE(monitors.monitorFromPoint(2500, 1050, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.monitorFromPoint(2500, 1050, MonitorList::DefaultToNearest), second);
         QWindow window;
         // Mostly on the right monitor.
         window.setGeometry(1800, 100, 600, 400);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), second);
+        QCOMPARE(monitors.monitorFromWindow(&window, MonitorList::DefaultToNone), second);
     }
 
     void aFormIsCentredOnTheMonitorOfAnother() {
@@ -76,9 +76,9 @@ private slots:
         other.setGeometry(2000, 100, 300, 200);
         QWindow form;
         form.setGeometry(10, 10, 400, 300);
-        QVERIFY(monitors.CenterFormOnMonitor(form, &other));
+        QVERIFY(monitors.centerFormOnMonitor(form, &other));
         QCOMPARE(form.framePosition(), QPoint(1920 + (1280 - 400) / 2, (1024 - 300) / 2));
-        QVERIFY(monitors.CenterFormOnMonitor(form));
+        QVERIFY(monitors.centerFormOnMonitor(form));
         QCOMPARE(form.framePosition(), QPoint((1920 - 400) / 2, (1080 - 300) / 2));
     }
 
@@ -87,7 +87,7 @@ private slots:
         window.resize(800, 600);
         window.move((1920 - 800) / 2, (1080 - 600) / 2);
         window.show();
-        QVERIFY(CountMonitors(window));
+        QVERIFY(countMonitors(window));
         QVERIFY(window.isMaximized());
         QTRY_COMPARE(window.screen(), QGuiApplication::screens().at(1));
         QTRY_VERIFY(window.width() > 800);

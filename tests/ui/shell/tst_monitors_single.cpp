@@ -16,58 +16,58 @@ private slots:
 
     void aSingleMonitorGivesACollectionOfOne() {
         const MonitorList monitors;
-        QCOMPARE(monitors.Monitors.Count(), 1);
-        const Monitor& only = monitors.Monitors.Item(1);
-        QCOMPARE(only.Handle, 1);
-        QCOMPARE(only.Left, 0);
-        QCOMPARE(only.Top, 0);
-        QCOMPARE(only.Width, 1280);
-        QCOMPARE(only.Height, 1024);
-        QCOMPARE(only.Right, 1280);
-        QCOMPARE(only.Bottom, 1024);
-        QCOMPARE(only.WorkRight, 1280);
-        QCOMPARE(only.WorkBottom, 1024);
+        QCOMPARE(monitors.monitors.count(), 1);
+        const Monitor& only = monitors.monitors.item(1);
+        QCOMPARE(only.handle, 1);
+        QCOMPARE(only.left, 0);
+        QCOMPARE(only.top, 0);
+        QCOMPARE(only.width, 1280);
+        QCOMPARE(only.height, 1024);
+        QCOMPARE(only.right, 1280);
+        QCOMPARE(only.bottom, 1024);
+        QCOMPARE(only.workRight, 1280);
+        QCOMPARE(only.workBottom, 1024);
     }
 
     void theDesktopIsThePrimaryScreen() {
         const MonitorList monitors;
-        QCOMPARE(monitors.DesktopLeft(), 0);
-        QCOMPARE(monitors.DesktopTop(), 0);
-        QCOMPARE(monitors.DesktopWidth(), 1280);
-        QCOMPARE(monitors.DesktopHeight(), 1024);
+        QCOMPARE(monitors.desktopLeft(), 0);
+        QCOMPARE(monitors.desktopTop(), 0);
+        QCOMPARE(monitors.desktopWidth(), 1280);
+        QCOMPARE(monitors.desktopHeight(), 1024);
     }
 
     void refreshFindsTheMonitorAgainOnce() {
         MonitorList monitors;
-        monitors.Refresh();
-        monitors.Refresh();
-        QCOMPARE(monitors.Monitors.Count(), 1);
+        monitors.refresh();
+        monitors.refresh();
+        QCOMPARE(monitors.monitors.count(), 1);
     }
 
     void aPointOffTheMonitorHasNoneUnlessTheNearestIsAsked() {
         const MonitorList monitors;
-        QCOMPARE(monitors.GetMonitorFromXYPoint(100, 100, MonitorList::DefaultToNone), 1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(1280, 10, MonitorList::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(-5, -5, MonitorList::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(5000, 10, MonitorList::DefaultToNearest), 1);
+        QCOMPARE(monitors.monitorFromPoint(100, 100, MonitorList::DefaultToNone), 1);
+        QCOMPARE(monitors.monitorFromPoint(1280, 10, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.monitorFromPoint(-5, -5, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.monitorFromPoint(5000, 10, MonitorList::DefaultToNearest), 1);
     }
 
     void aWindowIsOnItsMonitor() {
         const MonitorList monitors;
         QWindow window;
         window.setGeometry(100, 100, 300, 200);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), 1);
+        QCOMPARE(monitors.monitorFromWindow(&window, MonitorList::DefaultToNone), 1);
         window.setGeometry(3000, 3000, 300, 200);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNone), -1);
-        QCOMPARE(monitors.GetMonitorFromWindow(&window, MonitorList::DefaultToNearest), 1);
-        QCOMPARE(monitors.GetMonitorFromWindow(nullptr, MonitorList::DefaultToNearest), -1);
+        QCOMPARE(monitors.monitorFromWindow(&window, MonitorList::DefaultToNone), -1);
+        QCOMPARE(monitors.monitorFromWindow(&window, MonitorList::DefaultToNearest), 1);
+        QCOMPARE(monitors.monitorFromWindow(nullptr, MonitorList::DefaultToNearest), -1);
     }
 
     void aFormIsCentredInTheWorkArea() {
         const MonitorList monitors;
         QWindow form;
         form.setGeometry(0, 0, 301, 201);
-        QVERIFY(monitors.CenterFormOnMonitor(form));
+        QVERIFY(monitors.centerFormOnMonitor(form));
         QCOMPARE(form.framePosition(), QPoint((1280 - 301) / 2, (1024 - 201) / 2));
     }
 
@@ -76,7 +76,7 @@ private slots:
         window.resize(800, 600);
         window.move((1280 - 800) / 2, (1024 - 600) / 2);
         window.show();
-        QVERIFY(CountMonitors(window));
+        QVERIFY(countMonitors(window));
         QCOMPARE(window.pos(), QPoint(240, 212));
         QCOMPARE(window.size(), QSize(800, 600));
         QVERIFY(!window.isMaximized());

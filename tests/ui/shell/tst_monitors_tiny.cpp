@@ -17,8 +17,8 @@ class TestTinyMonitors : public QObject {
 private slots:
     void smallMonitorsCanBeMissed() {
         const MonitorList monitors;
-        QCOMPARE(monitors.Monitors.Count(), 0);
-        QCOMPARE(monitors.GetMonitorFromXYPoint(350, 100, MonitorList::DefaultToNone), 2);
+        QCOMPARE(monitors.monitors.count(), 0);
+        QCOMPARE(monitors.monitorFromPoint(350, 100, MonitorList::DefaultToNone), 2);
     }
 
     void withNoMonitorFoundTheMonitorsCannotBeExamined() {
@@ -26,7 +26,7 @@ private slots:
         window.resize(200, 100);
         window.move(10, 20);
         window.show();
-        QVERIFY(!CountMonitors(window));
+        QVERIFY(!countMonitors(window));
         QCOMPARE(window.pos(), QPoint(10, 20));
     }
 };

@@ -18,12 +18,12 @@ class TestUnsampledColumns : public QObject {
 private slots:
     void theLastColumnsAreNotSampled() {
         const MonitorList monitors;
-        QCOMPARE(monitors.DesktopLeft(), 1000);
-        QCOMPARE(monitors.DesktopWidth(), 2720);
-        QCOMPARE(monitors.Monitors.Count(), 1);
-        QCOMPARE(monitors.Monitors.Item(1).Left, 1000);
+        QCOMPARE(monitors.desktopLeft(), 1000);
+        QCOMPARE(monitors.desktopWidth(), 2720);
+        QCOMPARE(monitors.monitors.count(), 1);
+        QCOMPARE(monitors.monitors.item(1).left, 1000);
         // The monitor is there, and wider than a cell; the grid just never reaches it.
-        QVERIFY(monitors.GetMonitorFromXYPoint(2920 + 320, 240, MonitorList::DefaultToNone) > 0);
+        QVERIFY(monitors.monitorFromPoint(2920 + 320, 240, MonitorList::DefaultToNone) > 0);
     }
 
     void withOnlyOneMonitorFoundNothingMoves() {
@@ -31,7 +31,7 @@ private slots:
         window.resize(400, 300);
         window.move(1200, 100);
         window.show();
-        QVERIFY(CountMonitors(window));
+        QVERIFY(countMonitors(window));
         QVERIFY(!window.isMaximized());
         QCOMPARE(window.pos(), QPoint(1200, 100));
     }

@@ -16,7 +16,7 @@ const QString key = QStringLiteral("SOFTWARE\\Zorvane\\Weather\\ScreenSettings")
 const QRect designPlace(40, 50, 300, 200);
 
 QString stored(const char* valueName) {
-    return Registry::Get(key, QLatin1String(valueName));
+    return Registry::get(key, QLatin1String(valueName));
 }
 
 // A top-level window or a child of the MDI area, as the windows of the program are.
@@ -77,7 +77,7 @@ private slots:
         TestHome home;
         {
             auto first = make();
-            Settings::LoadWindowPlacement(key, first->widget());
+            Settings::loadWindowPlacement(key, first->widget());
             QCOMPARE(first->widget()->geometry().size(), designPlace.size());
             QCOMPARE(first->widget()->pos(), designPlace.topLeft());
         }
@@ -90,7 +90,7 @@ private slots:
         // The next start reads them back, whatever its window was made with.
         auto next = make();
         next->widget()->setGeometry(5, 6, 120, 90);
-        Settings::LoadWindowPlacement(key, next->widget());
+        Settings::loadWindowPlacement(key, next->widget());
         QCOMPARE(next->widget()->size(), designPlace.size());
         QCOMPARE(next->widget()->pos(), designPlace.topLeft());
     }
@@ -99,13 +99,13 @@ private slots:
     void storedPlaceIsApplied() {
         QFETCH(MakeWindow, make);
         TestHome home;
-        Registry::Set(key, "WindowState", "0");
-        Registry::Set(key, "Width", "420");
-        Registry::Set(key, "Height", "310");
-        Registry::Set(key, "Top", "70");
-        Registry::Set(key, "Left", "-20");
+        Registry::set(key, "WindowState", "0");
+        Registry::set(key, "Width", "420");
+        Registry::set(key, "Height", "310");
+        Registry::set(key, "Top", "70");
+        Registry::set(key, "Left", "-20");
         auto window = make();
-        Settings::LoadWindowPlacement(key, window->widget());
+        Settings::loadWindowPlacement(key, window->widget());
         QCOMPARE(window->widget()->size(), QSize(420, 310));
         QCOMPARE(window->widget()->pos(), QPoint(-20, 70));
     }
@@ -114,10 +114,10 @@ private slots:
     void unknownStateChangesNothingAndStays() {
         QFETCH(MakeWindow, make);
         TestHome home;
-        Registry::Set(key, "WindowState", "3");
+        Registry::set(key, "WindowState", "3");
         auto window = make();
         window->widget()->show();
-        Settings::LoadWindowPlacement(key, window->widget());
+        Settings::loadWindowPlacement(key, window->widget());
         QCOMPARE(window->widget()->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized),
                  Qt::WindowNoState);
         QCOMPARE(stored("WindowState"), QString("3"));
@@ -125,9 +125,9 @@ private slots:
 
     void textStateIsReplacedByNormal() {
         TestHome home;
-        Registry::Set(key, "WindowState", "big");
+        Registry::set(key, "WindowState", "big");
         TopLevel window;
-        Settings::LoadWindowPlacement(key, window.widget());
+        Settings::loadWindowPlacement(key, window.widget());
         QVERIFY(!window.widget()->isMaximized());
         QCOMPARE(stored("WindowState"), QString("0"));
     }
@@ -140,7 +140,7 @@ private slots:
         window->widget()->show();
         window->widget()->setGeometry(QRect(QPoint(), QSize(350, 260)));
         window->widget()->move(15, 25);
-        Settings::SaveWindowPlacement(key, window->widget());
+        Settings::saveWindowPlacement(key, window->widget());
         QCOMPARE(stored("WindowState"), QString("0"));
         QCOMPARE(stored("Width"), QString("350"));
         QCOMPARE(stored("Height"), QString("260"));
@@ -157,17 +157,17 @@ private slots:
             window->widget()->show();
             window->widget()->resize(360, 240);
             window->widget()->move(30, 35);
-            Settings::SaveWindowPlacement(key, window->widget());
+            Settings::saveWindowPlacement(key, window->widget());
             window->widget()->showMaximized();
             QVERIFY(window->widget()->isMaximized());
-            Settings::SaveWindowPlacement(key, window->widget());
+            Settings::saveWindowPlacement(key, window->widget());
         }
         QCOMPARE(stored("WindowState"), QString("2"));
         QCOMPARE(stored("Width"), QString("360"));
         QCOMPARE(stored("Left"), QString("30"));
 
         auto reopened = make();
-        Settings::LoadWindowPlacement(key, reopened->widget());
+        Settings::loadWindowPlacement(key, reopened->widget());
         reopened->widget()->show();
         QVERIFY(reopened->widget()->isMaximized());
         QTRY_VERIFY(reopened->widget()->width() > 360);
@@ -181,13 +181,13 @@ private slots:
         {
             TopLevel window;
             window.widget()->show();
-            Settings::SaveWindowPlacement(key, window.widget());
+            Settings::saveWindowPlacement(key, window.widget());
             window.widget()->showMinimized();
-            Settings::SaveWindowPlacement(key, window.widget());
+            Settings::saveWindowPlacement(key, window.widget());
         }
         QCOMPARE(stored("WindowState"), QString("1"));
         TopLevel reopened;
-        Settings::LoadWindowPlacement(key, reopened.widget());
+        Settings::loadWindowPlacement(key, reopened.widget());
         reopened.widget()->show();
         QVERIFY(reopened.widget()->isMinimized());
         reopened.widget()->showNormal();

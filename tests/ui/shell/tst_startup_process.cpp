@@ -124,7 +124,7 @@ private:
     static bool mainInstanceListens() { return InstanceChannel::handOver("probe"); }
     // The settings file as it stands, or a mark that there is none.
     static QByteArray settingsStore() {
-        QFile store(Registry::StoreFilePath());
+        QFile store(Registry::storeFilePath());
         return store.open(QIODevice::ReadOnly) ? store.readAll() : QByteArray("(no file)");
     }
     static bool copyProgram(const QString& folder) {
@@ -177,7 +177,7 @@ private slots:
         QVERIFY(!picture.isNull());
         QVERIFY(picture.width() > 300 && picture.height() > 200);
         // Each race log that opened left its place in the store when the program closed it.
-        QVERIFY(!Registry::Get("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings", "Width").isEmpty());
+        QVERIFY(!Registry::get("SOFTWARE\\Zorvane\\RaceLog\\ScreenSettings", "Width").isEmpty());
         QVERIFY2(!run.output().contains("Race Log"), qPrintable(run.output()));
     }
 
@@ -245,8 +245,8 @@ private slots:
         if (!relay.listen(QHostAddress::LocalHost, 5555))
             QSKIP("Port 5555 on 127.0.0.1 is taken by another program");
         if (!stored.isEmpty()) {
-            Registry::Set(portSettingsKey, "6", stored);
-            Registry::Set(portSettingsKey, "7", stored);
+            Registry::set(portSettingsKey, "6", stored);
+            Registry::set(portSettingsKey, "7", stored);
         }
         InstanceChannel otherProcess;
         Tarnwick& display = start(relayFolder.path(), {}, "Ok");
@@ -262,8 +262,8 @@ private slots:
         QVERIFY(copyProgram(folder.path()));
         QVERIFY(QFile::copy(programFolder() + "/oskerby", folder.filePath("oskerby")));
         const quint16 port = freePort();
-        Registry::Set(portSettingsKey, "6", "127.0.0.1");
-        Registry::Set(portSettingsKey, "7", QString::number(port));
+        Registry::set(portSettingsKey, "6", "127.0.0.1");
+        Registry::set(portSettingsKey, "7", QString::number(port));
         InstanceChannel otherProcess;
         Tarnwick& display = start(folder.path(), {}, "Ok");
         QTRY_COMPARE_WITH_TIMEOUT(relaysOnPort(port).size(), 1, 5000);

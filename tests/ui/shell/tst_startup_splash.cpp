@@ -22,7 +22,7 @@ private slots:
                                              : qRgb(0, 0, 0));
             }
         }
-        const QRegion shape = SplashScreen::ShapeOf(picture);
+        const QRegion shape = SplashScreen::shapeOf(picture);
         const QList<QRect> expected = {QRect(2, 0, 2, 1), QRect(6, 0, 1, 1), QRect(0, 1, 1, 1),
                                        QRect(6, 1, 1, 1), QRect(0, 3, 7, 1), QRect(1, 4, 4, 1)};
         QRegion wanted;
@@ -40,7 +40,7 @@ private slots:
         picture.setPixel(0, 0, qRgb(10, 20, 30));
         picture.setPixel(1, 0, qRgb(255, 0, 255));
         picture.setPixel(2, 0, qRgb(10, 20, 30));
-        QCOMPARE(SplashScreen::ShapeOf(picture), QRegion(1, 0, 1, 1));
+        QCOMPARE(SplashScreen::shapeOf(picture), QRegion(1, 0, 1, 1));
     }
 
     void theSplashIsShapedByItsPicture() {
@@ -49,7 +49,7 @@ private slots:
         const QImage& skin = splash.skinImage();
         QVERIFY(!skin.isNull());
         QCOMPARE(splash.size(), skin.size());
-        QCOMPARE(splash.mask(), SplashScreen::ShapeOf(skin));
+        QCOMPARE(splash.mask(), SplashScreen::shapeOf(skin));
         QVERIFY(!splash.mask().contains(QPoint(0, 0)));
         QVERIFY(splash.mask().contains(skin.rect().center()));
         QVERIFY(splash.mask() != QRegion(skin.rect()));

@@ -43,8 +43,8 @@ private slots:
     // Every tool of the tool bar has a picture; the text field has none of its own.
     void everyToolOnTheBarHasOne() {
         QStringList onTheBar;
-        for (const QString& item : FindBand("tbMain")->items) {
-            if (item != Separator && FindTool(item)->kind != ToolKind::TextBox)
+        for (const QString& item : findBand("tbMain")->items) {
+            if (item != Separator && findTool(item)->kind != ToolKind::TextBox)
                 onTheBar.append(item);
         }
         QCOMPARE(onTheBar.size(), 18);
