@@ -48,6 +48,30 @@ private:
     bool made = false;
 };
 
+// One step that wrote one run cell: the cell's text before and after it.
+class RunCellChange : public QUndoCommand {
+public:
+    RunCellChange(RaceLog& log, const QString& text, int row, int column, QString before)
+        : QUndoCommand(text), log(log), row(row), column(column), before(std::move(before)),
+          after(log.data.grid.cell(row, column)) {}
+
+    // The cell was written before the step was pushed; only a redo after an undo writes it again.
+    void redo() override {
+        if (made)
+            log.data.grid.setCell(row, column, after);
+        made = true;
+    }
+    void undo() override { log.data.grid.setCell(row, column, before); }
+
+private:
+    RaceLog& log;
+    int row;
+    int column;
+    QString before;
+    QString after;
+    bool made = false;
+};
+
 RaceLog::RaceLog(QObject* parent) : QObject(parent) {
     // Run 1 is the reference run of a new log.
     data.grid.markReferenceRun(1);
@@ -84,6 +108,13 @@ void RaceLog::change(const QString& text, const std::function<void(RaceLogData&)
         return;
     announce(before.fields);
     undo.push(new RaceLogChange(*this, text, before, std::move(after), -1));
+}
+
+void RaceLog::changeCell(const QString& text, int row, int column, const QString& cellText) {
+    QString before = data.grid.cell(row, column);
+    if (before == cellText || !data.grid.setCell(row, column, cellText))
+        return;
+    undo.push(new RunCellChange(*this, text, row, column, std::move(before)));
 }
 
 bool RaceLog::selectReferenceRun(int index) {

@@ -11,8 +11,8 @@
 // One race log: one car at one event. It holds the runs, the fields of the side panel, the file
 // the log is kept in and what its prediction says now; windows show it and edit it, and the
 // predictor, the run commands and the file routines work on it. Every change the user makes goes
-// through change(), which makes it one step of the log's undo stack; the log is modified while the
-// stack is away from the state last saved or loaded.
+// through change() or changeCell(), which make it one step of the log's undo stack; the log is
+// modified while the stack is away from the state last saved or loaded.
 class RaceLog : public QObject {
     Q_OBJECT
 public:
@@ -35,7 +35,7 @@ public:
 
     const RaceLogData& content() const { return data; }
     // The run table as the grid shows it. Its runs are changed through change(); an edit made
-    // through its model interface becomes such a change.
+    // through its model interface becomes a changeCell().
     RunTable& runs() { return data.grid; }
     const RunTable& runs() const { return data.grid; }
 
@@ -47,6 +47,9 @@ public:
     // changed becomes one step named text ("Paste 3 Runs"), which undo takes back. An edit that
     // changes nothing leaves no step.
     void change(const QString& text, const std::function<void(RaceLogData&)>& edit);
+    // The same for the text of one run cell, which is the commonest change: its step keeps only
+    // the cell's text before and after, so a long log is not copied to edit one cell.
+    void changeCell(const QString& text, int row, int column, const QString& cellText);
 
     // Selects the reference run by its list index and marks it in the run table, as one step.
     // False, nothing changed, for an index that is not in the list.
@@ -95,6 +98,7 @@ signals:
 
 private:
     friend class RaceLogChange;
+    friend class RunCellChange;
     struct State {
         RaceLogFields fields;
         RunTable::Runs runs;

@@ -32,8 +32,8 @@ int addRun(RaceLogData& log, const std::function<int(RunTable&)>& add) {
 void editCell(RaceLog& log, int row, int column, const QString& text) {
     if (column < 0 || column >= ColumnTable::Count)
         return;
-    log.change(QStringLiteral("Edit ") + ColumnTable::Columns[column].caption.toString(),
-               [&](RaceLogData& data) { data.grid.setCell(row, column, text); });
+    log.changeCell(QStringLiteral("Edit ") + ColumnTable::Columns[column].caption.toString(), row,
+                   column, text);
 }
 
 int newRun(RaceLog& log, const QDateTime& now) {

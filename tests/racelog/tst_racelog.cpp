@@ -364,6 +364,51 @@ private slots:
         QCOMPARE(log.undoStack().count(), stepsBefore + 1);
     }
 
+    // A view keeps its place and selection through the undo of a cell: only that cell changes.
+    void undoingACellEditRewritesOnlyThatCell() {
+        RaceLog log;
+        withRuns(log, 3);
+        RunTable& table = log.runs();
+        RunEdits::editCell(log, 2, 6, QStringLiteral("1.25"));
+        QSignalSpy reset(&table, &QAbstractItemModel::modelReset);
+        QSignalSpy changed(&table, &QAbstractItemModel::dataChanged);
+
+        log.undoStack().undo();
+        QCOMPARE(table.cell(2, 6), QStringLiteral("2.6"));
+        QCOMPARE(reset.size(), 0);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed[0][0].toModelIndex(), table.index(1, 5));
+        QCOMPARE(changed[0][1].toModelIndex(), table.index(1, 5));
+
+        log.undoStack().redo();
+        QCOMPARE(table.cell(2, 6), QStringLiteral("1.25"));
+        QCOMPARE(reset.size(), 0);
+    }
+
+    // Cell steps and steps of whole runs undo and redo in any mix back to where they started.
+    void cellStepsAndRunStepsUndoInTurn() {
+        RaceLog log;
+        withRuns(log, 2);
+        const QStringList runOne = run(log, 1);
+        RunEdits::editCell(log, 1, 6, QStringLiteral("1.1"));
+        RunEdits::newRun(log, QDateTime(QDate(2026, 5, 5), QTime(9, 0)));
+        RunEdits::editCell(log, 3, 6, QStringLiteral("1.3"));
+        RunEdits::editCell(log, 1, 6, QStringLiteral("1.4"));
+        const int steps = log.undoStack().count();
+
+        for (int i = 0; i < 4; ++i)
+            log.undoStack().undo();
+        QCOMPARE(log.runs().tableRows(), 3);
+        QCOMPARE(run(log, 1), runOne);
+        for (int i = 0; i < 4; ++i)
+            log.undoStack().redo();
+        QCOMPARE(log.undoStack().count(), steps);
+        QCOMPARE(log.runs().tableRows(), 4);
+        QCOMPARE(log.runs().cell(1, 6), QStringLiteral("1.4"));
+        QCOMPARE(log.runs().cell(3, 6), QStringLiteral("1.3"));
+        QCOMPARE(log.runs().cell(3, 2), QStringLiteral("05/05/26"));
+    }
+
     // --- The file and the clean state ----------------------------------------------------------
 
     void aSavedLogLoadsWholeAndStartsClean() {
