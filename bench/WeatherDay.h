@@ -36,7 +36,8 @@ inline void write() {
         record.WS = second % 25;
         record.WG = second % 35;
         record.AL = second % 1000;
-        file.write(weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), record));
+        file.write(
+            weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), readingTexts(record)));
     }
 }
 

@@ -3,7 +3,7 @@
 #include "core/Registry.h"
 #include "feed/WeatherQuantities.h"
 
-QString buildStatusLine(const WeatherRecord& record) {
+QString buildStatusLine(const ReadingTexts& texts) {
     static const QString columnsKey = SettingKeys::LogColumns.keyPath();
     static const QStringList names = [] {
         QStringList list;
@@ -19,12 +19,15 @@ QString buildStatusLine(const WeatherRecord& record) {
         selected = Registry::keyValues(Registry::HKEY_CURRENT_USER, columnsKey, names);
         readAt = revision;
     }
+    // Piece by piece into one reserved text: the line is made for every feed line.
     QString text;
+    text.reserve(192);
     for (qsizetype i = 0; i < names.size(); ++i) {
         if (selected[i] == u"0")
             continue;
-        const WeatherQuantity& quantity = WeatherQuantities[i];
-        text += QLatin1String(quantity.label) + quantityText(quantity, record) + u' ';
+        if (!text.isEmpty())
+            text.append(u' ');
+        text.append(QLatin1String(WeatherQuantities[i].label)).append(texts[i]);
     }
-    return text.trimmed();
+    return text;
 }

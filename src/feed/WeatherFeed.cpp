@@ -48,27 +48,30 @@ quint64 WeatherFeed::overlongLines() const {
 
 void WeatherFeed::processWeatherRecord(const QString& line) {
     const bool wholeRecord = parseWeatherLine(line, current);
+    const ReadingTexts texts = readingTexts(current);
 
-    updateRaceLogs();
+    updateRaceLogs(texts);
 
     emit onlineMarkEnabled();
 
-    status = buildStatusLine(current);
+    status = buildStatusLine(texts);
     emit statusText(status);
 
     to.views.showReading(current, status);
 
     if (to.weatherLog)
-        to.weatherLog->writeRow(current);
+        to.weatherLog->writeRow(texts);
 
     if (wholeRecord)
         emit recordRead();
 }
 
-void WeatherFeed::updateRaceLogs() {
+void WeatherFeed::updateRaceLogs(const ReadingTexts& texts) {
+    const QString& adjustedAltitude = texts[quantityIndex("AA")];
+    const QString& vaporPressure = texts[quantityIndex("VP")];
     // By index, reading the slot each time: a log may close while another one predicts.
     for (int slot = 0; slot < to.raceLogs.slotCount(); ++slot) {
         if (RaceLog* log = to.raceLogs.at(slot))
-            LogPrediction::takeReading(*log, current, to.prediction);
+            LogPrediction::takeReading(*log, adjustedAltitude, vaporPressure, to.prediction);
     }
 }

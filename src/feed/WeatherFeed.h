@@ -3,6 +3,7 @@
 #include "core/WeatherRecord.h"
 #include "feed/SerialFramer.h"
 #include "feed/TcpLineSplitter.h"
+#include "feed/WeatherQuantities.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -69,7 +70,7 @@ signals:
 
 private:
     void serialLine(const QString& line);
-    void updateRaceLogs();
+    void updateRaceLogs(const ReadingTexts& texts);
 
     Destinations to;
     WeatherRecord current;

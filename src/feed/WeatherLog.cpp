@@ -19,11 +19,11 @@ QString weatherLogPath(const QDate& day) {
     return weatherLogFolder() + u'/' + dateStamp(day) + QStringLiteral(".csv");
 }
 
-void WeatherLog::writeRow(const WeatherRecord& reading) {
+void WeatherLog::writeRow(const ReadingTexts& reading) {
     writeRow(reading, QDateTime::currentDateTime());
 }
 
-void WeatherLog::writeRow(const WeatherRecord& reading, const QDateTime& now) {
+void WeatherLog::writeRow(const ReadingTexts& reading, const QDateTime& now) {
     if (busy)
         return;
     const Hold writing(*this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feed/LoggedWeather.h"
+#include "feed/WeatherQuantities.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -45,9 +46,9 @@ public:
     // file's path in the settings (value WeatherLog). Each row is one unbuffered write, so a
     // crash loses nothing else. Skipped, not queued, while a lookup is scanning; a write that
     // fails loses the row in silence.
-    void writeRow(const WeatherRecord& reading);
+    void writeRow(const ReadingTexts& reading);
     // The same at a given moment of the clock; the day of `now` names the file.
-    void writeRow(const WeatherRecord& reading, const QDateTime& now);
+    void writeRow(const ReadingTexts& reading, const QDateTime& now);
 
     // The first row of the given day's file written in the same minute as `time`. Blocks
     // writing while it scans. An empty record when the file does not exist, when no row

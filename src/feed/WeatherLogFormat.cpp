@@ -90,11 +90,14 @@ void assignLatin1(QString& text, std::string_view characters) {
 
 } // namespace
 
-QByteArray weatherLogRow(const QTime& time, const WeatherRecord& record) {
-    QString text = u'"' + DateText::timeWithSecondsText(time) + u'"';
-    for (const WeatherQuantity& quantity : WeatherQuantities)
-        text += u',' + quantityText(quantity, record);
-    text += QStringLiteral("\r\n");
+QByteArray weatherLogRow(const QTime& time, const ReadingTexts& texts) {
+    // Piece by piece into one reserved text: a row is written for every feed line.
+    QString text;
+    text.reserve(160);
+    text.append(u'"').append(DateText::timeWithSecondsText(time)).append(u'"');
+    for (const QString& quantity : texts)
+        text.append(u',').append(quantity);
+    text.append(u"\r\n");
     return text.toLatin1();
 }
 

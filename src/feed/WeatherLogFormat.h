@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feed/LoggedWeather.h"
+#include "feed/WeatherQuantities.h"
 
 #include <QByteArray>
 #include <QString>
@@ -15,7 +16,7 @@
 // works on views into the file's bytes and allocates nothing per row.
 
 // One row, CR LF included.
-QByteArray weatherLogRow(const QTime& time, const WeatherRecord& record);
+QByteArray weatherLogRow(const QTime& time, const ReadingTexts& texts);
 
 // The rows of a log file, one line at a time, without the line ends and skipping blank lines.
 class WeatherLogLines {

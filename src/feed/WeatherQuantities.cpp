@@ -8,6 +8,13 @@ QString quantityText(const WeatherQuantity& quantity, const WeatherRecord& recor
     return valueText(record.*quantity.whole);
 }
 
+ReadingTexts readingTexts(const WeatherRecord& record) {
+    ReadingTexts texts;
+    for (size_t i = 0; i < WeatherQuantities.size(); ++i)
+        texts[i] = quantityText(WeatherQuantities[i], record);
+    return texts;
+}
+
 bool storeQuantity(const WeatherQuantity& quantity, WeatherRecord& record, float value) {
     if (quantity.real) {
         record.*quantity.real = value;

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <array>
+#include <string_view>
 
 // The fifteen quantities of a weather reading in the instrument's order. The same order and
 // names run through the feed line, the status line, the weather log's columns and the race
@@ -35,8 +36,21 @@ inline constexpr std::array<WeatherQuantity, 15> WeatherQuantities{{
     {"AL", "AL=", nullptr, &WeatherRecord::AL},
 }};
 
+// The place of a quantity in the table, by its name; a name that is not there does not compile.
+consteval size_t quantityIndex(std::string_view name) {
+    size_t i = 0;
+    while (WeatherQuantities[i].name != name)
+        ++i;
+    return i;
+}
+
 // The quantity of the reading, written as valueText writes it.
 QString quantityText(const WeatherQuantity& quantity, const WeatherRecord& record);
+
+// The texts of all fifteen quantities of a reading, in the table's order. The status line and
+// the weather log write the same texts, so a feed line makes them once for both.
+using ReadingTexts = std::array<QString, WeatherQuantities.size()>;
+ReadingTexts readingTexts(const WeatherRecord& record);
 
 // Stores a value that came through a 32-bit float: as it is into a float field, rounded to
 // the nearest integer (a tie to the even one) into an integer field. False, and the field

@@ -1,7 +1,5 @@
 #include "prediction/LogPrediction.h"
 
-#include "core/ReadingText.h"
-#include "core/WeatherRecord.h"
 #include "racelog/RaceLog.h"
 
 namespace LogPrediction {
@@ -35,9 +33,10 @@ void publish(RaceLog& log, bool deltaVP) {
         log.prediction().fail();
 }
 
-void takeReading(RaceLog& log, const WeatherRecord& reading, const PredictionSettings& settings) {
+void takeReading(RaceLog& log, const QString& adjustedAltitude, const QString& vaporPressure,
+                 const PredictionSettings& settings) {
     if (settings.automaticUpdates)
-        log.takeLiveWeather(valueText(reading.AA), valueText(reading.VP));
+        log.takeLiveWeather(adjustedAltitude, vaporPressure);
     publish(log, settings.deltaVP);
 }
 

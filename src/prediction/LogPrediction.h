@@ -5,7 +5,6 @@
 #include "prediction/RunCompletion.h"
 
 class RaceLog;
-struct WeatherRecord;
 
 // The predictor of a race log and its run completion, read from the log as it stands.
 namespace LogPrediction {
@@ -21,9 +20,11 @@ PredictionModel::Outcome predict(const RaceLog& log, int slot, bool deltaVP);
 // one before when the model made none; a fault is told after the line.
 void publish(RaceLog& log, bool deltaVP);
 
-// A reading of the feed: its adjusted altitude and vapor pressure become the log's inputs when
-// the settings take the live weather, and the prediction is published afresh.
-void takeReading(RaceLog& log, const WeatherRecord& reading, const PredictionSettings& settings);
+// A reading of the feed: its adjusted altitude and vapor pressure, as the feed writes them,
+// become the log's inputs when the settings take the live weather, and the prediction is
+// published afresh.
+void takeReading(RaceLog& log, const QString& adjustedAltitude, const QString& vaporPressure,
+                 const PredictionSettings& settings);
 
 // The completion of the run in row from the log's reference run.
 RunCompletion::Outcome completeRun(const RaceLog& log, int row);

@@ -13,18 +13,22 @@ namespace {
 using ComputeCheck::checked;
 using ComputeCheck::converted;
 using NumberText::format;
-using NumberText::isNumeric;
+using NumberText::toDouble;
 
 // The page piece and the caption name the log by its identifier, or else by its slot; the
-// two texts differ in spelling and spacing, and both are kept so.
+// two texts differ in spelling and spacing, and both are kept so. Both are made for every open
+// log on every feed line, so each is written in one piece.
 Publication publication(const Inputs& in, const QString& sPredictionText) {
-    if (in.pageIdentifier.isEmpty()) {
-        const QString slot = QString::number(in.slot + 1);
-        return {QStringLiteral("RaceLog# ") + slot + QStringLiteral("> ") + sPredictionText,
-                QStringLiteral("Race Log# ") + slot + QStringLiteral("  ") + sPredictionText};
-    }
-    return {in.pageIdentifier + QStringLiteral("> ") + sPredictionText,
-            in.pageIdentifier + QStringLiteral("  ") + sPredictionText};
+    const auto line = [&sPredictionText](QStringView name, QStringView number,
+                                         QStringView separator) {
+        QString text;
+        text.reserve(name.size() + number.size() + separator.size() + sPredictionText.size());
+        return text.append(name).append(number).append(separator).append(sPredictionText);
+    };
+    if (!in.pageIdentifier.isEmpty())
+        return {line(in.pageIdentifier, {}, u"> "), line(in.pageIdentifier, {}, u"  ")};
+    const QString slot = QString::number(in.slot + 1);
+    return {line(u"RaceLog# ", slot, u"> "), line(u"Race Log# ", slot, u"  ")};
 }
 
 Publication publication(const Inputs& in, const QString& sPredictionText, double predictedEt) {
@@ -46,14 +50,18 @@ double throttleStop(double referenceET, double aaRef, double aaNow, double targe
 
 // The change of vapor pressure since the reference run, when it is worth showing.
 QString vaporPressurePiece(const Inputs& in) {
-    const QString vpRefText = in.cells(in.referenceRow, RunColumn::VP);
-    if (!in.deltaVP || !isNumeric(in.vaporPressure) || !isNumeric(vpRefText))
+    if (!in.deltaVP)
         return {};
-    const double delta = checked(converted(vpRefText) - converted(in.vaporPressure));
+    const auto vpRef = toDouble(in.cells(in.referenceRow, RunColumn::VP));
+    const auto vpNow = toDouble(in.vaporPressure);
+    if (!vpNow || !vpRef)
+        return {};
+    const double delta = checked(*vpRef - *vpNow);
     if (!(std::fabs(delta) > 0.01))
         return {};
     // A negative delta takes its minus from the pattern.
-    return (delta > 0 ? QStringLiteral(" VP+") : QStringLiteral(" VP")) + format(delta, "#0.000");
+    return (delta > 0 ? QStringLiteral(" VP+") : QStringLiteral(" VP")) +
+           format(delta, QStringLiteral("#0.000"));
 }
 
 // The steps in their order; a missing number ends the call with what it has published.
@@ -61,20 +69,22 @@ void predict(const Inputs& in, Outcome& out) {
     const auto et = predictEt(in.cells, in.referenceRow, in.adjustedAltitude, in.performanceFactor);
     if (!et)
         return;
-    QString sPredictionText = QStringLiteral("ET: ") + format(et->predictedEt, "##.0000");
+    QString sPredictionText =
+        QStringLiteral("ET: ") + format(et->predictedEt, QStringLiteral("##.0000"));
     out.publications.append(publication(in, sPredictionText, et->predictedEt));
 
-    const QString timerRefText = in.cells(in.referenceRow, RunColumn::Timer2);
-    if (!isNumeric(in.targetEt) || !isNumeric(timerRefText) || !isNumeric(in.throttleStopRatio))
+    const auto target = toDouble(in.targetEt);
+    const auto timerRef = toDouble(in.cells(in.referenceRow, RunColumn::Timer2));
+    const auto tsr = toDouble(in.throttleStopRatio);
+    if (!target || !timerRef || !tsr)
         return;
-    const double targetET = converted(in.targetEt);
-    const double TS =
-        throttleStop(et->referenceEt, et->referenceAltitude, et->altitude, targetET,
-                     converted(timerRefText), converted(in.throttleStopRatio), et->sensitivity);
+    const double targetET = *target;
+    const double TS = throttleStop(et->referenceEt, et->referenceAltitude, et->altitude, targetET,
+                                   *timerRef, *tsr, et->sensitivity);
     const bool showsSetting = TS > 0 && targetET > 0;
     if (showsSetting)
-        sPredictionText += QStringLiteral("  TS @ ") + format(targetET, "#0.00##") +
-                           QStringLiteral(": ") + format(TS, "##.0000");
+        sPredictionText += QStringLiteral("  TS @ ") + format(targetET, QStringLiteral("#0.00##")) +
+                           QStringLiteral(": ") + format(TS, QStringLiteral("##.0000"));
     sPredictionText += vaporPressurePiece(in);
     Publication line = publication(in, sPredictionText, et->predictedEt);
     if (showsSetting) {
@@ -92,15 +102,17 @@ std::optional<EtPrediction> predictEt(const RunCells& cells, int referenceRow,
     const auto referenceText = referenceEtText(cells, referenceRow);
     if (!referenceText)
         return std::nullopt;
-    const QString aaRefText = cells(referenceRow, RunColumn::AA);
-    if (!isNumeric(aaRefText) || !isNumeric(adjustedAltitude) || !isNumeric(performanceFactor))
+    const auto aaRef = toDouble(cells(referenceRow, RunColumn::AA));
+    const auto aaNow = toDouble(adjustedAltitude);
+    const auto pf = toDouble(performanceFactor);
+    if (!aaRef || !aaNow || !pf)
         return std::nullopt;
 
     EtPrediction et;
     et.referenceEt = converted(*referenceText);
-    et.referenceAltitude = converted(aaRefText);
-    et.altitude = converted(adjustedAltitude);
-    et.sensitivity = checked(EtModel::sensitivity(converted(performanceFactor)));
+    et.referenceAltitude = *aaRef;
+    et.altitude = *aaNow;
+    et.sensitivity = checked(EtModel::sensitivity(*pf));
     et.predictedEt = checked(
         EtModel::etAtAltitude(et.referenceEt, et.referenceAltitude, et.altitude, et.sensitivity));
     return et;

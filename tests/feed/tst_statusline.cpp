@@ -25,13 +25,13 @@ private slots:
     void cleanup() { home.reset(); }
 
     void everyQuantityShownWhenNothingIsChosen() {
-        QCOMPARE(buildStatusLine(FullRecord()), AllShown);
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())), AllShown);
     }
 
     void zeroHidesAQuantity() {
         Registry::set(ColumnsKey, QStringLiteral("RH"), QStringLiteral("0"));
         Registry::set(ColumnsKey, QStringLiteral("AL"), QStringLiteral("0"));
-        QCOMPARE(buildStatusLine(FullRecord()),
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())),
                  QStringLiteral("ABP=29.92 Temp=71.5 AA=1250 AH=5.1 GR=45 VP=0.33 DP=49 ADR=98.6 "
                                 "DA=1410 PA=120 WD=275 WS=7 WG=11"));
     }
@@ -48,32 +48,33 @@ private slots:
         QFETCH(QString, value);
         for (const WeatherQuantity& quantity : WeatherQuantities)
             Registry::set(ColumnsKey, QLatin1String(quantity.name), value);
-        QCOMPARE(buildStatusLine(FullRecord()), AllShown);
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())), AllShown);
     }
 
     void allZeroGivesEmptyText() {
         for (const WeatherQuantity& quantity : WeatherQuantities)
             Registry::set(ColumnsKey, QLatin1String(quantity.name), QStringLiteral("0"));
-        QCOMPARE(buildStatusLine(FullRecord()), QString());
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())), QString());
     }
 
     void noBlankAfterTheLastShown() {
         for (const WeatherQuantity& quantity : WeatherQuantities)
             Registry::set(ColumnsKey, QLatin1String(quantity.name), QStringLiteral("0"));
         Registry::set(ColumnsKey, QStringLiteral("Temp"), QStringLiteral("1"));
-        QCOMPARE(buildStatusLine(FullRecord()), QStringLiteral("Temp=71.5"));
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())), QStringLiteral("Temp=71.5"));
     }
 
     // The choice is kept between lines, and a change of it shows on the next line: at once
     // when made here, as soon as the program hears of it when made by another instance.
     void aChangedChoiceShowsOnTheNextLine() {
-        QCOMPARE(buildStatusLine(FullRecord()), AllShown);
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())), AllShown);
         Registry::set(ColumnsKey, QStringLiteral("WG"), QStringLiteral("0"));
-        QCOMPARE(buildStatusLine(FullRecord()), QString(AllShown).remove(QStringLiteral(" WG=11")));
+        QCOMPARE(buildStatusLine(readingTexts(FullRecord())),
+                 QString(AllShown).remove(QStringLiteral(" WG=11")));
         QSettings other(Registry::storeFilePath(), QSettings::IniFormat);
         other.setValue(QStringLiteral("SOFTWARE/Zorvane/LogColumns/WG"), QStringLiteral("1"));
         other.sync();
-        QTRY_COMPARE(buildStatusLine(FullRecord()), AllShown);
+        QTRY_COMPARE(buildStatusLine(readingTexts(FullRecord())), AllShown);
     }
 
     void numbersInGeneralForm() {
@@ -82,8 +83,8 @@ private slots:
         record.Temp = -12.25f;
         record.RH = 0.00001f;
         record.AA = -150;
-        QVERIFY(buildStatusLine(record).startsWith(
-            QStringLiteral("ABP=0.1 Temp=-12.25 RH=1E-05 AA=-150 AH=0 ")));
+        QVERIFY(buildStatusLine(readingTexts(record))
+                    .startsWith(QStringLiteral("ABP=0.1 Temp=-12.25 RH=1E-05 AA=-150 AH=0 ")));
     }
 };
 

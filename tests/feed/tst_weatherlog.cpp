@@ -59,7 +59,7 @@ private slots:
     void rowFormatIsExact() {
         WeatherLog log;
         WeatherRecord reading = FullRecord();
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
@@ -75,7 +75,7 @@ private slots:
         QFETCH(QByteArray, text);
         WeatherLog log;
         const WeatherRecord reading;
-        log.writeRow(reading, QDateTime(Day, time));
+        log.writeRow(readingTexts(reading), QDateTime(Day, time));
         QVERIFY(ReadFile(dayFile(Day)).startsWith(text));
     }
 
@@ -85,7 +85,7 @@ private slots:
         reading.ABP = 0.00001f;
         reading.Temp = -3.25f;
         reading.AA = -120;
-        log.writeRow(reading, at(Day, 9, 0, 0));
+        log.writeRow(readingTexts(reading), at(Day, 9, 0, 0));
         QCOMPARE(ReadFile(dayFile(Day)),
                  QByteArray("\"09:00:00am\",1E-05,-3.25,0,-120,0,0,0,0,0,0,0,0,0,0,0\r\n"));
     }
@@ -93,15 +93,15 @@ private slots:
     void rowsAreAppended() {
         WeatherLog log;
         WeatherRecord reading = FullRecord();
-        log.writeRow(reading, at(Day, 10, 42, 7));
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow + FullRow);
     }
 
     void pathKeptInTheSettings() {
         WeatherLog log;
         const WeatherRecord reading;
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QCOMPARE(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day));
     }
@@ -110,12 +110,12 @@ private slots:
     void thePathIsStoredOnlyWhenTheDayChanges() {
         WeatherLog log;
         const WeatherRecord reading;
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(QFile::remove(Registry::storeFilePath()));
-        log.writeRow(reading, at(Day, 10, 42, 9));
-        log.writeRow(reading, at(Day, 23, 59, 59));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 9));
+        log.writeRow(readingTexts(reading), at(Day, 23, 59, 59));
         QVERIFY(!QFile::exists(Registry::storeFilePath()));
-        log.writeRow(reading, at(Day.addDays(1), 0, 0, 1));
+        log.writeRow(readingTexts(reading), at(Day.addDays(1), 0, 0, 1));
         QCOMPARE(Registry::get(QStringLiteral("SOFTWARE\\Zorvane\\"), QStringLiteral("WeatherLog")),
                  dayFile(Day.addDays(1)));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 3);
@@ -125,18 +125,18 @@ private slots:
     void aRowAfterTheFolderWentMakesItAgain() {
         WeatherLog log;
         WeatherRecord reading = FullRecord();
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(QDir(QFileInfo(dayFile(Day)).path()).removeRecursively());
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
     void aRowAfterTheFileWentMakesItAgain() {
         WeatherLog log;
         WeatherRecord reading = FullRecord();
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(QFile::remove(dayFile(Day)));
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QCOMPARE(ReadFile(dayFile(Day)), FullRow);
     }
 
@@ -146,7 +146,7 @@ private slots:
         WeatherLog log;
         WeatherRecord reading = FullRecord();
         for (int row = 1; row <= 3; ++row) {
-            log.writeRow(reading, at(Day, 10, 42, row));
+            log.writeRow(readingTexts(reading), at(Day, 10, 42, row));
             QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), row);
         }
     }
@@ -154,8 +154,8 @@ private slots:
     void firstRowAfterMidnightStartsANewFile() {
         WeatherLog log;
         WeatherRecord reading = FullRecord();
-        log.writeRow(reading, at(Day, 23, 59, 59));
-        log.writeRow(reading, at(Day.addDays(1), 0, 0, 1));
+        log.writeRow(readingTexts(reading), at(Day, 23, 59, 59));
+        log.writeRow(readingTexts(reading), at(Day.addDays(1), 0, 0, 1));
         QCOMPARE(ReadFile(dayFile(Day)).count("\r\n"), 1);
         QVERIFY(ReadFile(dayFile(Day)).startsWith("\"11:59:59pm\","));
         QCOMPARE(ReadFile(dayFile(Day.addDays(1))).count("\r\n"), 1);
@@ -166,7 +166,7 @@ private slots:
         WeatherLog log;
         const WeatherRecord reading;
         const WeatherLog::Hold scanning(log);
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(!QFile::exists(dayFile(Day)));
         QVERIFY(log.isBusy()); // still the scanner's
     }
@@ -174,7 +174,7 @@ private slots:
     void busyFlagClearedAfterTheRow() {
         WeatherLog log;
         const WeatherRecord reading;
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(!log.isBusy());
     }
 
@@ -182,7 +182,7 @@ private slots:
         WeatherLog log;
         const WeatherRecord reading;
         QVERIFY(QDir().mkpath(dayFile(Day))); // a folder where the file should be
-        log.writeRow(reading, at(Day, 10, 42, 7));
+        log.writeRow(readingTexts(reading), at(Day, 10, 42, 7));
         QVERIFY(!log.isBusy());
         QVERIFY(QFileInfo(dayFile(Day)).isDir());
     }
@@ -190,7 +190,7 @@ private slots:
     void clockOfTheMachineNamesTodaysFile() {
         WeatherLog log;
         const WeatherRecord reading = FullRecord();
-        log.writeRow(reading);
+        log.writeRow(readingTexts(reading));
         const QByteArray row = ReadFile(dayFile(QDate::currentDate()));
         QCOMPARE(row.mid(row.indexOf(',')), FullRow.mid(FullRow.indexOf(',')));
     }

@@ -125,9 +125,9 @@ private slots:
     void displayInstanceCanLookUp() {
         WeatherLog mainInstance;
         WeatherRecord reading = FullRecord();
-        mainInstance.writeRow(reading, QDateTime(Day, QTime(10, 42, 7)));
+        mainInstance.writeRow(readingTexts(reading), QDateTime(Day, QTime(10, 42, 7)));
         reading.ABP = 30.05f;
-        mainInstance.writeRow(reading, QDateTime(Day, QTime(10, 43, 1)));
+        mainInstance.writeRow(readingTexts(reading), QDateTime(Day, QTime(10, 43, 1)));
 
         WeatherStation displayInstance(InstanceRole::Display);
         WeatherLog& display = displayInstance.weatherLog();

@@ -271,7 +271,7 @@ private slots:
         WeatherLog log;
         WeatherRecord reading = FullRecord();
         reading.ADR = 1.0f / 3.0f; // a float that needs all its digits
-        log.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
+        log.writeRow(readingTexts(reading), QDateTime(QDate(2026, 11, 22), QTime(15, 0, 0)));
         RecordingViews sink({View::ADR});
         loadLoggedWeather(weatherLogPath(QDate(2026, 11, 22)), sink.views);
         QCOMPARE(sink.calls, QStringList{QStringLiteral("adr t=%1 %2")

@@ -61,7 +61,7 @@ QString writeDay(const QString& folder) {
         w.GR = 40 + second % 30;
         w.WD = second % 360;
         w.WS = second % 25;
-        file.write(weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), w));
+        file.write(weatherLogRow(QTime::fromMSecsSinceStartOfDay(second * 1000), readingTexts(w)));
     }
     return path;
 }

@@ -409,9 +409,9 @@ private slots:
         WeatherLog mainInstance;
         WeatherRecord reading;
         reading.ABP = 29.5f;
-        mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+        mainInstance.writeRow(readingTexts(reading), QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
         reading.ABP = 29.75f;
-        mainInstance.writeRow(reading, QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
+        mainInstance.writeRow(readingTexts(reading), QDateTime(QDate(2026, 11, 22), QTime(9, 1)));
         dialogs.queueFile(weatherLogPath(QDate(2026, 11, 22)));
         dialogs.queueAnswer(Dialogs::Answer::No);
         QVERIFY(tool("miLoadLoggedWeather")->isEnabled());
