@@ -135,7 +135,9 @@ void RaceLogWindow::load(const QColor& mainBackground) {
 }
 
 // Undo and Redo stand first in both menus of the run table, and their keys work anywhere in
-// the window; an open cell editor or text field takes back its own typing first.
+// the window; an open cell editor or text field takes back its own typing first. Chosen from a
+// menu while a cell's editor is open, they first write the cell, so what was typed becomes a
+// step like any other: Undo then takes it back and Redo brings it again.
 void RaceLogWindow::addUndoCommands() {
     QUndoStack& steps = log.undoStack();
     QAction* undo = steps.createUndoAction(this, QStringLiteral("Undo"));
@@ -145,6 +147,14 @@ void RaceLogWindow::addUndoCommands() {
     redo->setObjectName(QStringLiteral("miRedo"));
     redo->setShortcuts(
         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    for (const auto& [action, step] :
+         {std::pair{undo, &QUndoStack::undo}, {redo, &QUndoStack::redo}}) {
+        disconnect(action, &QAction::triggered, &steps, step);
+        connect(action, &QAction::triggered, this, [this, run = step] {
+            grid->commitCellEdit();
+            (log.undoStack().*run)();
+        });
+    }
     for (QAction* action : {undo, redo}) {
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);

@@ -122,6 +122,29 @@ private slots:
         QCOMPARE(windows.cell(1, 6), QStringLiteral("1.5"));
     }
 
+    // Undo chosen from a menu while a cell is being typed writes the cell first and takes it
+    // back as a step of its own; Redo brings the typing again, and the step before stays.
+    void undoFromAMenuWritesAnOpenCellFirst() {
+        UndoWindows windows;
+        QVERIFY(windows.ready());
+        windows.typeCell(1, 6, QStringLiteral("1.5"));
+        windows.grid->setCurrentRunCell(1, 7);
+        QTest::keyClick(windows.grid, '4');
+        QWidget* editor = QApplication::focusWidget();
+        QVERIFY(editor != windows.grid);
+        QTest::keyClicks(editor, QStringLiteral(".25"));
+
+        windows.menuItem(windows.grid->rowMenu(), "miUndo")->trigger();
+        QCOMPARE(windows.cell(1, 7), QString());
+        QCOMPARE(windows.cell(1, 6), QStringLiteral("1.5"));
+        QVERIFY(!windows.grid->indexWidget(windows.grid->currentIndex()));
+        QAction* redo = windows.menuItem(windows.grid->rowMenu(), "miRedo");
+        QCOMPARE(redo->text(), QStringLiteral("Redo Edit 330 ft"));
+        redo->trigger();
+        QCOMPARE(windows.cell(1, 7), QStringLiteral("4.25"));
+        QCOMPARE(windows.cell(1, 6), QStringLiteral("1.5"));
+    }
+
     // Three runs selected by their cells, copied with Ctrl+C and pasted from run 3 down with
     // Ctrl+V: the log grows to five runs, and one undo takes the whole paste back.
     void aPasteOfThreeRunsIsUndoneAsOne() {
