@@ -1,9 +1,14 @@
 #include "core/NumberText.h"
 
+#include <QVarLengthArray>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <string>
+#include <string_view>
 
 namespace NumberText {
 
@@ -13,51 +18,55 @@ bool isBlank(QChar c) {
     return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
 }
 
-// The text between the surrounding blanks, checked against sign, digits, point, exponent.
-std::optional<std::string> numericCore(const QString& text) {
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+
+bool isSign(char16_t c) {
+    return c == u'+' || c == u'-';
+}
+
+QStringView trimmedOfBlanks(QStringView text) {
     qsizetype begin = 0;
     qsizetype end = text.size();
     while (begin < end && isBlank(text[begin]))
         ++begin;
     while (end > begin && isBlank(text[end - 1]))
         --end;
-    if (begin == end)
+    return text.sliced(begin, end - begin);
+}
+
+// The text between the surrounding blanks, checked against sign, digits, point, exponent.
+// A view into the text: the test itself copies nothing.
+std::optional<QStringView> numericCore(QStringView text) {
+    const QStringView core = trimmedOfBlanks(text);
+    if (core.isEmpty())
         return std::nullopt;
 
-    std::string core;
-    core.reserve(end - begin);
-    qsizetype i = begin;
-    auto at = [&](qsizetype k) { return k < end ? text[k].unicode() : char16_t(0); };
-    if (at(i) == u'+' || at(i) == u'-')
-        core.push_back(char(text[i++].unicode()));
-    int digits = 0;
-    while (at(i) >= u'0' && at(i) <= u'9') {
-        core.push_back(char(text[i++].unicode()));
-        ++digits;
-    }
-    if (at(i) == u'.') {
-        core.push_back('.');
+    const qsizetype end = core.size();
+    // Past the end reads as a character that fits no part of a number.
+    auto at = [&](qsizetype k) { return k < end ? core[k].unicode() : char16_t(0); };
+    qsizetype i = 0;
+    if (isSign(at(i)))
         ++i;
-        while (at(i) >= u'0' && at(i) <= u'9') {
-            core.push_back(char(text[i++].unicode()));
+    int digits = 0;
+    for (; isDigit(at(i)); ++i)
+        ++digits;
+    if (at(i) == u'.') {
+        for (++i; isDigit(at(i)); ++i)
             ++digits;
-        }
     }
     if (digits == 0)
         return std::nullopt;
     if (at(i) == u'e' || at(i) == u'E') {
-        std::string exponent = "e";
         qsizetype k = i + 1;
-        if (at(k) == u'+' || at(k) == u'-')
-            exponent.push_back(char(text[k++].unicode()));
-        int expDigits = 0;
-        while (at(k) >= u'0' && at(k) <= u'9') {
-            exponent.push_back(char(text[k++].unicode()));
-            ++expDigits;
-        }
-        if (expDigits == 0)
+        if (isSign(at(k)))
+            ++k;
+        int exponentDigits = 0;
+        for (; isDigit(at(k)); ++k)
+            ++exponentDigits;
+        if (exponentDigits == 0)
             return std::nullopt;
-        core += exponent;
         i = k;
     }
     if (i != end)
@@ -65,20 +74,26 @@ std::optional<std::string> numericCore(const QString& text) {
     return core;
 }
 
-// from_chars takes no leading "+"; strtod-like behaviour otherwise.
-std::optional<double> parse(const std::string& core) {
-    const char* first = core.data();
-    if (*first == '+')
-        ++first;
+// Reads a core that numericCore accepted. from_chars wants 8-bit characters and no leading
+// "+"; the copy goes to the stack, and only a text of more than 64 characters (a long run of
+// zeros, say) needs the heap.
+std::optional<double> parse(QStringView core) {
+    if (core.front() == u'+')
+        core = core.sliced(1);
+    QVarLengthArray<char, 64> chars(core.size());
+    for (qsizetype i = 0; i < core.size(); ++i) {
+        const char c = char(core[i].unicode()); // the core holds only ASCII characters
+        chars[i] = c == 'E' ? 'e' : c;
+    }
+    const std::string_view text(chars.data(), size_t(chars.size()));
     double value = 0;
-    auto [ptr, ec] = std::from_chars(first, core.data() + core.size(), value);
+    auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (ec == std::errc::result_out_of_range) {
         // Underflow reads as zero; overflow is infinite, which callers reject.
-        const bool tiny =
-            core.find("e-") != std::string::npos || core.find("E-") != std::string::npos;
+        const bool tiny = text.find("e-") != std::string_view::npos;
         return tiny ? 0.0 : std::numeric_limits<double>::infinity();
     }
-    if (ec != std::errc() || ptr != core.data() + core.size())
+    if (ec != std::errc() || ptr != text.data() + text.size())
         return std::nullopt;
     return value;
 }
