@@ -98,62 +98,118 @@ std::optional<double> parse(QStringView core) {
     return value;
 }
 
+// std::to_chars's shortest text taken apart: its digits, where the point falls among them,
+// and the power of ten the text was written with ("1.5e+20" is 15, 1, 20).
+struct ShortestDigits {
+    bool negative = false;
+    char digits[40]; // to_chars writes at most 17 significant digits, and a few zeros beside
+    int count = 0;
+    int pointPos = 0;
+    int exponent = 0;
+};
+
+// The exponent after the "e" of to_chars's text: a sign and at least two digits.
+int readExponent(std::string_view text) {
+    const bool negative = !text.empty() && text.front() == '-';
+    if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+        text.remove_prefix(1);
+    int value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return negative ? -value : value;
+}
+
+ShortestDigits splitShortest(std::string_view text) {
+    ShortestDigits s;
+    if (!text.empty() && text.front() == '-') {
+        s.negative = true;
+        text.remove_prefix(1);
+    }
+    if (const auto e = text.find('e'); e != std::string_view::npos) {
+        s.exponent = readExponent(text.substr(e + 1));
+        text = text.substr(0, e);
+    }
+    s.pointPos = -1;
+    for (char c : text) {
+        if (c == '.')
+            s.pointPos = s.count;
+        else
+            s.digits[s.count++] = c;
+    }
+    if (s.pointPos < 0)
+        s.pointPos = s.count;
+    return s;
+}
+
+// A short text written left to right. The general form of a double takes at most about 30
+// characters ("-1.234567890123456000E+18" is one of the longest), so 64 always suffice.
+struct ShortText {
+    char chars[64];
+    int size = 0;
+    void append(char c) { chars[size++] = c; }
+    void append(const char* text, int length) {
+        std::copy_n(text, length, chars + size);
+        size += length;
+    }
+    void appendZeros(int count) {
+        std::fill_n(chars + size, count, '0');
+        size += count;
+    }
+    QString toString() const { return QString::fromLatin1(chars, size); }
+};
+
 // Writes digits and exponent in the general form: plain notation for exponents from -4 to
 // 14, otherwise mantissa and a signed two-digit exponent, as "1E-05" or "1.5E+20".
 QString generalFromShortest(const char* text, size_t length) {
-    std::string s(text, length);
-    std::string sign;
-    if (!s.empty() && s[0] == '-') {
-        sign = "-";
-        s.erase(0, 1);
-    }
-    // Split "d.ddde±x" into digits and decimal exponent.
-    int exponent = 0;
-    const auto ePos = s.find('e');
-    if (ePos != std::string::npos) {
-        exponent = std::stoi(s.substr(ePos + 1));
-        s.erase(ePos);
-    }
-    std::string digits;
-    int pointPos = -1;
-    for (char c : s) {
-        if (c == '.')
-            pointPos = int(digits.size());
-        else
-            digits.push_back(c);
-    }
-    if (pointPos < 0)
-        pointPos = int(digits.size());
-    // Normalise: strip leading zeros, keep track of the point.
-    while (digits.size() > 1 && digits[0] == '0') {
-        digits.erase(0, 1);
+    const ShortestDigits s = splitShortest(std::string_view(text, length));
+    // Normalise: strip leading zeros, keep track of the point; strip the zeros that end a
+    // fraction. The zeros that end a whole number stay: they are digits to_chars chose to write.
+    const char* digits = s.digits;
+    int count = s.count;
+    int pointPos = s.pointPos;
+    while (count > 1 && digits[0] == '0') {
+        ++digits;
+        --count;
         --pointPos;
     }
-    while (digits.size() > 1 && digits.back() == '0' && int(digits.size()) > pointPos)
-        digits.pop_back();
-    if (digits == "0")
-        return QStringLiteral("0");
-    const int decimalExponent = pointPos + exponent - 1; // exponent of the first digit
-    std::string out;
+    while (count > 1 && digits[count - 1] == '0' && count > pointPos)
+        --count;
+    if (count == 1 && digits[0] == '0')
+        return QStringLiteral("0"); // negative zero too
+
+    const int decimalExponent = pointPos + s.exponent - 1; // exponent of the first digit
+    ShortText out;
+    if (s.negative)
+        out.append('-');
     if (decimalExponent >= -4 && decimalExponent < 15) {
         const int intDigits = decimalExponent + 1;
         if (intDigits <= 0) {
-            out = "0." + std::string(-intDigits, '0') + digits;
-        } else if (intDigits >= int(digits.size())) {
-            out = digits + std::string(intDigits - digits.size(), '0');
+            out.append("0.", 2);
+            out.appendZeros(-intDigits);
+            out.append(digits, count);
+        } else if (intDigits >= count) {
+            out.append(digits, count);
+            out.appendZeros(intDigits - count);
         } else {
-            out = digits.substr(0, intDigits) + "." + digits.substr(intDigits);
+            out.append(digits, intDigits);
+            out.append('.');
+            out.append(digits + intDigits, count - intDigits);
         }
     } else {
-        out = digits.substr(0, 1);
-        if (digits.size() > 1)
-            out += "." + digits.substr(1);
-        char buffer[16];
-        std::snprintf(buffer, sizeof buffer, "E%c%02d", decimalExponent < 0 ? '-' : '+',
-                      std::abs(decimalExponent));
-        out += buffer;
+        out.append(digits[0]);
+        if (count > 1) {
+            out.append('.');
+            out.append(digits + 1, count - 1);
+        }
+        out.append('E');
+        out.append(decimalExponent < 0 ? '-' : '+');
+        const int magnitude = std::abs(decimalExponent);
+        if (magnitude < 10)
+            out.append('0');
+        char exponent[8];
+        const auto [end, ec] = std::to_chars(exponent, exponent + sizeof exponent, magnitude);
+        out.append(exponent, int(end - exponent));
     }
-    return QString::fromStdString(sign + out);
+    return out.toString();
 }
 
 } // namespace
