@@ -7,8 +7,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <string>
 #include <string_view>
+
+// Every feed line and every open race log's prediction come through here many times, so the
+// functions below work on views of the texts and on stack buffers, and make one QString at
+// the end; a plain number never touches the heap on its way in.
 
 namespace NumberText {
 
@@ -212,6 +215,31 @@ QString generalFromShortest(const char* text, size_t length) {
     return out.toString();
 }
 
+// What a digit pattern asks for: the digits before the point, the decimals always written
+// and the decimals written at most (every character after the point is one place).
+struct PatternShape {
+    bool hasPoint = false;
+    int minIntDigits = 0;
+    int requiredDecimals = 0;
+    int maxDecimals = 0;
+};
+
+PatternShape shapeOf(QStringView pattern) {
+    PatternShape shape;
+    const qsizetype point = pattern.indexOf(u'.');
+    shape.hasPoint = point >= 0;
+    const QStringView intPattern = shape.hasPoint ? pattern.first(point) : pattern;
+    const QStringView fracPattern = shape.hasPoint ? pattern.sliced(point + 1) : QStringView();
+    shape.minIntDigits = int(intPattern.count(u'0'));
+    shape.requiredDecimals = int(fracPattern.count(u'0'));
+    shape.maxDecimals = int(fracPattern.size());
+    return shape;
+}
+
+bool hasNonZeroDigit(std::string_view digits) {
+    return digits.find_first_not_of('0') != std::string_view::npos;
+}
+
 } // namespace
 
 bool isNumeric(const QString& text) {
@@ -268,40 +296,41 @@ QString generalDouble(double value) {
 }
 
 QString format(double value, const QString& pattern) {
-    const qsizetype point = pattern.indexOf(u'.');
-    const QString intPattern = point < 0 ? pattern : pattern.left(point);
-    const QString fracPattern = point < 0 ? QString() : pattern.mid(point + 1);
-    const int minIntDigits = int(intPattern.count(u'0'));
-    const int requiredDecimals = int(fracPattern.count(u'0'));
-    const int maxDecimals = int(fracPattern.size());
+    const PatternShape shape = shapeOf(pattern);
 
+    // printf's "%.*f" does the rounding; a pattern asking for more than about 500 characters
+    // gets them cut short here, as it always has.
     char buffer[512];
-    std::snprintf(buffer, sizeof buffer, "%.*f", maxDecimals, std::fabs(value));
-    std::string fixed(buffer);
-    std::string intPart = fixed;
-    std::string fracPart;
-    if (const auto dot = fixed.find('.'); dot != std::string::npos) {
+    std::snprintf(buffer, sizeof buffer, "%.*f", shape.maxDecimals, std::fabs(value));
+    const std::string_view fixed(buffer);
+    std::string_view intPart = fixed;
+    std::string_view fracPart;
+    if (const auto dot = fixed.find('.'); dot != std::string_view::npos) {
         intPart = fixed.substr(0, dot);
         fracPart = fixed.substr(dot + 1);
     }
-    while (!intPart.empty() && intPart[0] == '0')
-        intPart.erase(0, 1);
-    if (int(intPart.size()) < minIntDigits)
-        intPart.insert(0, std::string(minIntDigits - intPart.size(), '0'));
-    while (int(fracPart.size()) > requiredDecimals && !fracPart.empty() && fracPart.back() == '0')
-        fracPart.pop_back();
+    while (!intPart.empty() && intPart.front() == '0')
+        intPart.remove_prefix(1);
+    const int padding = std::max(0, shape.minIntDigits - int(intPart.size()));
+    while (int(fracPart.size()) > shape.requiredDecimals && !fracPart.empty() &&
+           fracPart.back() == '0')
+        fracPart.remove_suffix(1);
 
-    const bool negative = value < 0 && (intPart.find_first_not_of('0') != std::string::npos ||
-                                        fracPart.find_first_not_of('0') != std::string::npos);
-    std::string out = negative ? "-" : "";
-    out += intPart;
-    if (point >= 0 && (!fracPart.empty() || maxDecimals == 0))
-        out += "." + fracPart;
-    if (point >= 0 && fracPart.empty() && maxDecimals > 0 && requiredDecimals == 0) {
+    // Only a pattern that asks for hundreds of leading zeros outgrows the stack.
+    QVarLengthArray<char, 128> out;
+    if (value < 0 && (hasNonZeroDigit(intPart) || hasNonZeroDigit(fracPart)))
+        out.append('-');
+    out.resize(out.size() + padding, '0');
+    out.append(intPart.data(), qsizetype(intPart.size()));
+    if (shape.hasPoint && (!fracPart.empty() || shape.maxDecimals == 0)) {
+        out.append('.');
+        out.append(fracPart.data(), qsizetype(fracPart.size()));
+    } else if (shape.hasPoint && fracPart.empty() && shape.requiredDecimals == 0) {
         // "#.##" with nothing after the point still writes the point, as the pattern has one.
-        out += ".";
+        out.append('.');
     }
-    return QString::fromStdString(out);
+    // printf writes the point of the C library's locale, which can be more than one byte.
+    return QString::fromUtf8(out.data(), out.size());
 }
 
 } // namespace NumberText
