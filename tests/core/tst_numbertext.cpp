@@ -23,11 +23,33 @@ private slots:
         QTest::newRow("comma decimal") << "1,5" << false;
         QTest::newRow("overflow") << "1e400" << false;
         QTest::newRow("sign only") << "-" << false;
+        QTest::newRow("tab and line feed") << "\t-1.5e+3\n" << true;
+        QTest::newRow("capital exponent") << "2E5" << true;
+        QTest::newRow("exponent without digits") << "1e" << false;
+        QTest::newRow("exponent sign without digits") << "1e+" << false;
+        QTest::newRow("underflow") << "1E-400" << true;
+        QTest::newRow("two signs") << "+-1" << false;
+        QTest::newRow("not a number") << "nan" << false;
+        QTest::newRow("infinity") << "inf" << false;
+        QTest::newRow("hexadecimal") << "0x10" << false;
+        QTest::newRow("arabic-indic digit") << QString(QChar(0x0661)) << false;
+        QTest::newRow("longer than usual") << QString(" 0." + QString(100, u'0') + "1 ") << true;
     }
     void numericTest() {
         QFETCH(QString, text);
         QFETCH(bool, numeric);
         QCOMPARE(NumberText::isNumeric(text), numeric);
+    }
+
+    void underflowReadsAsZero() {
+        QCOMPARE(*NumberText::toDouble("1E-400"), 0.0);
+        QCOMPARE(*NumberText::toDouble("-1e-400"), 0.0);
+    }
+
+    void longTextsReadInFull() {
+        QCOMPARE(*NumberText::toDouble("1" + QString(70, u'0')), 1e70);
+        QCOMPARE(*NumberText::toDouble("0." + QString(100, u'0') + "1"), 1e-101);
+        QVERIFY(!NumberText::toDouble(QString(100, u'1') + "x"));
     }
 
     void singleRejectsWhatAFloatCannotHold() {
@@ -54,12 +76,25 @@ private slots:
         QTest::newRow("small") << 0.00001f << "1E-05";
         QTest::newRow("large") << 1.5e20f << "1.5E+20";
         QTest::newRow("float noise hidden") << 98.6f << "98.6";
+        QTest::newRow("negative zero") << -0.0f << "0";
+        QTest::newRow("smallest plain") << 0.0001f << "0.0001";
+        QTest::newRow("largest plain") << 1e14f << "100000000000000";
+        QTest::newRow("first with exponent") << 1e15f << "1E+15";
+        QTest::newRow("small with fraction") << 1.5e-10f << "1.5E-10";
+        QTest::newRow("smallest float") << 1.4e-45f << "1E-45";
     }
     void generalText() {
         QFETCH(float, value);
         QFETCH(QString, text);
         QCOMPARE(NumberText::general(value), text);
         QCOMPARE(*NumberText::toSingle(text), value);
+    }
+
+    void generalOfDouble() {
+        QCOMPARE(NumberText::generalDouble(0.1), "0.1");
+        QCOMPARE(NumberText::generalDouble(-2.5), "-2.5");
+        QCOMPARE(NumberText::generalDouble(1e-300), "1E-300");
+        QCOMPARE(NumberText::generalDouble(1e15), "1E+15");
     }
 
     void patterns_data() {
@@ -88,6 +123,22 @@ private slots:
                                     << "0.0";
         QTest::newRow("negative rounding to zero") << -0.00001 << "##.0000"
                                                    << ".0000";
+        QTest::newRow("optional decimals all zero") << 3.0 << "#.##"
+                                                    << "3.";
+        QTest::newRow("nothing but the point") << 0.0 << "#.##"
+                                               << ".";
+        QTest::newRow("point and no decimals") << 7.4 << "0."
+                                               << "7.";
+        QTest::newRow("no point, tie to even") << 2.5 << "0"
+                                               << "2";
+        QTest::newRow("no point, tie up to even") << 3.5 << "0"
+                                                  << "4";
+        QTest::newRow("zero padded") << 12.5 << "00000.0000"
+                                     << "00012.5000";
+        QTest::newRow("wide number") << 1e20 << "#0.00"
+                                     << "100000000000000000000.00";
+        QTest::newRow("long pattern")
+            << 1.0 << QString(QString(200, u'0') + ".0") << QString(QString(199, u'0') + "1.0");
     }
     void patterns() {
         QFETCH(double, value);
