@@ -1,6 +1,7 @@
 #include "core/NumberText.h"
 
 #include <QTest>
+#include <limits>
 
 class TestNumberText : public QObject {
     Q_OBJECT
@@ -139,6 +140,29 @@ private slots:
                                      << "100000000000000000000.00";
         QTest::newRow("long pattern")
             << 1.0 << QString(QString(200, u'0') + ".0") << QString(QString(199, u'0') + "1.0");
+        QTest::newRow("tie at two decimals to even") << 0.125 << "0.00"
+                                                     << "0.12";
+        QTest::newRow("tie at two decimals up to even") << 0.375 << "0.00"
+                                                        << "0.38";
+        QTest::newRow("just above a tie") << 0.12500000000000003 << "0.00"
+                                          << "0.13";
+        QTest::newRow("decimal that is below its text") << 2.675 << "0.00"
+                                                        << "2.67";
+        QTest::newRow("large exact integer") << 1e22 << "0.0"
+                                             << "10000000000000000000000.0";
+        QTest::newRow("exact expansion")
+            << 0.1 << QString("0." + QString(60, u'#'))
+            << "0.1000000000000000055511151231257827021181583404541015625";
+        QTest::newRow("negative zero") << -0.0 << "0.00"
+                                       << "0.00";
+        QTest::newRow("tiny rounds to zero") << -5e-324 << "0.0000"
+                                             << "0.0000";
+        QTest::newRow("largest double")
+            << std::numeric_limits<double>::max() << "0"
+            << "179769313486231570814527423731704356798070567525844996598917476803157260780028"
+               "538760589558632766878171540458953514382464234321326889464182768467546703537516"
+               "986049910576551282076245490090389328944075868508455133942304583236903222948165"
+               "808559332123348274797826204144723168738177180919299881250404026184124858368";
     }
     void patterns() {
         QFETCH(double, value);
