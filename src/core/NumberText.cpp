@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string_view>
@@ -298,11 +297,19 @@ QString generalDouble(double value) {
 QString format(double value, const QString& pattern) {
     const PatternShape shape = shapeOf(pattern);
 
-    // printf's "%.*f" does the rounding; a pattern asking for more than about 500 characters
-    // gets them cut short here, as it always has.
-    char buffer[512];
-    std::snprintf(buffer, sizeof buffer, "%.*f", shape.maxDecimals, std::fabs(value));
-    const std::string_view fixed(buffer);
+    // to_chars rounds the exact value of the double to the decimals asked for, a tie going to
+    // the even digit, and always writes a point whatever the locale: the program's files and
+    // pages need "9.5041" in Germany too. A double has at most 309 digits before the point and
+    // 1074 after it, so more decimals than that are only zeros, and the buffer holds every text.
+    // A pattern asking for more than about 500 characters gets them cut short, as it always has.
+    constexpr int exactDecimals = 1074;
+    constexpr size_t longestText = 511;
+    char buffer[309 + 1 + exactDecimals];
+    const char* const end =
+        std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::fixed,
+                      std::min(shape.maxDecimals, exactDecimals))
+            .ptr;
+    const std::string_view fixed(buffer, std::min(size_t(end - buffer), longestText));
     std::string_view intPart = fixed;
     std::string_view fracPart;
     if (const auto dot = fixed.find('.'); dot != std::string_view::npos) {
@@ -329,8 +336,7 @@ QString format(double value, const QString& pattern) {
         // "#.##" with nothing after the point still writes the point, as the pattern has one.
         out.append('.');
     }
-    // printf writes the point of the C library's locale, which can be more than one byte.
-    return QString::fromUtf8(out.data(), out.size());
+    return QString::fromLatin1(out.data(), out.size());
 }
 
 } // namespace NumberText
