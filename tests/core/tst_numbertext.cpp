@@ -1,7 +1,14 @@
 #include "core/NumberText.h"
 
+#include <QFile>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
+#include <clocale>
 #include <limits>
+#include <string>
 
 class TestNumberText : public QObject {
     Q_OBJECT
@@ -169,6 +176,82 @@ private slots:
         QFETCH(QString, pattern);
         QFETCH(QString, text);
         QCOMPARE(NumberText::format(value, pattern), text);
+    }
+
+    // Qt sets the C library's locale from the environment, and in a German one the C library
+    // writes "9,5041". The texts go into race logs, feed lines and pages that are read back
+    // with a point, so they must not follow it. The locale is made here with the C library's
+    // localedef from a definition and character map written below, so the test needs no
+    // locales installed: its one category, LC_NUMERIC, has a comma for the decimal sign.
+    void textsDoNotFollowTheLocale() {
+        const QString localedef = QStandardPaths::findExecutable("localedef");
+        if (localedef.isEmpty())
+            QSKIP("localedef is not installed, so no locale with a decimal comma can be made");
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        QString charmap = "<escape_char> /\n<comment_char> %\n<code_set_name> ASCII_COMMA_TEST\n"
+                          "<mb_cur_max> 1\n<mb_cur_min> 1\nCHARMAP\n";
+        for (int c = 0; c < 128; ++c)
+            charmap += QString::asprintf("<U%04X> /x%02x\n", c, c);
+        charmap += "END CHARMAP\n";
+        const QString definition = "LC_NUMERIC\ndecimal_point \"<U002C>\"\n"
+                                   "thousands_sep \"<U002E>\"\ngrouping 3;3\nEND LC_NUMERIC\n";
+        for (const auto& [name, text] : {std::pair{QString("charmap"), charmap},
+                                         std::pair{QString("comma.def"), definition}}) {
+            QFile file(dir.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(text.toLatin1());
+        }
+        QProcess process;
+        // -c writes the locale although it defines one category only (and then exits with 1).
+        process.start(localedef, {"--no-archive", "-c", "-i", dir.filePath("comma.def"), "-f",
+                                  dir.filePath("charmap"), dir.filePath("comma")});
+        QVERIFY(process.waitForFinished(60000));
+        QVERIFY2(QFile::exists(dir.filePath("comma/LC_NUMERIC")),
+                 qPrintable(process.readAllStandardError()));
+
+        const std::string previousLocale = std::setlocale(LC_NUMERIC, nullptr);
+        const QByteArray previousPath = qgetenv("LOCPATH");
+        const bool hadPath = qEnvironmentVariableIsSet("LOCPATH");
+        auto restore = qScopeGuard([&] {
+            std::setlocale(LC_NUMERIC, previousLocale.c_str());
+            if (hadPath)
+                qputenv("LOCPATH", previousPath);
+            else
+                qunsetenv("LOCPATH");
+        });
+
+        const double values[] = {9.504077875, -0.025, 0.125, 2.5,   145.126,   1e22,   -1e300,
+                                 0.1,         5e-324, -0.0,  29.92, 1234567.5, 0.00001};
+        const QString patterns[] = {"##.0000", "#0.00##",    "#0.000",
+                                    "###.00",  "0",          "0.",
+                                    "#.##",    "00000.0000", "0." + QString(40, u'#')};
+        QStringList expected;
+        QVERIFY(std::setlocale(LC_NUMERIC, "C"));
+        for (double value : values) {
+            for (const QString& pattern : patterns)
+                expected << NumberText::format(value, pattern);
+            expected << NumberText::generalDouble(value) << NumberText::general(float(value));
+        }
+
+        qputenv("LOCPATH", dir.path().toLocal8Bit());
+        QVERIFY(std::setlocale(LC_NUMERIC, "comma"));
+        // The C library itself now writes a comma, so what follows can see the difference.
+        QCOMPARE(std::localeconv()->decimal_point, ",");
+        QStringList written;
+        for (double value : values) {
+            for (const QString& pattern : patterns)
+                written << NumberText::format(value, pattern);
+            written << NumberText::generalDouble(value) << NumberText::general(float(value));
+        }
+        QCOMPARE(written, expected);
+        QCOMPARE(NumberText::format(9.504077875, "##.0000"), "9.5041");
+        QCOMPARE(NumberText::format(-0.025, "#0.000"), "-0.025");
+        QCOMPARE(NumberText::generalDouble(0.1), "0.1");
+        QCOMPARE(NumberText::general(29.92f), "29.92");
+        QCOMPARE(*NumberText::toDouble("9.5041"), 9.5041);
+        QCOMPARE(*NumberText::toSingle("29.92"), 29.92f);
+        QVERIFY(!NumberText::isNumeric("9,5041"));
     }
 };
 
