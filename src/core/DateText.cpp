@@ -57,14 +57,18 @@ std::optional<QTime> parseTime(const QString& text) {
     return time.isValid() ? std::optional(time) : std::nullopt;
 }
 
+// Written digit by digit: the weather log stamps every feed line with it.
 QString twelveHour(const QTime& time, bool withSeconds) {
-    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    QString text = QStringLiteral("%1:%2")
-                       .arg(hour, 2, 10, QChar(u'0'))
-                       .arg(time.minute(), 2, 10, QChar(u'0'));
+    const auto twoDigits = [](QString& text, int value) {
+        text.append(QChar(u'0' + value / 10)).append(QChar(u'0' + value % 10));
+    };
+    QString text;
+    text.reserve(10);
+    twoDigits(text, time.hour() % 12 == 0 ? 12 : time.hour() % 12);
+    twoDigits(text.append(u':'), time.minute());
     if (withSeconds)
-        text += QStringLiteral(":%1").arg(time.second(), 2, 10, QChar(u'0'));
-    return text + (time.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
+        twoDigits(text.append(u':'), time.second());
+    return text.append(time.hour() < 12 ? u"am" : u"pm");
 }
 
 } // namespace
