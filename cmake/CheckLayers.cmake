@@ -4,7 +4,7 @@
 # none of their files may include a header of Qt Widgets (the names found in WIDGETS_DIR), nor
 # name a class that a window header declares, even without including it.
 #   cmake -DSOURCE_DIR=<src> -DWIDGETS_DIR=<QtWidgets include folder> -P CheckLayers.cmake
-set(LAYERS core racelog prediction feed pager charts exchange pages ui)
+set(LAYERS core racelog prediction feed pager charts exchange pages crew ui)
 get_filename_component(SOURCE_DIR "${SOURCE_DIR}" ABSOLUTE)
 list(FIND LAYERS ui window_layer)
 

@@ -5,10 +5,11 @@ set -euo pipefail
 
 packages=(
     build-essential cmake ninja-build pkg-config ccache clang libclang-rt-14-dev clang-format
-    qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libqt6sql6-sqlite libqt6svg6 libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-serialport-dev qt6-httpserver-dev qt6-websockets-dev libqt6sql6-sqlite libqt6svg6 libgl-dev
     libqcustomplot-dev libqcustomplot2.1-qt6 libzip-dev libpugixml-dev libbenchmark-dev
     fonts-liberation fonts-dejavu-core
     socat xvfb xauth poppler-utils sqlite3 unzip python3-openpyxl
+    libqrencode-dev chromium chromium-driver python3-selenium zbar-tools
     lintian desktop-file-utils appstream shared-mime-info libxml2-utils
 )
 

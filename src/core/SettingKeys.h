@@ -80,15 +80,24 @@ inline constexpr SettingKey TimeSlipLogFile{u"SOFTWARE\\Zorvane\\iCard\\LogFile"
 // %1 is the window's branch: "RaceLog", "WindDirection", ...
 inline constexpr SettingKey WindowPlacement{u"SOFTWARE\\Zorvane\\%1\\ScreenSettings", u"",
     Kind::Placement, u"", u"where a window stood when it was closed"};
+inline constexpr SettingKey CrewEnabled{u"SOFTWARE\\Zorvane\\CrewView", u"Enabled", Kind::Flag, u"0",
+    u"the main instance serves the crew view to phones on the trailer's network"};
+inline constexpr SettingKey CrewAddress{u"SOFTWARE\\Zorvane\\CrewView", u"Address", Kind::Text,
+    u"0.0.0.0", u"the address the crew view listens on; 0.0.0.0 is every network of this PC"};
+inline constexpr SettingKey CrewPort{u"SOFTWARE\\Zorvane\\CrewView", u"Port", Kind::Number, u"8080",
+    u"the TCP port of the crew view"};
+inline constexpr SettingKey CrewCode{u"SOFTWARE\\Zorvane\\CrewView", u"Code", Kind::Text, u"",
+    u"the six digits a phone needs to see the crew view; made at random when first read"};
 // clang-format on
 
-inline constexpr std::array<const SettingKey*, 21> All{
+inline constexpr std::array<const SettingKey*, 25> All{
     &WeatherLog,       &Background,       &Scale,           &PagerFrequency,
     &NoWeatherSeconds, &DeltaVP,          &RaceLogTypes,    &DefaultPF,
     &DefaultTSR,       &DefaultCarNumber, &DefaultTargetET, &Tracks,
     &FileDialogFolder, &PortSettings,     &PortDevices,     &LogColumns,
     &MasterTemplate,   &RacepakFolder,    &ReceiverLogFile, &TimeSlipLogFile,
-    &WindowPlacement};
+    &WindowPlacement,  &CrewEnabled,      &CrewAddress,     &CrewPort,
+    &CrewCode};
 
 // The key that holds a window's placement, for its branch.
 QString placementPath(QStringView branch);

@@ -36,6 +36,10 @@ private slots:
             {"SOFTWARE\\iCardRX\\LogFile\\", "LogFile"},
             {"SOFTWARE\\Zorvane\\iCard\\LogFile", "LogFile"},
             {"SOFTWARE\\Zorvane\\%1\\ScreenSettings", ""},
+            {"SOFTWARE\\Zorvane\\CrewView", "Enabled"},
+            {"SOFTWARE\\Zorvane\\CrewView", "Address"},
+            {"SOFTWARE\\Zorvane\\CrewView", "Port"},
+            {"SOFTWARE\\Zorvane\\CrewView", "Code"},
         };
         QList<QPair<QString, QString>> rows;
         for (const SettingKey* key : SettingKeys::All)

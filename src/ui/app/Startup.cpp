@@ -2,6 +2,7 @@
 
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
+#include "crew/CrewServer.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherStation.h"
 #include "ui/charts/ViewCommands.h"
@@ -77,6 +78,8 @@ std::optional<int> Startup::run() {
 
     showSplashWhileLoading();
     window->show();
+    // With the window up, a port the crew view cannot have shows on its status line.
+    crew = CrewServer::fromSettings(*station);
 
     // A display instance never takes files: a later start's path goes to the main instance.
     // The main instance takes them until its window has closed.

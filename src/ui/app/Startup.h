@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+class CrewServer;
 class MainWindow;
 class WeatherStation;
 
@@ -44,5 +45,7 @@ private:
     const QString applicationFolder;
     InstanceChannel channel;
     std::unique_ptr<WeatherStation> station;
+    // Goes before the station it reads.
+    std::unique_ptr<CrewServer> crew;
     QPointer<MainWindow> window;
 };

@@ -1,0 +1,101 @@
+#include "crew/CrewHttp.h"
+
+#include "crew/CrewAccess.h"
+
+#include <QFile>
+#include <QHttpServer>
+#include <QNetworkRequest>
+#include <QUrlQuery>
+#include <QWebSocket>
+
+namespace {
+
+using Status = QHttpServerResponder::StatusCode;
+
+QByteArray notePage(const char* title, const char* text) {
+    return QByteArrayLiteral("<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\">"
+                             "<title>") +
+           title + QByteArrayLiteral("</title></head><body><h1>") + title +
+           QByteArrayLiteral("</h1><p>") + text + QByteArrayLiteral("</p></body></html>");
+}
+
+const QByteArray ForbiddenPage =
+    notePage("Code needed", "This crew view needs the six-digit code shown in Tarnwick.");
+const QByteArray TooManyPage =
+    notePage("Too many wrong codes", "Wait a minute, then try again with the right code.");
+
+QString queryCode(const QUrl& url) {
+    return QUrlQuery(url).queryItemValue(QStringLiteral("code"));
+}
+
+QHttpServerResponse refusal(CrewAccess::Verdict verdict) {
+    if (verdict == CrewAccess::Verdict::TooMany)
+        return QHttpServerResponse("text/html", TooManyPage, Status::TooManyRequests);
+    return QHttpServerResponse("text/html", ForbiddenPage, Status::Forbidden);
+}
+
+QByteArray resourceBytes(const char* resource) {
+    QFile file(QString::fromLatin1(resource));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+} // namespace
+
+CrewHttp::CrewHttp(CrewAccess& access, QObject* parent)
+    : QObject(parent), access(access), http(std::make_unique<QHttpServer>()) {
+    // The page's files live in the core library, which is static: they join the program's
+    // resources only when asked for by name.
+    Q_INIT_RESOURCE(crew);
+    addFileRoute("/", ":/crew/index.html", "text/html; charset=utf-8");
+    addFileRoute("/crew.js", ":/crew/crew.js", "text/javascript; charset=utf-8");
+    addFileRoute("/crew.css", ":/crew/crew.css", "text/css; charset=utf-8");
+    addLiveRoute();
+    connect(http.get(), &QHttpServer::newWebSocketConnection, this, &CrewHttp::takeLiveSockets);
+}
+
+CrewHttp::~CrewHttp() = default;
+
+void CrewHttp::bind(QTcpServer* listener) {
+    http->bind(listener);
+}
+
+// A good code in the address sets the cookie, so the page's own requests need no code.
+void CrewHttp::addFileRoute(const char* path, const char* resource, const char* mimeType) {
+    http->route(QString::fromLatin1(path), [this, resource,
+                                            mimeType](const QHttpServerRequest& request) {
+        const QString code = queryCode(request.url());
+        const auto verdict = access.check(request.remoteAddress(), code, request.value("Cookie"));
+        if (verdict != CrewAccess::Verdict::Allowed)
+            return refusal(verdict);
+        QHttpServerResponse response(QByteArray(mimeType), resourceBytes(resource));
+        if (!code.isEmpty())
+            response.addHeader(QByteArrayLiteral("Set-Cookie"), access.cookie());
+        return response;
+    });
+}
+
+void CrewHttp::addLiveRoute() {
+    http->route(QStringLiteral("/live"),
+                [this](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
+                    const auto verdict = access.check(
+                        request.remoteAddress(), queryCode(request.url()), request.value("Cookie"));
+                    if (verdict == CrewAccess::Verdict::TooMany)
+                        responder.write(TooManyPage, "text/html", Status::TooManyRequests);
+                    else if (verdict == CrewAccess::Verdict::Forbidden)
+                        responder.write(ForbiddenPage, "text/html", Status::Forbidden);
+                });
+}
+
+void CrewHttp::takeLiveSockets() {
+    while (http->hasPendingWebSocketConnections()) {
+        std::unique_ptr<QWebSocket> socket = http->nextPendingWebSocketConnection();
+        const QByteArray cookies = socket->request().rawHeader("Cookie");
+        if (!access.accepts(queryCode(socket->requestUrl()), cookies)) {
+            socket->abort();
+            socket.release()->deleteLater();
+            continue;
+        }
+        emit liveSocketOpened(socket.release());
+    }
+}

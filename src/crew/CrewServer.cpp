@@ -1,0 +1,118 @@
+#include "crew/CrewServer.h"
+
+#include "crew/CrewSettings.h"
+#include "feed/WeatherStation.h"
+#include "racelog/RaceLog.h"
+
+#include <QWebSocket>
+
+namespace {
+
+QString listenProblem(const QTcpServer& listener, const QHostAddress& address, quint16 port) {
+    switch (listener.serverError()) {
+    case QAbstractSocket::AddressInUseError:
+        return QStringLiteral("Crew view: port %1 is in use").arg(port);
+    case QAbstractSocket::SocketAddressNotAvailableError:
+        return QStringLiteral("Crew view: address %1 is not on this computer")
+            .arg(address.toString());
+    default:
+        return QStringLiteral("Crew view: ") + listener.errorString();
+    }
+}
+
+} // namespace
+
+// Every handled feed line ends with the status text (a reading or the words of a bad line),
+// so that signal, not recordRead, tells the phones of each line.
+CrewServer::CrewServer(WeatherStation& station, const QString& code,
+                       std::chrono::milliseconds idleTime, QObject* parent)
+    : QObject(parent), station(station), access(code), connections(idleTime), http(access) {
+    http.bind(&connections);
+    connect(&http, &CrewHttp::liveSocketOpened, this, &CrewServer::adopt);
+
+    connect(&station.feed(), &WeatherFeed::statusText, this, &CrewServer::pushToAll);
+    connect(&station.watchdog(), &FeedWatchdog::staleFor, this, &CrewServer::pushToAll);
+    connect(&station.watchdog(), &FeedWatchdog::fresh, this, &CrewServer::pushToAll);
+    const OpenRaceLogs& logs = station.raceLogs();
+    for (int slot = 0; slot < logs.slotCount(); ++slot)
+        watchLog(slot);
+    connect(&logs, &OpenRaceLogs::opened, this, &CrewServer::watchLog);
+    connect(&logs, &OpenRaceLogs::closed, this, &CrewServer::pushToAll);
+}
+
+// The phones go before the listening socket.
+CrewServer::~CrewServer() {
+    qDeleteAll(liveSockets);
+}
+
+std::unique_ptr<CrewServer> CrewServer::fromSettings(WeatherStation& station) {
+    if (!CrewSettings::enabled() || station.isDisplay())
+        return nullptr;
+    auto server = std::make_unique<CrewServer>(station, CrewSettings::code());
+    connect(server.get(), &CrewServer::problem, &station, &WeatherStation::statusText);
+    server->listen(QHostAddress(CrewSettings::address()), CrewSettings::port());
+    return server;
+}
+
+bool CrewServer::listen(const QHostAddress& address, quint16 port) {
+    if (connections.listen(address, port))
+        return true;
+    emit problem(listenProblem(connections, address, port));
+    return false;
+}
+
+void CrewServer::watchLog(int slot) {
+    RaceLog* log = station.raceLogs().at(slot);
+    if (!log)
+        return;
+    const PublishedPrediction* prediction = &log->prediction();
+    connect(prediction, &PublishedPrediction::published, this, &CrewServer::logPublished,
+            Qt::UniqueConnection);
+    connect(prediction, &PublishedPrediction::staleChanged, this, &CrewServer::pushToAll,
+            Qt::UniqueConnection);
+    connect(prediction, &QObject::destroyed, this,
+            [this, prediction] { publishTimes.remove(prediction); });
+}
+
+void CrewServer::logPublished() {
+    publishTimes.insert(static_cast<const PublishedPrediction*>(sender()),
+                        QDateTime::currentDateTime());
+    pushToAll();
+}
+
+// A new phone gets the snapshot at once, not at the next line.
+void CrewServer::adopt(QWebSocket* socket) {
+    socket->setParent(this);
+    connections.upgraded(socket->peerAddress(), socket->peerPort());
+    liveSockets.append(socket);
+    connect(socket, &QWebSocket::disconnected, this, [this, socket] { drop(socket); });
+    push(socket, snapshot());
+}
+
+void CrewServer::drop(QWebSocket* socket) {
+    if (liveSockets.removeOne(socket))
+        socket->deleteLater();
+}
+
+void CrewServer::pushToAll() {
+    if (liveSockets.isEmpty())
+        return;
+    const QString message = snapshot();
+    for (QWebSocket* socket : QList(liveSockets))
+        push(socket, message);
+}
+
+// A phone that has not read the last megabyte is gone as far as the feed is concerned.
+void CrewServer::push(QWebSocket* socket, const QString& message) {
+    if (socket->bytesToWrite() >= MaxQueuedBytes) {
+        socket->abort();
+        drop(socket);
+        return;
+    }
+    socket->sendTextMessage(message);
+}
+
+QString CrewServer::snapshot() const {
+    return QString::fromUtf8(
+        CrewSnapshot::json(station, publishTimes, QDateTime::currentDateTime()));
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "crew/CrewAccess.h"
+#include "crew/CrewConnections.h"
+#include "crew/CrewHttp.h"
+#include "crew/CrewSnapshot.h"
+
+#include <QHostAddress>
+#include <QList>
+#include <QObject>
+#include <memory>
+
+class WeatherStation;
+
+// The crew view served from the running program: the page for phones on the trailer's
+// network and a live socket that gets a snapshot of the weather and the open logs when it
+// opens, after every feed line, and whenever a log publishes or its prediction goes stale or
+// fresh. It only reads: nothing a phone sends changes the program. A phone that stops reading
+// is dropped once 1 MB waits for it, so the feed never waits for a phone.
+class CrewServer : public QObject {
+    Q_OBJECT
+public:
+    static constexpr qint64 MaxQueuedBytes = 1024 * 1024;
+
+    CrewServer(WeatherStation& station, const QString& code,
+               std::chrono::milliseconds idleTime = CrewConnections::DefaultIdleTime,
+               QObject* parent = nullptr);
+    ~CrewServer() override;
+
+    // The server the settings ask for, listening, or none when the crew view is off. Only the
+    // main instance serves: a display instance starts only when another instance runs, and
+    // that one serves. A listening problem is told by `problem`, connected to the station's
+    // status line, and the program runs on.
+    static std::unique_ptr<CrewServer> fromSettings(WeatherStation& station);
+
+    // False, and `problem` told, when the address or the port cannot be had.
+    bool listen(const QHostAddress& address, quint16 port);
+    quint16 port() const { return connections.serverPort(); }
+    std::chrono::milliseconds idleTime() const { return connections.idleTime(); }
+    // Connections open now, page loads and live sockets together.
+    int connectionCount() const { return connections.count(); }
+    int liveSocketCount() const { return int(liveSockets.size()); }
+
+signals:
+    // A line for the status bar: "Crew view: port 8080 is in use".
+    void problem(const QString& text);
+
+private:
+    void watchLog(int slot);
+    void logPublished();
+    void adopt(QWebSocket* socket);
+    void drop(QWebSocket* socket);
+    void pushToAll();
+    void push(QWebSocket* socket, const QString& message);
+    QString snapshot() const;
+
+    WeatherStation& station;
+    CrewAccess access;
+    CrewConnections connections;
+    CrewHttp http;
+    CrewSnapshot::PublishTimes publishTimes;
+    QList<QWebSocket*> liveSockets;
+};

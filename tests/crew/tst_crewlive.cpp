@@ -1,0 +1,177 @@
+// The live socket over real TCP on 127.0.0.1 with real WebSocket clients: a snapshot when it
+// opens and one message for each feed line, a handshake refused without the code, and a
+// phone that stops reading dropped before the feed would wait for it.
+#include "common/PtyPair.h"
+#include "common/TestHome.h"
+#include "crew/CrewServer.h"
+#include "feed/PortDevices.h"
+#include "feed/PortSettings.h"
+#include "feed/WeatherStation.h"
+#include "racelog/RaceLog.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSerialPort>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QTest>
+#include <QWebSocket>
+#include <memory>
+
+namespace {
+
+const QString Code = QStringLiteral("482913");
+const QByteArray Line =
+    " 11/22/26 10:42:07 29.92 71.5 43.2 2100 5.1 45 0.487 49 98.6 1410 120 275 7 11 340\r";
+const QString LineStatus =
+    QStringLiteral("ABP=29.92 Temp=71.5 RH=43.2 AA=2100 AH=5.1 GR=45 VP=0.487 DP=49 ADR=98.6 "
+                   "DA=1410 PA=120 WD=275 WS=7 WG=11 AL=340");
+
+QUrl liveUrl(quint16 port, const QString& query) {
+    return QUrl(QStringLiteral("ws://127.0.0.1:%1/live%2").arg(port).arg(query));
+}
+
+QString statusText(const QVariant& message) {
+    return QJsonDocument::fromJson(message.toString().toUtf8())
+        .object()[u"status"]
+        .toObject()[u"text"]
+        .toString();
+}
+
+// A phone that reads every message.
+struct Phone {
+    explicit Phone(const QUrl& url) : received(&socket, &QWebSocket::textMessageReceived) {
+        socket.open(url);
+    }
+    QWebSocket socket;
+    QSignalSpy received;
+};
+
+} // namespace
+
+class TestCrewLive : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aPhoneGetsTheSnapshotAtOnceAndOneMessageForEachLine() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        QTRY_COMPARE(phone.received.size(), 1);
+        QCOMPARE(server.liveSocketCount(), 1);
+        QVERIFY(statusText(phone.received[0][0]) != LineStatus);
+
+        for (int i = 0; i < 3; ++i)
+            station.feed().serialBytes(Line);
+        QTRY_COMPARE(phone.received.size(), 4);
+        QTest::qWait(200);
+        QCOMPARE(phone.received.size(), 4);
+        QCOMPARE(statusText(phone.received[3][0]), LineStatus);
+    }
+
+    void aPublishingLogSendsItsPrediction() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        RaceLog log;
+        station.raceLogs().open(&log);
+        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        QTRY_COMPARE(phone.received.size(), 1);
+        PredictionLine line;
+        line.pagerMessage = QStringLiteral("RaceLog# 1> ET: 9.5123");
+        log.prediction().publish(line);
+        QTRY_COMPARE(phone.received.size(), 2);
+        const QJsonObject sent =
+            QJsonDocument::fromJson(phone.received[1][0].toString().toUtf8())[u"logs"][0]
+                .toObject();
+        QCOMPARE(sent[u"line"].toString(), line.pagerMessage);
+        QVERIFY(!sent[u"updated"].toString().isEmpty());
+        log.prediction().markStale(11);
+        QTRY_COMPARE(phone.received.size(), 3);
+    }
+
+    void aWrongOrMissingCodeFailsTheHandshake() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        for (const QString& query : {QStringLiteral("?code=000000"), QString()}) {
+            Phone phone(liveUrl(server.port(), query));
+            QTRY_VERIFY2(phone.socket.errorString().contains(u"403"),
+                         qPrintable(phone.socket.errorString()));
+            QTest::qWait(100);
+            QCOMPARE(phone.received.size(), 0);
+            QCOMPARE(server.liveSocketCount(), 0);
+        }
+    }
+
+    // A phone that opens the socket and then reads nothing: the messages pile up on the
+    // server's side until a megabyte waits, and the phone is dropped.
+    void aPhoneThatStopsReadingIsDropped() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        // Long names make each message large.
+        std::vector<std::unique_ptr<RaceLog>> logs;
+        for (int i = 0; i < 40; ++i) {
+            logs.push_back(std::make_unique<RaceLog>());
+            logs.back()->change(QStringLiteral("Name"), [i](RaceLogData& data) {
+                data.pageIdentifier = QString(4000, QChar(u'A' + i % 26));
+            });
+            station.raceLogs().open(logs.back().get());
+        }
+
+        QTcpSocket stalled;
+        stalled.setReadBufferSize(1024);
+        stalled.connectToHost(QHostAddress::LocalHost, server.port());
+        QVERIFY(stalled.waitForConnected(5000));
+        stalled.write("GET /live?code=" + Code.toLatin1() +
+                      " HTTP/1.1\r\nHost: 127.0.0.1\r\nUpgrade: websocket\r\n"
+                      "Connection: Upgrade\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
+                      "Sec-WebSocket-Version: 13\r\n\r\n");
+        QTRY_COMPARE(server.liveSocketCount(), 1);
+
+        for (int i = 0; i < 2000 && server.liveSocketCount() == 1; ++i) {
+            station.feed().serialBytes(Line);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(server.liveSocketCount(), 0);
+        // The feed went on: the station still takes lines.
+        station.feed().serialBytes(Line);
+        QCOMPARE(station.statusLine(), LineStatus);
+        for (auto& log : logs)
+            station.raceLogs().close(log.get());
+    }
+
+    // The whole path: an instrument on a real pseudo-terminal, the station, the phone.
+    void aLineFromTheInstrumentReachesThePhone() {
+        TestHome home;
+        PtyPair pty;
+        QVERIFY(pty.isReady());
+        setPortDevice(3, pty.portEnd());
+        WeatherStation station;
+        station.link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        QTRY_COMPARE(phone.received.size(), 1);
+
+        station.startSerialPort();
+        QVERIFY(station.link().serialPort().isOpen());
+        QSerialPort instrument(pty.instrumentEnd());
+        QVERIFY(instrument.open(QIODevice::ReadWrite));
+        instrument.write(Line);
+        instrument.flush();
+        QTRY_VERIFY(phone.received.size() >= 2 &&
+                    statusText(phone.received.last()[0]) == LineStatus);
+        station.closeLinks();
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCrewLive)
+#include "tst_crewlive.moc"
