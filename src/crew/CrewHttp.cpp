@@ -92,8 +92,9 @@ void CrewHttp::takeLiveSockets() {
         std::unique_ptr<QWebSocket> socket = http->nextPendingWebSocketConnection();
         const QByteArray cookies = socket->request().rawHeader("Cookie");
         if (!access.accepts(queryCode(socket->requestUrl()), cookies)) {
-            socket->abort();
-            socket.release()->deleteLater();
+            QWebSocket* refused = socket.release();
+            connect(refused, &QWebSocket::disconnected, refused, &QObject::deleteLater);
+            refused->close(QWebSocketProtocol::CloseCodePolicyViolated);
             continue;
         }
         emit liveSocketOpened(socket.release());

@@ -21,6 +21,7 @@ public:
     explicit CrewHttp(CrewAccess& access, QObject* parent = nullptr);
     ~CrewHttp() override;
 
+    // Answers on a socket that listens already; Qt's server takes it as its child.
     void bind(QTcpServer* listener);
 
 signals:

@@ -26,8 +26,8 @@ QString listenProblem(const QTcpServer& listener, const QHostAddress& address, q
 // so that signal, not recordRead, tells the phones of each line.
 CrewServer::CrewServer(WeatherStation& station, const QString& code,
                        std::chrono::milliseconds idleTime, QObject* parent)
-    : QObject(parent), station(station), access(code), connections(idleTime), http(access) {
-    http.bind(&connections);
+    : QObject(parent), station(station), access(code),
+      connections(new CrewConnections(idleTime, this)), http(access) {
     connect(&http, &CrewHttp::liveSocketOpened, this, &CrewServer::adopt);
 
     connect(&station.feed(), &WeatherFeed::statusText, this, &CrewServer::pushToAll);
@@ -55,10 +55,12 @@ std::unique_ptr<CrewServer> CrewServer::fromSettings(WeatherStation& station) {
 }
 
 bool CrewServer::listen(const QHostAddress& address, quint16 port) {
-    if (connections.listen(address, port))
-        return true;
-    emit problem(listenProblem(connections, address, port));
-    return false;
+    if (!connections->listen(address, port)) {
+        emit problem(listenProblem(*connections, address, port));
+        return false;
+    }
+    http.bind(connections);
+    return true;
 }
 
 void CrewServer::watchLog(int slot) {
@@ -83,7 +85,7 @@ void CrewServer::logPublished() {
 // A new phone gets the snapshot at once, not at the next line.
 void CrewServer::adopt(QWebSocket* socket) {
     socket->setParent(this);
-    connections.upgraded(socket->peerAddress(), socket->peerPort());
+    connections->upgraded(socket->peerAddress(), socket->peerPort());
     liveSockets.append(socket);
     connect(socket, &QWebSocket::disconnected, this, [this, socket] { drop(socket); });
     push(socket, snapshot());

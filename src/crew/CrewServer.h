@@ -35,10 +35,10 @@ public:
 
     // False, and `problem` told, when the address or the port cannot be had.
     bool listen(const QHostAddress& address, quint16 port);
-    quint16 port() const { return connections.serverPort(); }
-    std::chrono::milliseconds idleTime() const { return connections.idleTime(); }
+    quint16 port() const { return connections->serverPort(); }
+    std::chrono::milliseconds idleTime() const { return connections->idleTime(); }
     // Connections open now, page loads and live sockets together.
-    int connectionCount() const { return connections.count(); }
+    int connectionCount() const { return connections->count(); }
     int liveSocketCount() const { return int(liveSockets.size()); }
 
 signals:
@@ -56,7 +56,8 @@ private:
 
     WeatherStation& station;
     CrewAccess access;
-    CrewConnections connections;
+    // Ours until it listens; then Qt's HTTP server, which answers on it, holds it.
+    CrewConnections* connections;
     CrewHttp http;
     CrewSnapshot::PublishTimes publishTimes;
     QList<QWebSocket*> liveSockets;

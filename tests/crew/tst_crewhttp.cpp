@@ -28,10 +28,12 @@ struct Serving {
     CrewServer server;
 };
 
+// Connects with the events running, so the server takes the connection meanwhile.
 std::unique_ptr<QTcpSocket> connectTo(quint16 port) {
     auto socket = std::make_unique<QTcpSocket>();
+    QSignalSpy connected(socket.get(), &QTcpSocket::connected);
     socket->connectToHost(QHostAddress::LocalHost, port);
-    socket->waitForConnected(5000);
+    connected.wait(5000);
     return socket;
 }
 
