@@ -65,13 +65,22 @@ void CrewConnections::incomingConnection(qintptr handle) {
 
 void CrewConnections::track(QTcpSocket* socket, RequestGuard* guard) {
     open.insert(socket, guard);
+    watchEnd(socket);
+}
+
+void CrewConnections::watchEnd(QTcpSocket* socket) {
     connect(socket, &QTcpSocket::disconnected, this, [this, socket] { open.remove(socket); });
     connect(socket, &QObject::destroyed, this, [this, socket] { open.remove(socket); });
 }
 
+// Qt's HTTP server cuts every signal of the socket it hands to the live socket, ours among
+// them: the end of the connection is watched again.
 void CrewConnections::upgraded(const QHostAddress& peer, quint16 peerPort) {
     for (auto connection = open.cbegin(); connection != open.cend(); ++connection) {
-        if (connection.key()->peerPort() == peerPort && connection.key()->peerAddress() == peer)
-            connection.value()->stop();
+        QTcpSocket* socket = connection.key();
+        if (socket->peerPort() != peerPort || socket->peerAddress() != peer)
+            continue;
+        connection.value()->stop();
+        watchEnd(socket);
     }
 }

@@ -32,6 +32,7 @@ protected:
 
 private:
     void track(QTcpSocket* socket, RequestGuard* guard);
+    void watchEnd(QTcpSocket* socket);
 
     const std::chrono::milliseconds idle;
     // Each open connection with the guard that watches it while it speaks HTTP.

@@ -94,6 +94,24 @@ private slots:
         QTRY_COMPARE(phone.received.size(), 3);
     }
 
+    // The idle time is for connections that send no request; an open live socket only
+    // listens, and stays.
+    void aQuietLiveSocketStaysOpen() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code, std::chrono::milliseconds(300));
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        QTRY_COMPARE(phone.received.size(), 1);
+        QTest::qWait(1000);
+        QCOMPARE(phone.socket.state(), QAbstractSocket::ConnectedState);
+        QCOMPARE(server.liveSocketCount(), 1);
+        QCOMPARE(server.connectionCount(), 1);
+        phone.socket.close();
+        QTRY_COMPARE(server.connectionCount(), 0);
+        QCOMPARE(server.liveSocketCount(), 0);
+    }
+
     void aWrongOrMissingCodeFailsTheHandshake() {
         TestHome home;
         WeatherStation station;
