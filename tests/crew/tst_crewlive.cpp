@@ -12,6 +12,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QNetworkRequest>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTcpSocket>
@@ -112,6 +113,36 @@ private slots:
         QCOMPARE(server.liveSocketCount(), 0);
     }
 
+    // The page opened with the code set the cookie; the socket may come with it alone.
+    void theCookieAloneOpensTheLiveSocket() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        QNetworkRequest request(liveUrl(server.port(), QString()));
+        request.setRawHeader("Cookie", "crew=" + Code.toLatin1());
+        QWebSocket socket;
+        QSignalSpy received(&socket, &QWebSocket::textMessageReceived);
+        socket.open(request);
+        QTRY_COMPARE(received.size(), 1);
+        QCOMPARE(server.liveSocketCount(), 1);
+    }
+
+    // Phones come and go all day: none of them is kept once it has gone.
+    void aHundredPhonesComeAndGo() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        for (int i = 0; i < 100; ++i) {
+            Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+            QTRY_COMPARE(phone.received.size(), 1);
+            phone.socket.close();
+        }
+        QTRY_COMPARE(server.liveSocketCount(), 0);
+        QTRY_COMPARE(server.connectionCount(), 0);
+    }
+
     void aWrongOrMissingCodeFailsTheHandshake() {
         TestHome home;
         WeatherStation station;
@@ -154,11 +185,16 @@ private slots:
                       "Sec-WebSocket-Version: 13\r\n\r\n");
         QTRY_COMPARE(server.liveSocketCount(), 1);
 
-        for (int i = 0; i < 2000 && server.liveSocketCount() == 1; ++i) {
+        int lines = 0;
+        for (; lines < 2000 && server.liveSocketCount() == 1; ++lines) {
             station.feed().serialBytes(Line);
             QCoreApplication::processEvents();
         }
         QCOMPARE(server.liveSocketCount(), 0);
+        // Not before a megabyte could have been waiting for it.
+        const qsizetype messageBytes =
+            CrewSnapshot::json(station, {}, QDateTime::currentDateTime()).size();
+        QVERIFY(lines * messageBytes > CrewServer::MaxQueuedBytes);
         // The feed went on: the station still takes lines.
         station.feed().serialBytes(Line);
         QCOMPARE(station.statusLine(), LineStatus);
