@@ -28,10 +28,16 @@ QString queryCode(const QUrl& url) {
     return QUrlQuery(url).queryItemValue(QStringLiteral("code"));
 }
 
-QHttpServerResponse refusal(CrewAccess::Verdict verdict) {
+// The short page that tells a phone why it may not look.
+struct Refusal {
+    const QByteArray& page;
+    Status status;
+};
+
+Refusal refusalFor(CrewAccess::Verdict verdict) {
     if (verdict == CrewAccess::Verdict::TooMany)
-        return QHttpServerResponse("text/html", TooManyPage, Status::TooManyRequests);
-    return QHttpServerResponse("text/html", ForbiddenPage, Status::Forbidden);
+        return {TooManyPage, Status::TooManyRequests};
+    return {ForbiddenPage, Status::Forbidden};
 }
 
 QByteArray resourceBytes(const char* resource) {
@@ -60,31 +66,36 @@ void CrewHttp::bind(QTcpServer* listener) {
     http->bind(listener);
 }
 
-// A good code in the address sets the cookie, so the page's own requests need no code.
-void CrewHttp::addFileRoute(const char* path, const char* resource, const char* mimeType) {
-    http->route(QString::fromLatin1(path), [this, resource,
-                                            mimeType](const QHttpServerRequest& request) {
-        const QString code = queryCode(request.url());
-        const auto verdict = access.check(request.remoteAddress(), code, request.value("Cookie"));
-        if (verdict != CrewAccess::Verdict::Allowed)
-            return refusal(verdict);
-        QHttpServerResponse response(QByteArray(mimeType), resourceBytes(resource));
-        if (!code.isEmpty())
-            response.addHeader(QByteArrayLiteral("Set-Cookie"), access.cookie());
-        return response;
-    });
+CrewAccess::Verdict CrewHttp::verdictOn(const QHttpServerRequest& request) {
+    return access.check(request.remoteAddress(), queryCode(request.url()), request.value("Cookie"));
 }
 
+// A good code in the address sets the cookie, so the page's own requests need no code.
+void CrewHttp::addFileRoute(const char* path, const char* resource, const char* mimeType) {
+    const auto serve = [this, resource, mimeType](const QHttpServerRequest& request) {
+        const CrewAccess::Verdict verdict = verdictOn(request);
+        if (verdict != CrewAccess::Verdict::Allowed) {
+            const Refusal refusal = refusalFor(verdict);
+            return QHttpServerResponse("text/html", refusal.page, refusal.status);
+        }
+        QHttpServerResponse response(QByteArray(mimeType), resourceBytes(resource));
+        if (!queryCode(request.url()).isEmpty())
+            response.addHeader(QByteArrayLiteral("Set-Cookie"), access.cookie());
+        return response;
+    };
+    http->route(QString::fromLatin1(path), QHttpServerRequest::Method::Get, serve);
+}
+
+// Writing nothing is what lets Qt turn the request into a live socket.
 void CrewHttp::addLiveRoute() {
-    http->route(QStringLiteral("/live"),
-                [this](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
-                    const auto verdict = access.check(
-                        request.remoteAddress(), queryCode(request.url()), request.value("Cookie"));
-                    if (verdict == CrewAccess::Verdict::TooMany)
-                        responder.write(TooManyPage, "text/html", Status::TooManyRequests);
-                    else if (verdict == CrewAccess::Verdict::Forbidden)
-                        responder.write(ForbiddenPage, "text/html", Status::Forbidden);
-                });
+    const auto open = [this](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
+        const CrewAccess::Verdict verdict = verdictOn(request);
+        if (verdict == CrewAccess::Verdict::Allowed)
+            return;
+        const Refusal refusal = refusalFor(verdict);
+        responder.write(refusal.page, "text/html", refusal.status);
+    };
+    http->route(QStringLiteral("/live"), QHttpServerRequest::Method::Get, open);
 }
 
 void CrewHttp::takeLiveSockets() {

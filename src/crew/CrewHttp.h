@@ -1,10 +1,12 @@
 #pragma once
 
+#include "crew/CrewAccess.h"
+
 #include <QObject>
 #include <memory>
 
-class CrewAccess;
 class QHttpServer;
+class QHttpServerRequest;
 class QTcpServer;
 class QWebSocket;
 
@@ -29,6 +31,8 @@ signals:
     void liveSocketOpened(QWebSocket* socket);
 
 private:
+    // Checks the request's code and counts a wrong one.
+    CrewAccess::Verdict verdictOn(const QHttpServerRequest& request);
     void addFileRoute(const char* path, const char* resource, const char* mimeType);
     void addLiveRoute();
     void takeLiveSockets();
