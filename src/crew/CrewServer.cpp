@@ -40,9 +40,10 @@ CrewServer::CrewServer(WeatherStation& station, const QString& code,
     connect(&logs, &OpenRaceLogs::closed, this, &CrewServer::pushToAll);
 }
 
-// The phones go before the listening socket.
+// The phones go before the listening socket; a phone that says goodbye as it goes finds
+// itself off the list already.
 CrewServer::~CrewServer() {
-    qDeleteAll(liveSockets);
+    qDeleteAll(std::exchange(liveSockets, {}));
 }
 
 std::unique_ptr<CrewServer> CrewServer::fromSettings(WeatherStation& station) {
