@@ -160,7 +160,11 @@ def start_browser(profile_dir):
         "--disable-features=Translate,OptimizationHints,MediaRouter",
     ]:
         options.add_argument(argument)
-    return webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
+    browser = webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
+    # A desktop window cannot be as narrow as a phone, so the page is shown as on one.
+    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+        "width": 390, "height": 844, "deviceScaleFactor": 2, "mobile": True})
+    return browser
 
 
 def run(bin_dir, out_dir, work):
@@ -184,10 +188,11 @@ def run(bin_dir, out_dir, work):
     })
 
     logs = []
-    for name in ["CAR7", "CAR9"]:
+    # Two logs whose ETs differ; the first has a target near its ET, so a setting shows.
+    for name, pf, target in [("CAR7", "1.5", "11.03"), ("CAR9", "2.5", "10.9")]:
         path = os.path.join(work, name + ".trl")
-        subprocess.run([os.path.join(bin_dir, "crew_sample_log"), path, name], env=env,
-                       check=True, timeout=30)
+        subprocess.run([os.path.join(bin_dir, "crew_sample_log"), path, name, pf, target],
+                       env=env, check=True, timeout=30)
         logs.append(path)
 
     processes = {}
@@ -252,6 +257,7 @@ def run(bin_dir, out_dir, work):
         cards = wait_for("two published cards", lambda: (lambda c: c if len(c) == 2 and all(
             re.fullmatch(r"\d+\.\d{4}", x["et"]) for x in c) else None)(script(READ_CARDS)), 15)
         check([c["slot"] for c in cards] == ["0", "1"], "slots %r" % [c["slot"] for c in cards])
+        target_ets = {"CAR7": "11.03", "CAR9": "10.9"}
         check([c["name"] for c in cards] == ["CAR7", "CAR9"], "names %r" % [c["name"] for c in cards])
         for card in cards:
             check(card["line"].startswith(card["name"] + "> ET: " + card["et"]),
@@ -261,8 +267,10 @@ def run(bin_dir, out_dir, work):
                 check("TS @" not in card["line"], "no setting but the line %r" % card["line"])
             else:
                 check(re.fullmatch(r"-?\d+\.\d{4}", card["ts"]), "throttle stop %r" % card["ts"])
-                check(("TS @ 10.90: " + card["ts"]) in card["line"], "TS of %r" % card["line"])
-            check(card["target"] == "10.9" and card["ref"] == "2", "target/reference %r" % card)
+                check("TS @ " in card["line"] and (": " + card["ts"]) in card["line"],
+                      "TS of %r" % card["line"])
+            check(card["target"] == target_ets[card["name"]] and card["ref"] == "2",
+                  "target/reference %r" % card)
             check(re.fullmatch(r"-?\d+", card["aa"]) and card["vp"], "AA/VP %r" % card)
             check(card["updated"].startswith("Updated "), "updated %r" % card["updated"])
             check(not card["stale"], "card %s stale while live" % card["name"])

@@ -1,7 +1,8 @@
-// Writes a race log a crew could have: three filled runs, a reference run, a target ET and a
-// page identifier of the caller's choice, so the program started on it publishes an ET and a
-// throttle stop setting with every weather line.
-//   crew_sample_log <file> <page identifier>
+// Writes a race log a crew could have: three filled runs and a reference run, with the page
+// identifier, performance factor and target ET of the caller's choice, so the program started
+// on it publishes an ET (and, for a target close to it, a throttle stop setting) with every
+// weather line.
+//   crew_sample_log <file> <page identifier> [<PF> [<target ET>]]
 #include "SampleLogs.h"
 #include "racelog/Database.h"
 
@@ -15,5 +16,9 @@ int main(int argc, char** argv) {
     RaceLogData log;
     SampleLogs::fillLog(log, 3);
     log.pageIdentifier = arguments[2];
+    if (arguments.size() > 3)
+        log.pf = arguments[3];
+    if (arguments.size() > 4)
+        log.targetET = arguments[4];
     return Database::saveRaceLog(arguments[1], log) == Database::SaveResult::Ok ? 0 : 1;
 }

@@ -73,7 +73,9 @@
                 const box = element("div", "quantity");
                 box.dataset.name = quantity.name;
                 box.id = "q-" + quantity.name;
-                box.append(element("span", "label", quantity.label), element("span", "value"));
+                // The status line's labels end in "="; a box needs only the name.
+                const label = String(quantity.label || quantity.name).replace(/\s*=\s*$/, "");
+                box.append(element("span", "label", label), element("span", "value"));
                 quantitiesBox.append(box);
                 quantityValues.set(quantity.name, box.lastChild);
             }
