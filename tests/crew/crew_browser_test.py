@@ -284,6 +284,13 @@ def run(bin_dir, out_dir, work):
         except OSError as error:
             print("Screenshot not copied to %s: %s" % (SHARED_SCREENSHOT, error))
 
+        # Loaded again without the code, the page gets in by the cookie the first load set.
+        browser.get("http://127.0.0.1:%d/" % port)
+        wait_for("the live status by the cookie", lambda: script(
+            "return document.getElementById('status').className") == "live", 10)
+        check(len(script(READ_CARDS)) == 2, "two cards by the cookie")
+        print("Live again by the cookie alone")
+
         # The instrument goes quiet (the link stays open): the page warns, in the warning colour.
         processes["simulator"].send_signal(signal.SIGSTOP)
         stale_text = wait_for("the stale warning", lambda: (lambda s: s[1] if s[0] == "stale"
@@ -305,6 +312,18 @@ def run(bin_dir, out_dir, work):
             "return document.getElementById('status').textContent") == "Reconnecting...", 5)
         browser.save_screenshot(os.path.join(out_dir, "crew-view-phone-reconnecting.png"))
         print("Gone: Reconnecting...")
+
+        # The program and the instrument back: the page finds them by itself, within the
+        # five seconds its longest wait between tries allows.
+        processes["simulator"].send_signal(signal.SIGCONT)
+        processes["tarnwick"] = subprocess.Popen(
+            [os.path.join(bin_dir, "tarnwick")], stdout=open(main_log + ".again", "w"),
+            stderr=subprocess.STDOUT, env=env)
+        wait_for("the crew view back on port %d" % port, lambda: accepts(port), 30, step=0.2)
+        back = time.monotonic()
+        wait_for("the page live again", lambda: script(
+            "return document.getElementById('status').className") == "live", 10)
+        print("Back live %.1f s after the program listened again" % (time.monotonic() - back))
     finally:
         browser = processes.pop("browser", None)
         if browser:
