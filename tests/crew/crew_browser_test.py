@@ -31,6 +31,7 @@ SHARED_SCREENSHOT = "/work/screenshots/crew-view-phone.png"
 CHROMEDRIVER = "/usr/bin/chromedriver"
 CHROMIUM = "/usr/bin/chromium"
 WARNING_BACKGROUND = "rgb(255, 176, 0)"
+PHONE = {"width": 390, "height": 844, "deviceScaleFactor": 2, "mobile": True}
 
 
 class Failure(Exception):
@@ -156,14 +157,15 @@ def start_browser(profile_dir):
         "--disable-default-apps",
         "--disable-extensions",
         "--disable-sync",
+        "--disable-crash-reporter",
+        "--disable-breakpad",
         "--metrics-recording-only",
         "--disable-features=Translate,OptimizationHints,MediaRouter",
     ]:
         options.add_argument(argument)
     browser = webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
     # A desktop window cannot be as narrow as a phone, so the page is shown as on one.
-    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
-        "width": 390, "height": 844, "deviceScaleFactor": 2, "mobile": True})
+    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", PHONE)
     return browser
 
 
@@ -283,6 +285,18 @@ def run(bin_dir, out_dir, work):
             shutil.copyfile(shot, SHARED_SCREENSHOT)
         except OSError as error:
             print("Screenshot not copied to %s: %s" % (SHARED_SCREENSHOT, error))
+
+        # A tablet and a desktop browser: more numbers across, the cards side by side.
+        for size, (width, height, across, cards_across) in {
+                "tablet": (820, 1180, 5, 2), "desktop": (1280, 800, 5, 3)}.items():
+            browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+                "width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
+            columns = script("const count = id => getComputedStyle(document.getElementById(id))"
+                             ".gridTemplateColumns.split(' ').length;"
+                             "return [count('quantities'), count('logs')];")
+            check(columns == [across, cards_across], "%s columns %r" % (size, columns))
+            browser.save_screenshot(os.path.join(out_dir, "crew-view-%s.png" % size))
+        browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", PHONE)
 
         # Loaded again without the code, the page gets in by the cookie the first load set.
         browser.get("http://127.0.0.1:%d/" % port)
