@@ -102,7 +102,7 @@
         flag.hidden = true;
         heading.append(element("span", "name"), flag);
         const list = element("dl");
-        card.parts = {
+        card.fields = {
             name: heading.firstChild,
             flag: flag,
             et: element("div", "et"),
@@ -114,8 +114,8 @@
             line: element("p", "line"),
             updated: element("p", "updated"),
         };
-        card.append(heading, element("div", "etlabel", "Predicted ET"), card.parts.et, list,
-                    card.parts.line, card.parts.updated);
+        card.append(heading, element("div", "etlabel", "Predicted ET"), card.fields.et, list,
+                    card.fields.line, card.fields.updated);
         return card;
     }
 
@@ -125,19 +125,19 @@
     }
 
     function fillCard(card, log) {
-        const parts = card.parts;
-        parts.name.textContent = orDash(log.name);
-        parts.et.textContent = orDash(log.predictedEt);
-        parts.throttleStop.textContent = orDash(log.throttleStop);
-        parts.targetEt.textContent = orDash(log.targetEt);
-        parts.referenceRun.textContent = orDash(runNumber(log.referenceRun));
-        parts.aa.textContent = orDash(log.aa);
-        parts.vp.textContent = orDash(log.vp);
-        parts.line.textContent = orDash(log.line);
-        parts.updated.textContent =
+        const fields = card.fields;
+        fields.name.textContent = orDash(log.name);
+        fields.et.textContent = orDash(log.predictedEt);
+        fields.throttleStop.textContent = orDash(log.throttleStop);
+        fields.targetEt.textContent = orDash(log.targetEt);
+        fields.referenceRun.textContent = orDash(runNumber(log.referenceRun));
+        fields.aa.textContent = orDash(log.aa);
+        fields.vp.textContent = orDash(log.vp);
+        fields.line.textContent = orDash(log.line);
+        fields.updated.textContent =
             log.updated ? "Updated " + clockTime(log.updated) : "Not published yet";
-        parts.updated.dataset.time = log.updated || "";
-        parts.flag.hidden = !log.stale;
+        fields.updated.dataset.time = log.updated || "";
+        fields.flag.hidden = !log.stale;
         card.classList.toggle("stale", !!log.stale);
     }
 
