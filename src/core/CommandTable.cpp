@@ -62,6 +62,8 @@ const QList<Tool> commands = {
     {"btnSendPage", "Page", "Force Page", K::Command, {}, "Send default page", "Pager"},
     {"btnSend", "Send", "Send Custom Page", K::Command, {}, "Send custom message to pager"},
     {"btnTest", "Test", ""},
+    // The crew's phones come after every command the users knew before them.
+    {"miCrewView", "Crew View...", "Live weather and predictions on the crew's phones"},
     // Tools that only open a band or hold text.
     {"miRaceLogOptions", "Race Log Options", "", K::Submenu, "miRaceLog"},
     {"miBackgroundColor", "Background Color", "", K::Submenu, "tbColor"},
@@ -100,8 +102,8 @@ QList<Band> allBands() {
         {"miTools",
          "&Tools",
          BandKind::Menu,
-         {"miConfiguration", "miSelectColumns", "miRaceLogOptions", S, "miCalculator", "miRefresh",
-          "miBackgroundColor"}},
+         {"miConfiguration", "miSelectColumns", "miRaceLogOptions", S, "miCrewView", S,
+          "miCalculator", "miRefresh", "miBackgroundColor"}},
         {"miPellamor", "&Pellamor", BandKind::Menu, {"miProperties", "miSetDateTime"}},
         {"miReports",
          "Reports",

@@ -119,6 +119,13 @@ bool InstanceChannel::handOver(const QString& path) {
            socket.waitForDisconnected(handOverWaitMs);
 }
 
+// A connection that brings nothing is let go by the main instance without a word.
+bool InstanceChannel::mainInstanceListening() {
+    QLocalSocket socket;
+    socket.connectToServer(mainServerName());
+    return socket.waitForConnected(handOverWaitMs);
+}
+
 void InstanceChannel::accept() {
     while (QLocalSocket* socket = server.nextPendingConnection()) {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);

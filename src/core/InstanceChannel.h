@@ -32,6 +32,9 @@ public:
     // processes.
     static bool handOver(const QString& path);
 
+    // True while a main instance listens: one that is running and has not begun to close.
+    static bool mainInstanceListening();
+
 signals:
     void pathReceived(const QString& path);
 

@@ -1,6 +1,5 @@
 #include "crew/CrewServer.h"
 
-#include "crew/CrewSettings.h"
 #include "feed/WeatherStation.h"
 #include "racelog/RaceLog.h"
 
@@ -44,15 +43,6 @@ CrewServer::CrewServer(WeatherStation& station, const QString& code,
 // itself off the list already.
 CrewServer::~CrewServer() {
     qDeleteAll(std::exchange(liveSockets, {}));
-}
-
-std::unique_ptr<CrewServer> CrewServer::fromSettings(WeatherStation& station) {
-    if (!CrewSettings::enabled() || station.isDisplay())
-        return nullptr;
-    auto server = std::make_unique<CrewServer>(station, CrewSettings::code());
-    connect(server.get(), &CrewServer::problem, &station, &WeatherStation::statusText);
-    server->listen(QHostAddress(CrewSettings::address()), CrewSettings::port());
-    return server;
 }
 
 bool CrewServer::listen(const QHostAddress& address, quint16 port) {

@@ -27,12 +27,6 @@ public:
                QObject* parent = nullptr);
     ~CrewServer() override;
 
-    // The server the settings ask for, listening, or none when the crew view is off. Only the
-    // main instance serves: a display instance starts only when another instance runs, and
-    // that one serves. A listening problem is told by `problem`, connected to the station's
-    // status line, and the program runs on.
-    static std::unique_ptr<CrewServer> fromSettings(WeatherStation& station);
-
     // False, and `problem` told, when the address or the port cannot be had.
     bool listen(const QHostAddress& address, quint16 port);
     quint16 port() const { return connections->serverPort(); }

@@ -40,8 +40,22 @@ quint16 port() {
 
 QString code() {
     const QString kept = Registry::get(SettingKeys::CrewCode);
-    if (isSixDigits(kept))
-        return kept;
+    return isSixDigits(kept) ? kept : newCode();
+}
+
+void setEnabled(bool on) {
+    Registry::set(SettingKeys::CrewEnabled, on ? QStringLiteral("1") : QStringLiteral("0"));
+}
+
+void setAddress(const QString& address) {
+    Registry::set(SettingKeys::CrewAddress, address);
+}
+
+void setPort(quint16 port) {
+    Registry::set(SettingKeys::CrewPort, QString::number(port));
+}
+
+QString newCode() {
     const QString made =
         QStringLiteral("%1").arg(QRandomGenerator::system()->bounded(1000000), 6, 10, QChar(u'0'));
     Registry::set(SettingKeys::CrewCode, made);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// The crew view's settings as the server starts from them.
+// The crew view's settings: what the server starts from, and what the Crew View dialog keeps.
 namespace CrewSettings {
 
 // True only for a stored "1".
@@ -13,5 +13,11 @@ quint16 port();
 // The six digits a phone needs; made at random and stored the first time it is asked for, so
 // the crew types the same code every race day.
 QString code();
+
+void setEnabled(bool on);
+void setAddress(const QString& address);
+void setPort(quint16 port);
+// Makes, stores and gives a new code; phones need it from now on.
+QString newCode();
 
 } // namespace CrewSettings

@@ -137,6 +137,14 @@ private slots:
         QVERIFY(!findTool("miNoSuchTool"));
     }
 
+    void theCrewViewIsATool() {
+        const Tool* tool = findTool("miCrewView");
+        QVERIFY(tool);
+        QCOMPARE(tool->caption, QStringLiteral("Crew View..."));
+        QCOMPARE(tool->kind, ToolKind::Command);
+        QCOMPARE(bandsHolding("miCrewView"), QStringList{"miTools"});
+    }
+
     void menusInBarOrder() {
         QStringList names, captions;
         for (const Band& band : CommandTable::bands()) {

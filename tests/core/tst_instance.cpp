@@ -106,6 +106,20 @@ private slots:
         QCOMPARE(received.count(), 0);
     }
 
+    // A display instance asks this before it serves the crew's phones itself.
+    void onlyARunningMainInstanceIsFoundListening() {
+        TestHome home;
+        QVERIFY(!InstanceChannel::mainInstanceListening());
+        Process display({OtherInstance::holdDisplay});
+        QVERIFY(display.holding());
+        QVERIFY(!InstanceChannel::mainInstanceListening());
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        QVERIFY(InstanceChannel::mainInstanceListening());
+        mainInstance.kill();
+        QVERIFY(!InstanceChannel::mainInstanceListening());
+    }
+
     void aCrashedMainInstanceLeavesNoObstacle() {
         TestHome home;
         Process crashed({OtherInstance::holdMain});

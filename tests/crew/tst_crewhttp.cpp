@@ -2,7 +2,6 @@
 // limits that keep the trailer's network from tying up the program.
 #include "CrewClient.h"
 #include "common/TestHome.h"
-#include "core/Registry.h"
 #include "crew/CrewServer.h"
 #include "feed/WeatherStation.h"
 
@@ -168,32 +167,6 @@ private slots:
         QCOMPARE(problem.size(), 1);
         QCOMPARE(problem[0][0].toString(),
                  QStringLiteral("Crew view: port %1 is in use").arg(other.serverPort()));
-    }
-
-    // Started from the settings, the server puts its problem on the station's status line.
-    void theStationsStatusLineTellsOfAPortInUse() {
-        TestHome home;
-        QTcpServer other;
-        QVERIFY(other.listen(QHostAddress::LocalHost, 0));
-        Registry::set(SettingKeys::CrewEnabled, QStringLiteral("1"));
-        Registry::set(SettingKeys::CrewAddress, QStringLiteral("127.0.0.1"));
-        Registry::set(SettingKeys::CrewPort, QString::number(other.serverPort()));
-        WeatherStation station;
-        QSignalSpy status(&station, &WeatherStation::statusText);
-        const std::unique_ptr<CrewServer> server = CrewServer::fromSettings(station);
-        QVERIFY(server);
-        QCOMPARE(status.size(), 1);
-        QCOMPARE(status[0][0].toString(),
-                 QStringLiteral("Crew view: port %1 is in use").arg(other.serverPort()));
-    }
-
-    void theCrewViewIsOffUntilTurnedOn() {
-        TestHome home;
-        WeatherStation station;
-        QVERIFY(!CrewServer::fromSettings(station));
-        Registry::set(SettingKeys::CrewEnabled, QStringLiteral("1"));
-        WeatherStation display(InstanceRole::Display);
-        QVERIFY(!CrewServer::fromSettings(display));
     }
 
     void anAddressNotOnThisComputerIsTold() {

@@ -2,10 +2,11 @@
 
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
-#include "crew/CrewServer.h"
+#include "crew/CrewView.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/WeatherStation.h"
 #include "ui/charts/ViewCommands.h"
+#include "ui/crew/CrewViewCommand.h"
 #include "ui/feed/PortCommand.h"
 #include "ui/graphs/GraphCommands.h"
 #include "ui/output/IncrementalTimesCommand.h"
@@ -79,7 +80,7 @@ std::optional<int> Startup::run() {
     showSplashWhileLoading();
     window->show();
     // With the window up, a port the crew view cannot have shows on its status line.
-    crew = CrewServer::fromSettings(*station);
+    crew->start();
 
     // A display instance never takes files: a later start's path goes to the main instance.
     // The main instance takes them until its window has closed.
@@ -110,12 +111,19 @@ void Startup::showSplashWhileLoading() {
     wait.exec(QEventLoop::ExcludeUserInputEvents);
 
     station = std::make_unique<WeatherStation>(role);
+    // A display instance serves the crew view only where no main instance does.
+    std::function<bool()> mainInstanceElsewhere;
+    if (role == InstanceRole::Display)
+        mainInstanceElsewhere = &InstanceChannel::mainInstanceListening;
+    crew = std::make_unique<CrewView>(*station, mainInstanceElsewhere);
+    connect(crew.get(), &CrewView::problem, station.get(), &WeatherStation::statusText);
     window = new MainWindow(*station);
     // The race log, pager, view, graph and report commands join the one dispatch before the
     // load lists the race log types and starts the timers.
     new RaceLogCommands(*window, *station);
     new PagerDispatch(*window);
     PortCommand::add(*window);
+    CrewViewCommand::add(*window, *crew);
     ViewCommands::add(*window, station->views());
     GraphCommands::add(*window, station->raceLogs());
     IncrementalTimesCommand::add(*window);

@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-class CrewServer;
+class CrewView;
 class MainWindow;
 class WeatherStation;
 
@@ -46,6 +46,6 @@ private:
     InstanceChannel channel;
     std::unique_ptr<WeatherStation> station;
     // Goes before the station it reads.
-    std::unique_ptr<CrewServer> crew;
+    std::unique_ptr<CrewView> crew;
     QPointer<MainWindow> window;
 };

@@ -3,6 +3,8 @@
 #include "core/CommandTable.h"
 #include "core/Registry.h"
 #include "core/ScriptedDialogs.h"
+#include "core/SettingKeys.h"
+#include "crew/CrewClient.h"
 #include "feed/WeatherStation.h"
 #include "ui/app/Startup.h"
 #include "ui/shell/MainWindow.h"
@@ -11,8 +13,10 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -40,6 +44,17 @@ bool saidTitle(const ScriptedDialogs& dialogs, const QString& title) {
             return true;
     }
     return false;
+}
+
+// The crew view turned on, on a port of its own on this computer only.
+quint16 crewViewOnAFreePort() {
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    Registry::set(SettingKeys::CrewEnabled, QStringLiteral("1"));
+    Registry::set(SettingKeys::CrewAddress, QStringLiteral("127.0.0.1"));
+    Registry::set(SettingKeys::CrewPort, QString::number(probe.serverPort()));
+    Registry::set(SettingKeys::CrewCode, QStringLiteral("731904"));
+    return probe.serverPort();
 }
 
 bool splashShown() {
@@ -118,6 +133,23 @@ private slots:
                 tool.kind == CommandTable::ToolKind::Toggle)
                 QVERIFY2(bound.contains(tool.name), qPrintable(tool.name));
         }
+    }
+
+    void theMainInstanceServesTheCrewViewAndToolsOpensItsDialog() {
+        const quint16 port = crewViewOnAFreePort();
+        auto start = startup({}, bareFolder.path());
+        QCOMPARE(start->run(), std::nullopt);
+        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, 200);
+
+        QString opened;
+        QTimer::singleShot(0, [&opened] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            opened = dialog ? dialog->objectName() : QString();
+            if (dialog)
+                dialog->close();
+        });
+        start->mainWindow()->dispatch(QStringLiteral("miCrewView"));
+        QCOMPARE(opened, QStringLiteral("frmCrewView"));
     }
 
     void theCommandLineIsOnePath() {
@@ -245,6 +277,31 @@ private slots:
         InstanceChannel later;
         QVERIFY(later.anotherProcessRunning());
         QVERIFY(!InstanceChannel::handOver("/races/nobody.trl"));
+    }
+
+    // The main instance has the phones: the display instance beside it does not even try.
+    void aDisplayInstanceBesideAMainInstanceLeavesItTheCrewView() {
+        const quint16 port = crewViewOnAFreePort();
+        Process mainInstance({OtherInstance::holdMain});
+        QVERIFY(mainInstance.holding());
+        dialogs->queueAnswer(Answer::Ok);
+        auto start = startup({}, relayFolder.path());
+        QCOMPARE(start->run(), std::nullopt);
+        QVERIFY(start->weatherStation()->isDisplay());
+        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, 0);
+    }
+
+    // Another process that is no main instance - a display whose main instance has ended -
+    // leaves the phones to this one.
+    void aDisplayInstanceWithNoMainInstanceServesTheCrewView() {
+        const quint16 port = crewViewOnAFreePort();
+        Process otherDisplay({OtherInstance::holdDisplay});
+        QVERIFY(otherDisplay.holding());
+        dialogs->queueAnswer(Answer::Ok);
+        auto start = startup({}, relayFolder.path());
+        QCOMPARE(start->run(), std::nullopt);
+        QVERIFY(start->weatherStation()->isDisplay());
+        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, 200);
     }
 
     void withoutTheRelayADisplayInstanceEndsInSilence() {
