@@ -3,11 +3,27 @@
 #include "feed/WeatherFeed.h"
 #include "ui/shell/MainWindow.h"
 
+#include <QApplication>
+#include <QPainter>
 #include <QPixmap>
 #include <QTextStream>
 #include <QTimer>
 
 namespace DemoRecorder {
+
+namespace {
+
+// The main window, and a dialog a command opened drawn over it where it stands.
+QPixmap pictureOf(MainWindow& window, QWidget* dialog) {
+    QPixmap picture = window.grab();
+    if (dialog) {
+        QPainter painter(&picture);
+        painter.drawPixmap(window.mapFromGlobal(dialog->geometry().topLeft()), dialog->grab());
+    }
+    return picture;
+}
+
+} // namespace
 
 void install(MainWindow& window) {
     if (qEnvironmentVariableIsSet("TARNWICK_ECHO_STATUS")) {
@@ -28,9 +44,13 @@ void install(MainWindow& window) {
     if (!ok || quitAfter <= 0)
         return;
     QTimer::singleShot(quitAfter, &window, [&window] {
+        QWidget* dialog = QApplication::activeModalWidget();
         const QString picture = qEnvironmentVariable("TARNWICK_SCREENSHOT");
         if (!picture.isEmpty())
-            window.grab().save(picture, "PNG");
+            pictureOf(window, dialog).save(picture, "PNG");
+        // A dialog a command left open would keep the program from ending.
+        if (dialog)
+            dialog->close();
         window.close();
     });
 }
