@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-    build-essential cmake ninja-build pkg-config ccache clang libclang-rt-14-dev clang-format
+    build-essential cmake ninja-build pkg-config ccache clang lld libclang-rt-14-dev clang-format
     qt6-base-dev qt6-base-dev-tools qt6-serialport-dev qt6-httpserver-dev qt6-websockets-dev libqt6sql6-sqlite libqt6svg6 libgl-dev
     libqcustomplot-dev libqcustomplot2.1-qt6 libzip-dev libpugixml-dev libbenchmark-dev
     fonts-liberation fonts-dejavu-core
