@@ -5,6 +5,7 @@
 #include "prediction/ComputeFault.h"
 #include "prediction/EtModel.h"
 #include "prediction/LogPrediction.h"
+#include "prediction/RunOrder.h"
 #include "racelog/RaceLog.h"
 
 #include <QDateTime>
@@ -21,34 +22,54 @@ using NumberText::isNumeric;
 constexpr int TimeColumn = 1;
 constexpr int DateColumn = 2;
 
-// The runs that can take part: each has a time at some mark and an adjusted altitude.
-QList<int> usableRuns(const Inputs& in) {
-    QList<int> runs;
-    for (int row = 1; row < in.rowCount; ++row) {
-        if (farthestMark(in.cells, row) && isNumeric(in.cells(row, RunColumn::AA)))
-            runs.append(row);
+// The pairs of run and reference the mode sets against each other, grouped by run.
+QList<std::pair<int, int>> pairsOf(const Inputs& in, Mode mode) {
+    const QList<int> runs = RunOrder::countingRunsInTimeOrder(in.cells, in.rowCount);
+    QList<std::pair<int, int>> pairs;
+    if (mode == Mode::OnTheDay) {
+        for (qsizetype i = 1; i < runs.size(); ++i)
+            pairs.append({runs[i], runs[i - 1]});
+        return pairs;
     }
-    return runs;
+    QList<int> byRow = runs;
+    std::sort(byRow.begin(), byRow.end());
+    for (const int run : byRow) {
+        for (const int reference : byRow) {
+            if (reference != run)
+                pairs.append({run, reference});
+        }
+    }
+    return pairs;
 }
 
-// Every run predicted from every other run timed to the same mark. A pair whose numbers do
-// not compute is left out, as the live prediction would show nothing for it.
-QList<Prediction> predictionsOf(const Inputs& in, const QString& performanceFactor) {
-    const QList<int> runs = usableRuns(in);
-    QList<Prediction> predictions;
-    for (const int run : runs) {
-        const int mark = *farthestMark(in.cells, run);
-        const double actualEt = *NumberText::toDouble(in.cells(run, mark));
-        for (const int reference : runs) {
-            if (reference == run || farthestMark(in.cells, reference) != mark)
-                continue;
-            try {
-                const auto et = PredictionModel::predictEt(
-                    in.cells, reference, in.cells(run, RunColumn::AA), performanceFactor);
-                if (et)
-                    predictions.append({run, reference, actualEt, *et});
-            } catch (const ComputeFault&) {
+// Each pair timed to the same mark, predicted. A pair whose numbers do not compute is left
+// out, as the live prediction would show nothing for it.
+QList<Prediction> predictionsOf(const Inputs& in, Mode mode, const QString& performanceFactor) {
+    const QList<std::pair<int, int>> pairs = pairsOf(in, mode);
+    // Each run's mark and time, read once for the whole log.
+    struct Timed {
+        int mark = 0;
+        double et = 0;
+    };
+    QList<Timed> timed(in.rowCount);
+    for (const auto& [run, reference] : pairs) {
+        for (const int row : {run, reference}) {
+            if (timed[row].mark == 0) {
+                timed[row].mark = *farthestMark(in.cells, row);
+                timed[row].et = *NumberText::toDouble(in.cells(row, timed[row].mark));
             }
+        }
+    }
+    QList<Prediction> predictions;
+    for (const auto& [run, reference] : pairs) {
+        if (timed[reference].mark != timed[run].mark)
+            continue;
+        try {
+            const auto et = PredictionModel::predictEt(
+                in.cells, reference, in.cells(run, RunColumn::AA), performanceFactor);
+            if (et)
+                predictions.append({run, reference, timed[run].et, *et});
+        } catch (const ComputeFault&) {
         }
     }
     return predictions;
@@ -180,15 +201,15 @@ double binWidth(double span) {
 
 } // namespace
 
-Report check(const Inputs& inputs) {
+Report check(const Inputs& inputs, Mode mode) {
     Report report;
     report.factorIsNumber = isNumeric(inputs.performanceFactor);
     if (!report.factorIsNumber) {
         // The pairs themselves do not depend on the factor; any number reads them.
-        report.best = bestFactorOf(predictionsOf(inputs, QStringLiteral("0")));
+        report.best = bestFactorOf(predictionsOf(inputs, mode, QStringLiteral("0")));
         return report;
     }
-    report.predictions = predictionsOf(inputs, inputs.performanceFactor);
+    report.predictions = predictionsOf(inputs, mode, inputs.performanceFactor);
     report.best = bestFactorOf(report.predictions);
     if (report.predictions.isEmpty())
         return report;
@@ -201,7 +222,7 @@ Report check(const Inputs& inputs) {
     Moments moments;
     for (int row = 0; row < inputs.rowCount; ++row)
         moments.append(momentOf(inputs.cells, row));
-    // The predictions come grouped by run, in run order.
+    // The predictions come grouped by run.
     double worstError = -1;
     for (qsizetype first = 0; first < all.size();) {
         qsizetype end = first;
@@ -219,8 +240,8 @@ Report check(const Inputs& inputs) {
     return report;
 }
 
-Report check(const RaceLog& log) {
-    return check({LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf});
+Report check(const RaceLog& log, Mode mode) {
+    return check({LogPrediction::runCells(log), log.runs().tableRows(), log.content().pf}, mode);
 }
 
 Histogram histogram(const QList<Prediction>& predictions) {

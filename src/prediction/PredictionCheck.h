@@ -9,12 +9,17 @@
 
 class RaceLog;
 
-// How far a log's predictions can be trusted. Every run with a time and an adjusted altitude
-// is predicted from each other such run taken as the reference run, by the prediction the
-// log makes live and with the log's own performance factor, and each prediction is set
-// against the time the run made. Only times at the same distance are compared: a quarter
-// mile run never predicts an eighth.
+// How far a log's predictions can be trusted. Runs with a time and an adjusted altitude are
+// predicted from other such runs taken as the reference run, by the prediction the log makes
+// live and with the log's own performance factor, and each prediction is set against the time
+// the run made. Only times at the same distance are compared: a quarter mile run never
+// predicts an eighth.
 namespace PredictionCheck {
+
+// Which runs predict which. On the day, each run is predicted from the run made just before
+// it, as the crew had it in hand when the car went up; from every other run, each run is
+// predicted from all the others, which tells how well the factor fits the whole log.
+enum class Mode { OnTheDay, EveryOther };
 
 // The run table and the factor the check reads: rowCount counts the header row, so the runs
 // are rows 1 to rowCount - 1.
@@ -49,9 +54,11 @@ struct BestFactor {
 };
 
 struct Report {
-    bool factorIsNumber = false;   // nothing is predicted from a factor that is not a number
-    QList<RunCheck> runs;          // in run order; a run with no reference is left out
-    QList<Prediction> predictions; // every run from every reference
+    bool factorIsNumber = false; // nothing is predicted from a factor that is not a number
+    // In run order from every other run, in time order on the day; a run with no reference is
+    // left out.
+    QList<RunCheck> runs;
+    QList<Prediction> predictions; // grouped by run, in the order of runs
     double meanAbsoluteError = 0;  // over all predictions
     int worstRun = 0;              // the run with the largest mean error; 0 when none
     // Found whether the log's own factor is a number or not; nullopt when no two runs can be
@@ -59,8 +66,8 @@ struct Report {
     std::optional<BestFactor> best;
 };
 
-Report check(const Inputs& inputs);
-Report check(const RaceLog& log);
+Report check(const Inputs& inputs, Mode mode);
+Report check(const RaceLog& log, Mode mode);
 
 // The errors counted in bins of equal width for the picture of their spread: bin i holds the
 // errors from start + i x width up to the next bin. The width is 1, 2 or 5 times a power of

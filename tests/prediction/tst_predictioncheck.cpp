@@ -8,6 +8,7 @@
 
 using namespace RunColumn;
 using PredictionCheck::Inputs;
+using enum PredictionCheck::Mode;
 
 namespace {
 
@@ -85,6 +86,9 @@ private slots:
     void bestFactorRecoversTheCarsFactor();
     void bestFactorIsTheLeastErrorOfEveryHundredth();
     void theHistogramCountsEveryErrorInTidyBins();
+    void onTheDayEachRunIsPredictedFromTheRunMadeBeforeIt();
+    void onTheDayARunWithoutDateAndTimeFollowsTheRunAboveIt();
+    void onTheDayRunsAtAnotherDistanceAreNotCompared();
 };
 
 void PredictionCheckTest::eachRunIsPredictedFromEveryOtherRunAtItsDistance() {
@@ -94,7 +98,7 @@ void PredictionCheckTest::eachRunIsPredictedFromEveryOtherRunAtItsDistance() {
     table.addRun({{Ft660, "6.1000"}, {AA, "2050"}}); // an eighth mile: nobody to compare with
     table.addRun({{Ft1320, "9.4900"}, {AA, "1900"}});
     table.addRun({{Ft1320, "9.4000"}}); // no altitude
-    const auto report = PredictionCheck::check(inputsOf(table, 6, "5"));
+    const auto report = PredictionCheck::check(inputsOf(table, 6, "5"), EveryOther);
 
     QVERIFY(report.factorIsNumber);
     QCOMPARE(report.predictions.size(), 6);
@@ -126,7 +130,7 @@ void PredictionCheckTest::theNearestReferenceIsTheNearestInTimeAndTheEarlierOnAT
     table.addRun({{Ft1320, "9.53"}, {AA, "2030"}, {Time, "03:20pm"}, {Date, "11/21/26"}});
     // The next morning: the evening before is nearer than the first afternoon run.
     table.addRun({{Ft1320, "9.54"}, {AA, "2040"}, {Time, "09:00am"}, {Date, "11/22/26"}});
-    const auto report = PredictionCheck::check(inputsOf(table, 6, "4"));
+    const auto report = PredictionCheck::check(inputsOf(table, 6, "4"), EveryOther);
 
     QCOMPARE(report.runs.size(), 5);
     QCOMPARE(report.runs[0].nearest.reference, 2);
@@ -141,7 +145,7 @@ void PredictionCheckTest::aRunWithoutADateIsComparedByItsTimeOfDay() {
     table.addRun({{Ft1320, "9.50"}, {AA, "2000"}, {Time, "10:00am"}});
     table.addRun({{Ft1320, "9.51"}, {AA, "2010"}, {Time, "10:10am"}, {Date, "11/21/26"}});
     table.addRun({{Ft1320, "9.52"}, {AA, "2020"}, {Time, "10:25am"}, {Date, "11/21/26"}});
-    const auto report = PredictionCheck::check(inputsOf(table, 4, "4"));
+    const auto report = PredictionCheck::check(inputsOf(table, 4, "4"), EveryOther);
     QCOMPARE(report.runs[0].nearest.reference, 2);
     QCOMPARE(report.runs[1].nearest.reference, 1);
     QCOMPARE(report.runs[2].nearest.reference, 2);
@@ -153,7 +157,7 @@ void PredictionCheckTest::runsWithoutTimesTakeTheNearestRunOfTheTable() {
     table.addRun({{Ft1320, "9.51"}, {AA, "2010"}, {Time, "02:00pm"}});
     table.addRun({{Ft1320, "9.52"}, {AA, "2020"}});
     table.addRun({{Ft1320, "9.53"}, {AA, "2030"}, {Time, "05:00pm"}});
-    const auto report = PredictionCheck::check(inputsOf(table, 5, "4"));
+    const auto report = PredictionCheck::check(inputsOf(table, 5, "4"), EveryOther);
 
     QCOMPARE(report.runs[0].nearest.reference, 2);
     QCOMPARE(report.runs[1].nearest.reference, 4); // timed runs find each other, hours apart
@@ -164,7 +168,7 @@ void PredictionCheckTest::runsWithoutTimesTakeTheNearestRunOfTheTable() {
 void PredictionCheckTest::theWorstRunHasTheLargestMeanError() {
     const QList<Run> runs{{9.50, 2000}, {9.62, 2050}, {9.49, 2100}, {9.52, 2150}};
     const auto table = tableOf(runs);
-    const auto report = PredictionCheck::check(inputsOf(table, 5, "6"));
+    const auto report = PredictionCheck::check(inputsOf(table, 5, "6"), EveryOther);
 
     int worst = 0;
     double worstError = -1;
@@ -186,13 +190,13 @@ void PredictionCheckTest::theWorstRunHasTheLargestMeanError() {
 
 void PredictionCheckTest::aFactorThatIsNoNumberPredictsNothing() {
     const auto table = tableOf({{9.5, 2000}, {9.6, 2100}});
-    const auto report = PredictionCheck::check(inputsOf(table, 3, "abc"));
+    const auto report = PredictionCheck::check(inputsOf(table, 3, "abc"), EveryOther);
     QVERIFY(!report.factorIsNumber);
     QVERIFY(report.predictions.isEmpty());
     QVERIFY(report.runs.isEmpty());
     QCOMPARE(report.worstRun, 0);
     // The best factor needs none of the log's own.
-    QVERIFY(PredictionCheck::check(inputsOf(table, 3, "abc")).best);
+    QVERIFY(PredictionCheck::check(inputsOf(table, 3, "abc"), EveryOther).best);
 }
 
 void PredictionCheckTest::aPairThatDoesNotComputeIsLeftOut() {
@@ -200,7 +204,7 @@ void PredictionCheckTest::aPairThatDoesNotComputeIsLeftOut() {
     table.addRun({{Ft1320, "9.5"}, {AA, "1e308"}});
     table.addRun({{Ft1320, "9.6"}, {AA, "-1e308"}});
     table.addRun({{Ft1320, "9.7"}, {AA, "-1e308"}});
-    const auto report = PredictionCheck::check(inputsOf(table, 4, "5"));
+    const auto report = PredictionCheck::check(inputsOf(table, 4, "5"), EveryOther);
     // Only runs 2 and 3 share an altitude that can be computed from.
     QCOMPARE(report.predictions.size(), 2);
     QCOMPARE(report.predictions[0].run, 2);
@@ -214,7 +218,7 @@ void PredictionCheckTest::aLogWithOneUsableRunHasNothingToCheck() {
     table.addRun({{Ft1320, "9.6"}});
     table.addRun({{AA, "2100"}});
     const Inputs in = inputsOf(table, 4, "5");
-    const auto report = PredictionCheck::check(in);
+    const auto report = PredictionCheck::check(in, EveryOther);
     QVERIFY(report.factorIsNumber);
     QVERIFY(report.predictions.isEmpty());
     QVERIFY(report.runs.isEmpty());
@@ -233,7 +237,7 @@ void PredictionCheckTest::theLogDocumentIsReadAsItStands() {
         data.grid.setCell(2, AA, "2200");
         data.pf = "3";
     });
-    const auto report = PredictionCheck::check(log);
+    const auto report = PredictionCheck::check(log, EveryOther);
     QCOMPARE(report.predictions.size(), 2);
     QCOMPARE(report.predictions[0].et.predictedEt, modelEt(9.54, 2200, 2000, 3));
     QCOMPARE(report.predictions[1].et.predictedEt, modelEt(9.5, 2000, 2200, 3));
@@ -255,7 +259,7 @@ void PredictionCheckTest::bestFactorRecoversTheCarsFactor() {
     QFETCH(double, pf);
     const QList<Run> runs = generatedRuns(seed, pf, 0.0001);
     const auto table = tableOf(runs);
-    const auto best = PredictionCheck::check(inputsOf(table, 41, "0")).best;
+    const auto best = PredictionCheck::check(inputsOf(table, 41, "0"), EveryOther).best;
     QVERIFY(best);
     QVERIFY2(std::fabs(best->performanceFactor - pf) <= 0.01 + 1e-9,
              qPrintable(QString::number(best->performanceFactor)));
@@ -266,7 +270,7 @@ void PredictionCheckTest::bestFactorIsTheLeastErrorOfEveryHundredth() {
     // Timing noise this large hides the car's factor; the best one is still the least error.
     const QList<Run> runs = generatedRuns(7, 5.0, 0.02, 25);
     const auto table = tableOf(runs);
-    const auto best = PredictionCheck::check(inputsOf(table, 26, "1")).best;
+    const auto best = PredictionCheck::check(inputsOf(table, 26, "1"), EveryOther).best;
     QVERIFY(best);
     double least = 1e9;
     for (int hundredths = -3000; hundredths <= 4000; ++hundredths)
@@ -281,7 +285,8 @@ void PredictionCheckTest::theHistogramCountsEveryErrorInTidyBins() {
     // one-foot step, so the errors are known to the test.
     const QList<Run> runs{{9.500, 2000}, {9.503, 2000}, {9.510, 2000}};
     const auto table = tableOf(runs);
-    const auto report = PredictionCheck::check(inputsOf(table, 4, "10")); // no correction
+    const auto report =
+        PredictionCheck::check(inputsOf(table, 4, "10"), EveryOther); // no correction
     QList<double> errors;
     for (const auto& p : report.predictions)
         errors.append(p.error());
@@ -294,6 +299,66 @@ void PredictionCheckTest::theHistogramCountsEveryErrorInTidyBins() {
     QVERIFY(std::fabs(bins.width - 0.002) < 1e-12);
     QVERIFY(std::fabs(bins.start + 0.010) < 1e-12);
     QCOMPARE(bins.counts, (QList<int>{1, 1, 0, 1, 0, 0, 1, 0, 1, 0, 1}));
+}
+
+void PredictionCheckTest::onTheDayEachRunIsPredictedFromTheRunMadeBeforeIt() {
+    // Entered out of order: row 3 ran first, then row 1, row 4 the next morning, row 2 last.
+    SampleRunTable table;
+    table.addRun({{Ft1320, "9.51"}, {AA, "2010"}, {Time, "02:00pm"}, {Date, "11/21/26"}});
+    table.addRun({{Ft1320, "9.54"}, {AA, "2040"}, {Time, "11:00am"}, {Date, "11/22/26"}});
+    table.addRun({{Ft1320, "9.50"}, {AA, "2000"}, {Time, "01:00pm"}, {Date, "11/21/26"}});
+    table.addRun({{Ft1320, "9.53"}, {AA, "2030"}, {Time, "09:00am"}, {Date, "11/22/26"}});
+    const auto report = PredictionCheck::check(inputsOf(table, 5, "4"), OnTheDay);
+
+    const QList<std::pair<int, int>> pairs{{1, 3}, {4, 1}, {2, 4}};
+    const QMap<int, Run> runs{
+        {1, {9.51, 2010}}, {2, {9.54, 2040}}, {3, {9.50, 2000}}, {4, {9.53, 2030}}};
+    QCOMPARE(report.predictions.size(), pairs.size());
+    QCOMPARE(report.runs.size(), pairs.size());
+    double sum = 0;
+    for (qsizetype i = 0; i < pairs.size(); ++i) {
+        const auto [run, reference] = pairs[i];
+        const double predicted = modelEt(runs[reference].et, runs[reference].aa, runs[run].aa, 4);
+        QCOMPARE(report.predictions[i].run, run);
+        QCOMPARE(report.predictions[i].reference, reference);
+        QCOMPARE(report.predictions[i].et.predictedEt, predicted);
+        QCOMPARE(report.runs[i].nearest.run, run);
+        QCOMPARE(report.runs[i].meanAbsoluteError, std::fabs(runs[run].et - predicted));
+        sum += std::fabs(runs[run].et - predicted);
+    }
+    QCOMPARE(report.meanAbsoluteError, sum / 3);
+}
+
+void PredictionCheckTest::onTheDayARunWithoutDateAndTimeFollowsTheRunAboveIt() {
+    SampleRunTable table;
+    table.addRun({{Ft1320, "9.50"}, {AA, "2000"}, {Time, "03:00pm"}, {Date, "11/21/26"}});
+    table.addRun({{Ft1320, "9.51"}, {AA, "2010"}});                    // after row 1
+    table.addRun({{Ft1320, "9.52"}, {AA, "2020"}, {Time, "01:00pm"}}); // no date: after row 2
+    table.addRun({{Ft1320, "9.53"}, {AA, "2030"}, {Time, "02:00pm"}, {Date, "11/21/26"}});
+    const auto report = PredictionCheck::check(inputsOf(table, 5, "4"), OnTheDay);
+    // In time: 4 (2:00pm), then 1 (3:00pm) with 2 and 3 after it as the table has them.
+    QCOMPARE(report.predictions.size(), 3);
+    QCOMPARE(std::pair(report.predictions[0].run, report.predictions[0].reference),
+             std::pair(1, 4));
+    QCOMPARE(std::pair(report.predictions[1].run, report.predictions[1].reference),
+             std::pair(2, 1));
+    QCOMPARE(std::pair(report.predictions[2].run, report.predictions[2].reference),
+             std::pair(3, 2));
+}
+
+void PredictionCheckTest::onTheDayRunsAtAnotherDistanceAreNotCompared() {
+    SampleRunTable table;
+    table.addRun({{Ft1320, "9.50"}, {AA, "2000"}});
+    table.addRun({{Ft660, "6.10"}, {AA, "2010"}}); // an eighth: neither predicted nor predicting
+    table.addRun({{Ft1320, "9.52"}, {AA, "2020"}});
+    table.addRun({{Ft1320, "9.53"}}); // no altitude: does not count
+    table.addRun({{Ft1320, "9.54"}, {AA, "2040"}});
+    const auto report = PredictionCheck::check(inputsOf(table, 6, "4"), OnTheDay);
+    // Run 3 follows the eighth-mile run 2, so nothing predicts it; run 5 follows run 3.
+    QCOMPARE(report.predictions.size(), 1);
+    QCOMPARE(report.predictions[0].run, 5);
+    QCOMPARE(report.predictions[0].reference, 3);
+    QCOMPARE(report.predictions[0].et.predictedEt, modelEt(9.52, 2020, 2040, 4));
 }
 
 QTEST_GUILESS_MAIN(PredictionCheckTest)

@@ -121,7 +121,8 @@ void PredictionCheckDialog::buildControls() {
 }
 
 void PredictionCheckDialog::check() {
-    const PredictionCheck::Report report = PredictionCheck::check(log);
+    const PredictionCheck::Report report =
+        PredictionCheck::check(log, PredictionCheck::Mode::EveryOther);
     showSummary(report);
     showRuns(report);
     showErrors(report);

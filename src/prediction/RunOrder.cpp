@@ -1,0 +1,55 @@
+#include "prediction/RunOrder.h"
+
+#include "core/DateText.h"
+#include "core/NumberText.h"
+
+#include <QDateTime>
+#include <algorithm>
+#include <optional>
+
+namespace RunOrder {
+
+namespace {
+
+// The columns of the moment a run was made.
+constexpr int TimeColumn = 1;
+constexpr int DateColumn = 2;
+
+std::optional<QDateTime> madeAt(const RunCells& cells, int row) {
+    const auto time = DateText::parse(cells(row, TimeColumn));
+    const auto date = DateText::parse(cells(row, DateColumn));
+    if (!time || !time->time || !date || !date->date)
+        return std::nullopt;
+    return QDateTime(*date->date, *time->time);
+}
+
+} // namespace
+
+bool counts(const RunCells& cells, int row) {
+    return farthestMark(cells, row) && NumberText::isNumeric(cells(row, RunColumn::AA));
+}
+
+QList<int> countingRunsInTimeOrder(const RunCells& cells, int rowCount) {
+    struct Placed {
+        std::optional<QDateTime> moment; // its own, or that of the run above it
+        int row;
+    };
+    QList<Placed> runs;
+    std::optional<QDateTime> above;
+    for (int row = 1; row < rowCount; ++row) {
+        if (const auto moment = madeAt(cells, row))
+            above = moment;
+        if (counts(cells, row))
+            runs.append({above, row});
+    }
+    // Runs before the first dated one come first; equal moments keep the table's order.
+    std::stable_sort(runs.begin(), runs.end(),
+                     [](const Placed& a, const Placed& b) { return a.moment < b.moment; });
+    QList<int> rows;
+    rows.reserve(runs.size());
+    for (const Placed& run : runs)
+        rows.append(run.row);
+    return rows;
+}
+
+} // namespace RunOrder
