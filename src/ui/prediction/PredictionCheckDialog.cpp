@@ -1,12 +1,15 @@
 #include "ui/prediction/PredictionCheckDialog.h"
 
 #include "core/NumberText.h"
+#include "prediction/LikelyMiss.h"
+#include "prediction/TrustTexts.h"
 #include "racelog/RaceLog.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -51,6 +54,11 @@ PredictionCheckDialog::PredictionCheckDialog(RaceLog& log, QWidget* parent)
     connect(&log.undoStack(), &QUndoStack::indexChanged, this, &PredictionCheckDialog::check);
     connect(usePfButton, &QPushButton::clicked, this, &PredictionCheckDialog::useBestFactor);
     connect(closeButton, &QPushButton::clicked, this, &QDialog::close);
+    for (QRadioButton* button : {onTheDayButton, everyOtherButton})
+        connect(button, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                check();
+        });
     check();
 }
 
@@ -65,6 +73,16 @@ PredictionCheckDialog* PredictionCheckDialog::showFor(RaceLog& log, QWidget* par
 }
 
 void PredictionCheckDialog::buildControls() {
+    onTheDayButton = new QRadioButton(QStringLiteral("As predicted on the &day"));
+    onTheDayButton->setObjectName(QStringLiteral("optOnTheDay"));
+    onTheDayButton->setToolTip(
+        QStringLiteral("Each run predicted from the run made before it, as the crew had it"));
+    onTheDayButton->setChecked(true);
+    everyOtherButton = new QRadioButton(QStringLiteral("From &every other run"));
+    everyOtherButton->setObjectName(QStringLiteral("optEveryOther"));
+    everyOtherButton->setToolTip(
+        QStringLiteral("Each run predicted from all the others: how well the factor fits"));
+
     summaryLabel = new QLabel;
     summaryLabel->setObjectName(QStringLiteral("lblSummary"));
     summaryLabel->setWordWrap(true);
@@ -113,16 +131,25 @@ void PredictionCheckDialog::buildControls() {
     bar->addWidget(usePfButton);
     bar->addStretch();
     bar->addWidget(closeButton);
+    auto* modes = new QHBoxLayout;
+    modes->addWidget(onTheDayButton);
+    modes->addWidget(everyOtherButton);
+    modes->addStretch();
     auto* layout = new QVBoxLayout(this);
+    layout->addLayout(modes);
     layout->addWidget(summaryLabel);
     layout->addWidget(split, 1);
     layout->addLayout(bar);
     resize(820, 480);
 }
 
+PredictionCheck::Mode PredictionCheckDialog::mode() const {
+    return onTheDayButton->isChecked() ? PredictionCheck::Mode::OnTheDay
+                                       : PredictionCheck::Mode::EveryOther;
+}
+
 void PredictionCheckDialog::check() {
-    const PredictionCheck::Report report =
-        PredictionCheck::check(log, PredictionCheck::Mode::EveryOther);
+    const PredictionCheck::Report report = PredictionCheck::check(log, mode());
     showSummary(report);
     showRuns(report);
     showErrors(report);
@@ -145,6 +172,18 @@ void PredictionCheckDialog::showSummary(const PredictionCheck::Report& report) {
         if (run.nearest.run == report.worstRun)
             worstError = run.meanAbsoluteError;
     }
+    if (mode() == PredictionCheck::Mode::OnTheDay) {
+        summaryLabel->setText(
+            QStringLiteral("PF %1: %2 runs predicted from the run before them. Mean absolute "
+                           "error %3. %4. Worst run: #%5, off by %6.")
+                .arg(log.content().pf)
+                .arg(report.runs.size())
+                .arg(seconds(report.meanAbsoluteError))
+                .arg(TrustTexts::likelyMiss(LikelyMiss::of(report.predictions)))
+                .arg(report.worstRun)
+                .arg(seconds(worstError)));
+        return;
+    }
     summaryLabel->setText(
         QStringLiteral("PF %1: %2 runs checked, %3 predictions. Mean absolute error %4. "
                        "Worst run: #%5, off by %6 on average.")
@@ -156,7 +195,9 @@ void PredictionCheckDialog::showSummary(const PredictionCheck::Report& report) {
             .arg(seconds(worstError)));
 }
 
+// On the day a run has one prediction, so its mean error is its error and is not shown.
 void PredictionCheckDialog::showRuns(const PredictionCheck::Report& report) {
+    gridCheck->setColumnHidden(5, mode() == PredictionCheck::Mode::OnTheDay);
     gridCheck->setRowCount(int(report.runs.size()));
     for (int row = 0; row < report.runs.size(); ++row) {
         const PredictionCheck::RunCheck& run = report.runs[row];

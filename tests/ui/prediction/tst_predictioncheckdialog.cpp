@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QRandomGenerator>
 #include <QTableWidget>
 #include <QTest>
@@ -99,6 +100,13 @@ class TestPredictionCheckDialog : public QObject {
         return log->findChild<PredictionCheckDialog*>("frmPredictionCheck");
     }
 
+    // The dialog switched to every run predicted from all the others.
+    PredictionCheckDialog* openCheckFromEveryOtherRun(RaceLogWindow* log) {
+        PredictionCheckDialog* dialog = openCheck(log);
+        dialog->findChild<QRadioButton*>("optEveryOther")->click();
+        return dialog;
+    }
+
 private slots:
     void init() {
         home = std::make_unique<TestHome>();
@@ -129,7 +137,7 @@ private slots:
         const QList<Run> runs = fortyRuns();
         fill(log, runs);
         log->document().setField(RaceLog::Field::PF, "4.6");
-        PredictionCheckDialog* dialog = openCheck(log);
+        PredictionCheckDialog* dialog = openCheckFromEveryOtherRun(log);
         auto* grid = dialog->findChild<QTableWidget*>("gridCheck");
         QCOMPARE(grid->rowCount(), 40);
         QCOMPARE(grid->horizontalHeaderItem(3)->text(), QStringLiteral("Predicted ET"));
@@ -177,7 +185,7 @@ private slots:
         const QList<Run> runs = fortyRuns();
         fill(log, runs);
         log->document().setField(RaceLog::Field::PF, "3");
-        PredictionCheckDialog* dialog = openCheck(log);
+        PredictionCheckDialog* dialog = openCheckFromEveryOtherRun(log);
 
         int best = 0;
         double least = 1e9;
@@ -228,7 +236,7 @@ private slots:
         PredictionWindows windows;
         RaceLogWindow* log = windows.newLog();
         setCells(log, 1, {{Ft1320, "9.5"}, {AA, "2000"}});
-        PredictionCheckDialog* dialog = openCheck(log);
+        PredictionCheckDialog* dialog = openCheckFromEveryOtherRun(log);
         QVERIFY(dialog->findChild<QLabel*>("lblSummary")->text().startsWith("No two runs"));
         QCOMPARE(dialog->findChild<QLabel*>("lblBestPF")->text(), QStringLiteral("Best PF: none"));
         QVERIFY(!dialog->findChild<QPushButton*>("cmdUsePF")->isEnabled());
@@ -239,6 +247,67 @@ private slots:
             data.grid.setCell(2, AA, "2100");
         });
         QCOMPARE(dialog->findChild<QTableWidget*>("gridCheck")->rowCount(), 2);
+    }
+
+    void onTheDayIsTheDefaultAndPredictsEachRunFromTheOneBefore() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        const QList<Run> runs = fortyRuns();
+        fill(log, runs);
+        log->document().setField(RaceLog::Field::PF, "4.6");
+        PredictionCheckDialog* dialog = openCheck(log);
+        QVERIFY(dialog->findChild<QRadioButton*>("optOnTheDay")->isChecked());
+        QCOMPARE(dialog->findChild<QRadioButton*>("optOnTheDay")->text(),
+                 QStringLiteral("As predicted on the &day"));
+        QCOMPARE(dialog->findChild<QRadioButton*>("optEveryOther")->text(),
+                 QStringLiteral("From &every other run"));
+        auto* grid = dialog->findChild<QTableWidget*>("gridCheck");
+        QCOMPARE(grid->rowCount(), 39);
+        QVERIFY(grid->isColumnHidden(5));
+
+        double sum = 0;
+        int worst = 1;
+        QList<double> misses;
+        for (int i = 1; i < 40; ++i) {
+            const double predicted = modelEt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 4.6);
+            const double error = runs[i].et - predicted;
+            QCOMPARE(grid->item(i - 1, 0)->text(), QString::number(i + 1));
+            QCOMPARE(grid->item(i - 1, 2)->text(), QString::number(i));
+            QCOMPARE(grid->item(i - 1, 3)->text(), fixed(predicted));
+            QCOMPARE(grid->item(i - 1, 4)->text(), signedFixed(error));
+            sum += std::fabs(error);
+            if (std::fabs(error) >
+                std::fabs(runs[worst].et -
+                          modelEt(runs[worst - 1].et, runs[worst - 1].aa, runs[worst].aa, 4.6)))
+                worst = i;
+            if (i >= 20)
+                misses.append(std::fabs(error));
+        }
+        // The likely miss: the 16th smallest of the last twenty misses, to the thousandth.
+        std::sort(misses.begin(), misses.end());
+        const double worstError = std::fabs(
+            runs[worst].et - modelEt(runs[worst - 1].et, runs[worst - 1].aa, runs[worst].aa, 4.6));
+        QCOMPARE(dialog->findChild<QLabel*>("lblSummary")->text(),
+                 QStringLiteral("PF 4.6: 39 runs predicted from the run before them. Mean "
+                                "absolute error %1 s. Likely miss: \u00b1%2 s (last 20 "
+                                "predictions). Worst run: #%3, off by %4 s.")
+                     .arg(fixed(sum / 39))
+                     .arg(QString::number(misses[15], 'f', 3))
+                     .arg(worst + 1)
+                     .arg(fixed(worstError)));
+
+        auto* bars =
+            qobject_cast<QCPBars*>(dialog->findChild<QCustomPlot*>("plotErrors")->plottable(0));
+        double counted = 0;
+        for (auto it = bars->data()->constBegin(); it != bars->data()->constEnd(); ++it)
+            counted += it->value;
+        QCOMPARE(counted, 39.0);
+
+        // From every other run: all forty, with their mean error over the others.
+        dialog->findChild<QRadioButton*>("optEveryOther")->click();
+        QCOMPARE(grid->rowCount(), 40);
+        QVERIFY(!grid->isColumnHidden(5));
+        QVERIFY(dialog->findChild<QLabel*>("lblSummary")->text().contains("1560 predictions"));
     }
 };
 
