@@ -41,7 +41,7 @@ QString firstStatus() {
 WeatherStation::WeatherStation(InstanceRole role, QObject* parent)
     : QObject(parent), instanceRole(role),
       lines({logs, prediction, openViews, isDisplay() ? nullptr : &dailyLog}),
-      lastStatus(firstStatus()) {
+      lastStatus(firstStatus()), trustKeeper(logs) {
     // The timers are found by their names under the window that holds the station.
     setUp(poll, "tmrMain", 20000);
     setUp(send, "tmrSend", 4000);

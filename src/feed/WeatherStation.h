@@ -5,6 +5,7 @@
 #include "feed/FeedWatchdog.h"
 #include "feed/InstrumentConnection.h"
 #include "feed/PagerSchedule.h"
+#include "feed/TrustKeeper.h"
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherLog.h"
 #include "prediction/PredictionSettings.h"
@@ -96,4 +97,5 @@ private:
     QTimer poll;
     QTimer send;
     PagerSchedule schedule;
+    TrustKeeper trustKeeper;
 };

@@ -1,5 +1,8 @@
 #include "prediction/LogPrediction.h"
 
+#include "prediction/LikelyMiss.h"
+#include "prediction/PredictionCheck.h"
+#include "prediction/TrackDrift.h"
 #include "racelog/RaceLog.h"
 
 namespace LogPrediction {
@@ -22,6 +25,7 @@ PredictionModel::Outcome predict(const RaceLog& log, int slot, bool deltaVP) {
         content.pageIdentifier,
         slot,
         deltaVP,
+        content.trackOffset,
     });
 }
 
@@ -38,6 +42,15 @@ void takeReading(RaceLog& log, const QString& adjustedAltitude, const QString& v
     if (settings.automaticUpdates)
         log.takeLiveWeather(adjustedAltitude, vaporPressure);
     publish(log, settings.deltaVP);
+}
+
+void weigh(RaceLog& log, const QDate& today) {
+    const RaceLogData& content = log.content();
+    const PredictionCheck::Report onTheDay =
+        PredictionCheck::check(log, PredictionCheck::Mode::OnTheDay);
+    const auto drift = TrackDrift::of(
+        {runCells(log), log.runs().tableRows(), content.refRunIndex + 1, content.pf, today});
+    log.trust().setMeasures(LikelyMiss::of(onTheDay.predictions), drift);
 }
 
 RunCompletion::Outcome completeRun(const RaceLog& log, int row) {

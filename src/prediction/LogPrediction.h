@@ -26,6 +26,10 @@ void publish(RaceLog& log, bool deltaVP);
 void takeReading(RaceLog& log, const QString& adjustedAltitude, const QString& vaporPressure,
                  const PredictionSettings& settings);
 
+// Works out afresh how far the log's prediction can be trusted and keeps it in the log: the
+// likely miss of its predictions on the day, and the track's drift over its runs of today.
+void weigh(RaceLog& log, const QDate& today);
+
 // The completion of the run in row from the log's reference run.
 RunCompletion::Outcome completeRun(const RaceLog& log, int row);
 

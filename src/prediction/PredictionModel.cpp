@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "prediction/ComputeFault.h"
 #include "prediction/EtModel.h"
+#include "prediction/TrustTexts.h"
 
 #include <cmath>
 
@@ -48,6 +49,14 @@ double throttleStop(double referenceET, double aaRef, double aaNow, double targe
     return checked(timerRef - (refAtZero - targetAtZero) * ratio);
 }
 
+// The track offset after the ET it moved, so the crew sees the ET is not the air's alone:
+// " (+0.012 trk)"; nothing while the offset is 0.
+QString trackOffsetPiece(double offset) {
+    if (offset == 0)
+        return {};
+    return QStringLiteral(" (") + TrustTexts::signedThousandths(offset) + QStringLiteral(" trk)");
+}
+
 // The change of vapor pressure since the reference run, when it is worth showing.
 QString vaporPressurePiece(const Inputs& in) {
     if (!in.deltaVP)
@@ -69,9 +78,12 @@ void predict(const Inputs& in, Outcome& out) {
     const auto et = predictEt(in.cells, in.referenceRow, in.adjustedAltitude, in.performanceFactor);
     if (!et)
         return;
-    QString sPredictionText =
-        QStringLiteral("ET: ") + format(et->predictedEt, QStringLiteral("##.0000"));
-    out.publications.append(publication(in, sPredictionText, et->predictedEt));
+    const double offset = toDouble(in.trackOffset).value_or(0.0);
+    const double predictedEt = checked(et->predictedEt + offset);
+    QString sPredictionText = QStringLiteral("ET: ") +
+                              format(predictedEt, QStringLiteral("##.0000")) +
+                              trackOffsetPiece(offset);
+    out.publications.append(publication(in, sPredictionText, predictedEt));
 
     const auto target = toDouble(in.targetEt);
     const auto timerRef = toDouble(in.cells(in.referenceRow, RunColumn::Timer2));
@@ -79,14 +91,16 @@ void predict(const Inputs& in, Outcome& out) {
     if (!target || !timerRef || !tsr)
         return;
     const double targetET = *target;
-    const double TS = throttleStop(et->referenceEt, et->referenceAltitude, et->altitude, targetET,
-                                   *timerRef, *tsr, et->sensitivity);
+    // The track takes the offset from whatever the timer makes, so the timer aims that much
+    // quicker than the target.
+    const double TS = throttleStop(et->referenceEt, et->referenceAltitude, et->altitude,
+                                   targetET - offset, *timerRef, *tsr, et->sensitivity);
     const bool showsSetting = TS > 0 && targetET > 0;
     if (showsSetting)
         sPredictionText += QStringLiteral("  TS @ ") + format(targetET, QStringLiteral("#0.00##")) +
                            QStringLiteral(": ") + format(TS, QStringLiteral("##.0000"));
     sPredictionText += vaporPressurePiece(in);
-    Publication line = publication(in, sPredictionText, et->predictedEt);
+    Publication line = publication(in, sPredictionText, predictedEt);
     if (showsSetting) {
         line.targetEt = targetET;
         line.throttleStop = TS;

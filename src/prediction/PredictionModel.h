@@ -24,6 +24,8 @@ struct Inputs {
     QString pageIdentifier;
     int slot = 0;         // the log's slot
     bool deltaVP = false; // report the change of vapor pressure
+    // Seconds the crew adds to the model's ET for the track; text that is no number adds none.
+    QString trackOffset;
 };
 
 // One publish of the prediction line: the log's piece of the page, its window caption and

@@ -165,6 +165,24 @@ bool readProperties(LogConnection& connection, Reader& reader) {
     return true;
 }
 
+// The values beyond the two tables. A file of an older program has no Extras, and keeps the
+// log's defaults; a value that is no number is counted like any other.
+void readExtras(LogConnection& connection, Reader& reader) {
+    QSqlQuery query(connection.database());
+    query.setForwardOnly(true);
+    if (!query.exec(QStringLiteral("SELECT \"Name\", \"Value\" FROM \"Extras\"")))
+        return;
+    while (query.next()) {
+        for (const LogFileSchema::Extra& extra : LogFileSchema::Extras) {
+            if (query.value(0).toString() != extra.name)
+                continue;
+            const QString value = query.value(1).toString();
+            reader.take(NumberText::isNumeric(value) ? std::optional(value) : std::nullopt,
+                        reader.log.*extra.source);
+        }
+    }
+}
+
 } // namespace
 
 LoadResult loadLog(const QString& path, RaceLogData& log) {
@@ -182,8 +200,10 @@ LoadResult loadLog(const QString& path, RaceLogData& log) {
         result.missingColumn = shape.missingColumn;
     } else if (shape.kind == LogConnection::Shape::Kind::RaceLog) {
         Reader reader{log};
-        if (readRuns(connection, reader) && readProperties(connection, reader))
+        if (readRuns(connection, reader) && readProperties(connection, reader)) {
+            readExtras(connection, reader);
             result.status = LoadResult::Status::Loaded;
+        }
         result.unreadValues = reader.unreadValues;
     }
     connection.exec(QStringLiteral("COMMIT"));

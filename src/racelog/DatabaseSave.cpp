@@ -143,6 +143,24 @@ bool writeProperties(LogConnection& connection, const RaceLogData& log, const QD
     return query.exec();
 }
 
+// Step three: the values beyond the two tables, each by name; the table is made by the first
+// save that writes one.
+bool writeExtras(LogConnection& connection, const RaceLogData& log, const QDateTime&) {
+    if (!connection.exec(LogFileSchema::ExtrasTableSql.toString()))
+        return false;
+    QSqlQuery query(connection.database());
+    if (!query.prepare(QStringLiteral(
+            "INSERT OR REPLACE INTO \"Extras\" (\"Name\", \"Value\") VALUES (?, ?)")))
+        return false;
+    for (const LogFileSchema::Extra& extra : LogFileSchema::Extras) {
+        query.bindValue(0, extra.name.toString());
+        query.bindValue(1, log.*extra.source);
+        if (!query.exec())
+            return false;
+    }
+    return true;
+}
+
 using Step = bool (*)(LogConnection&, const RaceLogData&, const QDateTime&);
 
 struct StepOf {
@@ -216,7 +234,8 @@ SaveResult saveRaceLog(const QString& path, const RaceLogData& log) {
         return SaveResult::CreateFailed;
     return runAsOneChange(path, log,
                           {{writeLogRows, SaveResult::LogTableFailed},
-                           {writeProperties, SaveResult::PropertiesFailed}});
+                           {writeProperties, SaveResult::PropertiesFailed},
+                           {writeExtras, SaveResult::PropertiesFailed}});
 }
 
 SaveFailureMessage saveFailureMessage(SaveResult result) {

@@ -19,8 +19,8 @@ struct Row {
     const char* controlName;
 };
 
-// VP is the last of the fields.
-inline constexpr std::size_t FieldCount = std::size_t(RaceLog::Field::VP) + 1;
+// The track offset is the last of the fields.
+inline constexpr std::size_t FieldCount = std::size_t(RaceLog::Field::TrackOffset) + 1;
 
 inline constexpr std::array<Row, FieldCount> Rows{{
     {RaceLog::Field::Date, &RaceLogFields::date, "Date", "txtDate"},
@@ -34,6 +34,7 @@ inline constexpr std::array<Row, FieldCount> Rows{{
     {RaceLog::Field::TargetET, &RaceLogFields::targetET, "Target ET", "txtTargetET"},
     {RaceLog::Field::AA, &RaceLogFields::aa, "AA", "txtAA"},
     {RaceLog::Field::VP, &RaceLogFields::vp, "VP", "txtVP"},
+    {RaceLog::Field::TrackOffset, &RaceLogFields::trackOffset, "Track Offset", "txtTrackOffset"},
 }};
 
 // Each row stands at its field's place, so a field finds its row by index; a row left out

@@ -43,6 +43,19 @@ constexpr int CarNumberLength = 5;
 // weather fields, which the log does not keep there (they are written as 0).
 QString RaceLogData::*propertySource(QStringView field);
 
+// The table Extras holds what the log keeps beyond the two tables of old, a row of text per
+// value, by name; readers that know only the two tables pass it by. A file without it, or
+// without a row, leaves the value at the log's default.
+struct Extra {
+    QStringView name;
+    QString RaceLogData::*source;
+};
+inline const std::array<Extra, 1> Extras{{
+    {u"TrackOffset", &RaceLogData::trackOffset},
+}};
+inline constexpr QStringView ExtrasTableSql =
+    u"CREATE TABLE IF NOT EXISTS \"Extras\" (\"Name\" TEXT PRIMARY KEY, \"Value\" TEXT)";
+
 // "CREATE TABLE ..." with the columns in order and the key constraint.
 QString createTableSql(QStringView table, std::span<const Field> fields);
 

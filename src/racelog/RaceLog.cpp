@@ -1,5 +1,6 @@
 #include "racelog/RaceLog.h"
 
+#include "core/NumberText.h"
 #include "racelog/LogFieldTable.h"
 #include "racelog/RunEdits.h"
 
@@ -83,7 +84,11 @@ RaceLog::RaceLog(QObject* parent) : QObject(parent) {
             [this](bool clean) { emit modifiedChanged(!clean); });
 }
 
-RaceLog::~RaceLog() = default;
+// The stack empties itself as it goes, after the parts of the log its listeners read are gone:
+// a log going away tells nobody of the steps that go with it.
+RaceLog::~RaceLog() {
+    undo.blockSignals(true);
+}
 
 QString RaceLog::field(Field field) const {
     return data.*member(field);
@@ -134,6 +139,20 @@ void RaceLog::takeLiveWeather(const QString& adjustedAltitude, const QString& va
     announce(before);
 }
 
+double RaceLog::trackOffset() const {
+    return NumberText::toDouble(data.trackOffset).value_or(0.0);
+}
+
+bool RaceLog::useTrackDrift() {
+    const auto& drift = trustNow.drift();
+    if (!drift)
+        return false;
+    const QString offset = NumberText::format(drift->seconds, QStringLiteral("0.000"));
+    change(QStringLiteral("Use Track Drift"),
+           [&offset](RaceLogData& log) { log.trackOffset = offset; });
+    return true;
+}
+
 void RaceLog::setFile(const QString& filePath, const QString& fileTitle) {
     path = filePath;
     title = fileTitle;
@@ -149,6 +168,7 @@ Database::LoadResult RaceLog::load(const QString& filePath) {
         data.grid.unmarkReferenceRun();
     announce(before);
     settle();
+    emit this->loaded();
     return loaded;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "racelog/Database.h"
+#include "racelog/PredictionTrust.h"
 #include "racelog/PublishedPrediction.h"
 #include "racelog/RaceLogData.h"
 
@@ -27,7 +28,8 @@ public:
         Notes,
         TargetET,
         AA,
-        VP
+        VP,
+        TrackOffset
     };
 
     explicit RaceLog(QObject* parent = nullptr);
@@ -68,6 +70,18 @@ public:
     PublishedPrediction& prediction() { return published; }
     const PublishedPrediction& prediction() const { return published; }
 
+    // The seconds the track runs slower than the air says, as the crew set it: added to every
+    // predicted ET of the log. 0 when the field holds no number.
+    double trackOffset() const;
+
+    // The track's drift becomes the track offset, as one step named "Use Track Drift"; false,
+    // nothing changed, while the log has no drift.
+    bool useTrackDrift();
+
+    // How far the log's prediction can be trusted now; the predictor works it out.
+    PredictionTrust& trust() { return trustNow; }
+    const PredictionTrust& trust() const { return trustNow; }
+
     // Whether the log's prediction goes into the periodic page; a setting of the moment, not
     // kept in the file.
     bool pagerPredictions() const { return pagerOn; }
@@ -95,6 +109,8 @@ signals:
     void referenceRunChanged();
     void modifiedChanged(bool modified);
     void fileChanged();
+    // The log was read from its file: everything in it may be new, with nothing to undo.
+    void loaded();
 
 private:
     friend class RaceLogChange;
@@ -112,6 +128,7 @@ private:
     QUndoStack undo;
     int openSlot = 0;
     PublishedPrediction published;
+    PredictionTrust trustNow;
     bool pagerOn = false;
     QString path;
     QString title;

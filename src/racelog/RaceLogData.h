@@ -21,6 +21,9 @@ struct RaceLogFields {
     QString notes;                             // txtNotes
     QString aa = QStringLiteral("0.00");       // txtAA, the prediction's adjusted altitude
     QString vp = QStringLiteral("0.00");       // txtVP, the prediction's vapor pressure
+    // txtTrackOffset, the seconds the crew adds to every predicted ET for a track that runs
+    // slower (or faster, below 0) than the air says
+    QString trackOffset = QStringLiteral("0");
 
     bool operator==(const RaceLogFields&) const = default;
 };

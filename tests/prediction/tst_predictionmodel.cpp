@@ -392,6 +392,50 @@ private slots:
         QCOMPARE(messages(out), QStringList{"RaceLog# 1> ET: 9.5000"});
     }
 
+    // The crew's track offset moves the ET and shows after it; the timer aims at the target
+    // less the offset, since the track adds the offset to whatever the timer makes.
+    void theTrackOffsetMovesTheEtAndTheTimer() {
+        Case c;
+        c.in.trackOffset = "0.012";
+        const Outcome out = c.compute();
+        const double sensitivity = 8.5e-6 - 5 * 8.5e-7;
+        const double et = 9.5 + sensitivity * ((2100 - 2000 + 1.0) * 9.5) + 0.012; // 9.516078
+        const double refAtZero = 9.5 + sensitivity * ((0 - 2000 + 1.0) * 9.5);
+        const double aimedAtZero = (9.50 - 0.012) + sensitivity * ((0 - 2100 + 1.0) * 9.488);
+        const double timer = 1.5 - (refAtZero - aimedAtZero) * (0.25 * 100.0);
+        QCOMPARE(out.publications.size(), 2);
+        QCOMPARE(*out.publications[1].predictedEt, et);
+        QCOMPARE(*out.publications[1].throttleStop, timer);
+        QCOMPARE(out.publications[0].caption, "Race Log# 1  ET: 9.5161 (+0.012 trk)");
+        QCOMPARE(out.publications[1].pagerMessage,
+                 "RaceLog# 1> ET: 9.5161 (+0.012 trk)  TS @ 9.50: " +
+                     QString::number(timer, 'f', 4) + " VP+0.025");
+    }
+
+    void aTrackFasterThanTheAirTakesTimeOff() {
+        Case c;
+        c.in.trackOffset = "-0.008";
+        c.in.targetEt.clear();
+        const Outcome out = c.compute();
+        // 9.504078 less 0.008
+        QCOMPARE(messages(out), QStringList{"RaceLog# 1> ET: 9.4961 (-0.008 trk)"});
+    }
+
+    void anOffsetOfNothingShowsNothing_data() {
+        QTest::addColumn<QString>("offset");
+        QTest::newRow("0") << "0";
+        QTest::newRow("empty") << "";
+        QTest::newRow("no number") << "abc";
+    }
+
+    void anOffsetOfNothingShowsNothing() {
+        QFETCH(QString, offset);
+        Case c;
+        c.in.trackOffset = offset;
+        QCOMPARE(c.compute().publications[1].pagerMessage,
+                 "RaceLog# 1> ET: 9.5041  TS @ 9.50: 1.3991 VP+0.025");
+    }
+
     void faultMessage() {
         const Dialogs::Message box = PredictionModel::faultMessage();
         QCOMPARE(box.text, "Failed to make a valid prediction!");

@@ -286,6 +286,7 @@ private slots:
             {Field::TargetET, &RaceLogFields::targetET, "Edit Target ET"},
             {Field::AA, &RaceLogFields::aa, "Edit AA"},
             {Field::VP, &RaceLogFields::vp, "Edit VP"},
+            {Field::TrackOffset, &RaceLogFields::trackOffset, "Edit Track Offset"},
         };
         QCOMPARE(LogFieldTable::Rows.size(), std::size_t(fields.size()));
         for (const auto& [field, member, step] : fields) {
@@ -531,6 +532,48 @@ private slots:
         QCOMPARE(proposal->finishRow, 2);
         QCOMPARE(proposal->finishColumn, 12);
         QCOMPARE(proposal->finishText, QStringLiteral("9.6009"));
+    }
+
+    // The offset the crew sets stays with the log and moves every prediction; taking the
+    // track's drift for it is one step.
+    void usingTheTrackDriftIsOneStepThatUndoTakesBack() {
+        RaceLog log;
+        QCOMPARE(log.content().trackOffset, QStringLiteral("0"));
+        QCOMPARE(log.trackOffset(), 0.0);
+        QVERIFY(!log.useTrackDrift());
+        QCOMPARE(log.undoStack().count(), 0);
+
+        QList<Field> changed;
+        connect(&log, &RaceLog::fieldChanged, this, [&changed](Field field) { changed << field; });
+        log.trust().setMeasures(std::nullopt, PredictionTrust::Drift{0.0123, 3});
+        QVERIFY(log.useTrackDrift());
+        QCOMPARE(log.content().trackOffset, QStringLiteral("0.012"));
+        QCOMPARE(log.trackOffset(), 0.012);
+        QCOMPARE(undoText(log), QStringLiteral("Use Track Drift"));
+        QCOMPARE(changed, QList<Field>{Field::TrackOffset});
+
+        log.undoStack().undo();
+        QCOMPARE(log.content().trackOffset, QStringLiteral("0"));
+        QCOMPARE(log.trackOffset(), 0.0);
+        log.undoStack().redo();
+        QCOMPARE(log.trackOffset(), 0.012);
+
+        // Text that is no number moves nothing.
+        log.setField(Field::TrackOffset, QStringLiteral("-"));
+        QCOMPARE(log.trackOffset(), 0.0);
+    }
+
+    void theMeasuresOfTrustSayWhenTheyChange() {
+        RaceLog log;
+        QSignalSpy changes(&log.trust(), &PredictionTrust::changed);
+        log.trust().setMeasures(PredictionTrust::Miss{0.004, 12}, std::nullopt);
+        QCOMPARE(changes.size(), 1);
+        log.trust().setMeasures(PredictionTrust::Miss{0.004, 12}, std::nullopt);
+        QCOMPARE(changes.size(), 1);
+        log.trust().setOutlook(QStringLiteral("Outlook: not enough weather"));
+        QCOMPARE(changes.size(), 2);
+        QCOMPARE(log.trust().likelyMiss()->predictions, 12);
+        QCOMPARE(log.trust().outlook(), QStringLiteral("Outlook: not enough weather"));
     }
 };
 

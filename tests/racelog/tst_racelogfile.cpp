@@ -587,6 +587,59 @@ private slots:
                  QStringLiteral("Race Log Property Information"));
         QVERIFY(saveFailureMessage(SaveResult::Ok).text.isEmpty());
     }
+
+    void theTrackOffsetIsKeptInATableOfExtras() {
+        TestHome home;
+        const QString path = logPath(home);
+        RaceLogData log;
+        log.trackOffset = "0.012";
+        RaceLogData back;
+        QVERIFY(saveAndReload(path, log, back));
+        QCOMPARE(back.trackOffset, QStringLiteral("0.012"));
+        QString key;
+        QCOMPARE(tableColumns(path, "Extras", &key), (QStringList{"Name TEXT", "Value TEXT"}));
+        QCOMPARE(key, QStringLiteral("Name"));
+        QCOMPARE(sql(path, "SELECT Value FROM Extras WHERE Name = 'TrackOffset'"),
+                 QStringLiteral("0.012"));
+
+        // A second save replaces the value; the table keeps one row per name.
+        log.trackOffset = "-0.004";
+        RaceLogData again;
+        QVERIFY(saveAndReload(path, log, again));
+        QCOMPARE(again.trackOffset, QStringLiteral("-0.004"));
+        QCOMPARE(sql(path, "SELECT count(*) FROM Extras"), QStringLiteral("1"));
+    }
+
+    void aFileWithoutExtrasLoadsWithNoOffset() {
+        TestHome home;
+        const QString path = logPath(home);
+        RaceLogData log;
+        log.trackOffset = "0.020";
+        QVERIFY(Database::saveRaceLog(path, log) == SaveResult::Ok);
+        // As a program that knows only the two tables leaves it.
+        QCOMPARE(SqliteShell::run(path, "DROP TABLE Extras").exitCode, 0);
+        RaceLogData back;
+        const Database::LoadResult loaded = Database::loadLog(path, back);
+        QVERIFY(loaded);
+        QCOMPARE(loaded.unreadValues, 0);
+        QCOMPARE(back.trackOffset, QStringLiteral("0"));
+    }
+
+    void anOffsetThatIsNoNumberIsCountedUnread() {
+        TestHome home;
+        const QString path = logPath(home);
+        const RaceLogData log;
+        QVERIFY(Database::saveRaceLog(path, log) == SaveResult::Ok);
+        QCOMPARE(SqliteShell::run(path, "UPDATE Extras SET Value = 'fast' "
+                                        "WHERE Name = 'TrackOffset'")
+                     .exitCode,
+                 0);
+        RaceLogData back;
+        const Database::LoadResult loaded = Database::loadLog(path, back);
+        QVERIFY(loaded);
+        QCOMPARE(loaded.unreadValues, 1);
+        QCOMPARE(back.trackOffset, QStringLiteral("0"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestRaceLogFile)

@@ -3,6 +3,7 @@
 #include "core/DateText.h"
 #include "core/Dialogs.h"
 #include "core/NumberText.h"
+#include "prediction/TrustTexts.h"
 #include "racelog/KeyFilters.h"
 #include "racelog/LogFieldTable.h"
 #include "racelog/RaceLogDefaults.h"
@@ -144,6 +145,21 @@ QWidget* LogSidePanel::predictPage() {
     aaField = lineEdit(RaceLog::Field::AA);
     vpField = lineEdit(RaceLog::Field::VP);
     referenceRunList = named(new QComboBox, "cboRefRun");
+    trackOffsetField = lineEdit(RaceLog::Field::TrackOffset);
+    trackOffsetField->setToolTip(
+        QStringLiteral("Seconds added to the predicted ET for a track slower than the air says"));
+    useTrackButton = named(new QPushButton(QStringLiteral("Use")), "cmdUseTrack");
+    useTrackButton->setToolTip(QStringLiteral("Take the track's drift today as the offset"));
+    useTrackButton->setEnabled(false);
+    auto* offsetRow = new QWidget;
+    auto* offset = new QHBoxLayout(offsetRow);
+    offset->setContentsMargins(0, 0, 0, 0);
+    offset->addWidget(trackOffsetField);
+    offset->addWidget(useTrackButton);
+    spreadLabel = named(new QLabel, "lblSpread");
+    trackLabel = named(new QLabel, "lblTrack");
+    for (QLabel* label : {spreadLabel, trackLabel})
+        label->setWordWrap(true);
     predictButton = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
     pagerPredictionsBox =
         named(new QCheckBox(QStringLiteral("Pager Predictions")), "chkPagerPredictions");
@@ -160,8 +176,11 @@ QWidget* LogSidePanel::predictPage() {
     addFieldRow(form, "lblAA", RaceLog::Field::AA, aaField);
     addFieldRow(form, "lblVP", RaceLog::Field::VP, vpField);
     addRow(form, "lblRefRun", QStringLiteral("Reference Run"), referenceRunList);
+    addFieldRow(form, "lblTrackOffset", RaceLog::Field::TrackOffset, offsetRow);
     form->addRow(pagerPredictionsBox);
     form->addRow(buttons);
+    form->addRow(spreadLabel);
+    form->addRow(trackLabel);
     return scrolled("scrollPredict", "fraPredict", form);
 }
 
@@ -206,6 +225,11 @@ void LogSidePanel::addFieldRules() {
          [this] { aaField->setText(SidePanelRules::settledPredictInput(aaField->text())); }},
         {vpField, KeyFilters::unsignedNumber,
          [this] { vpField->setText(SidePanelRules::settledPredictInput(vpField->text())); }},
+        {trackOffsetField, KeyFilters::signedNumber,
+         [this] {
+             trackOffsetField->setText(
+                 SidePanelRules::settledPredictInput(trackOffsetField->text()));
+         }},
     };
     for (const auto& [field, keyFilter, onLeaving] : fields)
         rules->add(field, keyFilter, onLeaving);
@@ -233,6 +257,9 @@ void LogSidePanel::showLog(RaceLog& log) {
     connect(pagerPredictionsBox, &QCheckBox::toggled, &log, &RaceLog::setPagerPredictions);
     showFile(log);
     connect(&log, &RaceLog::fileChanged, this, [&log, this] { showFile(log); });
+    showTrust(log);
+    connect(&log.trust(), &PredictionTrust::changed, this, [&log, this] { showTrust(log); });
+    connect(useTrackButton, &QPushButton::clicked, &log, &RaceLog::useTrackDrift);
 }
 
 QWidget* LogSidePanel::fieldControl(RaceLog::Field field) const {
@@ -260,6 +287,13 @@ void LogSidePanel::showReferenceRuns(const RaceLog& log) {
 void LogSidePanel::showFile(const RaceLog& log) {
     fileNameField->setText(log.fileTitle());
     fileNameField->setToolTip(log.filePath());
+}
+
+void LogSidePanel::showTrust(const RaceLog& log) {
+    const PredictionTrust& trust = log.trust();
+    spreadLabel->setText(TrustTexts::likelyMiss(trust.likelyMiss()));
+    trackLabel->setText(TrustTexts::drift(trust.drift()));
+    useTrackButton->setEnabled(trust.drift().has_value());
 }
 
 void LogSidePanel::complain(QLineEdit* field, const QString& text, const QString& title) {

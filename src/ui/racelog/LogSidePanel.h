@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -48,8 +49,13 @@ public:
     QLineEdit* aaField;
     QLineEdit* vpField;
     QComboBox* referenceRunList;
+    QLineEdit* trackOffsetField;
+    QPushButton* useTrackButton;
     QPushButton* predictButton;
     QCheckBox* pagerPredictionsBox;
+    // How far to trust the prediction: the likely miss and the track's drift.
+    QLabel* spreadLabel;
+    QLabel* trackLabel;
 
 signals:
     // The page identifier was left; its text is trimmed.
@@ -66,5 +72,6 @@ private:
     void showField(const RaceLog& log, RaceLog::Field field);
     void showReferenceRuns(const RaceLog& log);
     void showFile(const RaceLog& log);
+    void showTrust(const RaceLog& log);
     void complain(QLineEdit* field, const QString& text, const QString& title);
 };

@@ -175,6 +175,11 @@ void RaceLogWindow::followPrediction() {
     connect(&prediction, &PublishedPrediction::failed, this,
             [] { Dialogs::show(PredictionModel::faultMessage()); });
     connect(&prediction, &PublishedPrediction::staleChanged, this, &RaceLogWindow::showStale);
+    // A new track offset moves the ET in the caption at once, not at the next line of weather.
+    connect(&log, &RaceLog::fieldChanged, this, [this](RaceLog::Field field) {
+        if (field == RaceLog::Field::TrackOffset)
+            updatePredictions();
+    });
 }
 
 // A race log is of use when it shows its side panel beside the run numbers and a few

@@ -463,6 +463,8 @@ private slots:
             {RaceLog::Field::TargetET, panel.targetEtField, "txtTargetET", "95", "Edit Target ET"},
             {RaceLog::Field::AA, panel.aaField, "txtAA", "21", "Edit AA"},
             {RaceLog::Field::VP, panel.vpField, "txtVP", "48", "Edit VP"},
+            {RaceLog::Field::TrackOffset, panel.trackOffsetField, "txtTrackOffset", "5",
+             "Edit Track Offset"},
         };
         QCOMPARE(LogFieldTable::Rows.size(), std::size_t(fields.size()));
         for (const auto& [field, control, name, typed, step] : fields) {

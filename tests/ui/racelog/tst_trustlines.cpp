@@ -1,0 +1,170 @@
+#include "common/TestHome.h"
+#include "core/ScriptedDialogs.h"
+#include "ui/PredictionWindows.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QTest>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace {
+
+constexpr int Time = 1;
+constexpr int Date = 2;
+constexpr int Ft1320 = 12;
+constexpr int AA = 19;
+
+// The elapsed-time model written out by the test: a time at one altitude taken to another.
+double modelEt(double et, double aaFrom, double aaTo, double pf) {
+    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
+}
+
+struct Run {
+    double et;
+    double aa;
+};
+
+// Forty runs of a car at a factor of 5 from 9.40 s at sea level, with timing noise drawn
+// uniformly from -0.002 to +0.002 s; the last four, made today, run 0.015 s slower than the
+// air says. The runs before were made yesterday, ten minutes apart.
+QList<Run> fortyRuns() {
+    QRandomGenerator random(40);
+    QList<Run> runs;
+    for (int i = 0; i < 40; ++i) {
+        const double aa = std::round(1500 + random.generateDouble() * 2000);
+        const double noise = (random.generateDouble() * 2 - 1) * 0.002;
+        const double slower = i >= 36 ? 0.015 : 0.0;
+        runs.append({std::round((modelEt(9.40, 0, aa, 5) + slower + noise) * 1e4) / 1e4, aa});
+    }
+    return runs;
+}
+
+void fill(RaceLogWindow* log, const QList<Run>& runs) {
+    const QDate today = QDate::currentDate();
+    for (int i = 0; i < runs.size(); ++i) {
+        if (i > 0)
+            log->grid->newRun();
+        const bool ranToday = i >= 36;
+        const QTime time =
+            ranToday ? QTime(8, 0).addSecs(1800 * (i - 36)) : QTime(10, 0).addSecs(600 * i);
+        setCells(log, i + 1,
+                 {{Time, time.toString("hh:mmap")},
+                  {Date, (ranToday ? today : today.addDays(-1)).toString("MM/dd/yy")},
+                  {Ft1320, QString::number(runs[i].et, 'f', 4)},
+                  {AA, QString::number(runs[i].aa)}});
+    }
+    log->sidePanel->pfField->setText(QStringLiteral("5"));
+}
+
+// The 16th smallest of the last twenty misses of each run from the run before it.
+double likelyMissOf(const QList<Run>& runs) {
+    QList<double> misses;
+    for (int i = 20; i < 40; ++i)
+        misses.append(
+            std::fabs(runs[i].et - modelEt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 5)));
+    std::sort(misses.begin(), misses.end());
+    return misses[15];
+}
+
+// The last three runs of today from the reference run, run 1.
+double driftOf(const QList<Run>& runs) {
+    double sum = 0;
+    for (int i = 37; i < 40; ++i)
+        sum += runs[i].et - modelEt(runs[0].et, runs[0].aa, runs[i].aa, 5);
+    return sum / 3;
+}
+
+QString thousandths(double seconds) {
+    return QString::number(seconds, 'f', 3);
+}
+
+} // namespace
+
+class TestTrustLines : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<ScriptedDialogs> dialogs;
+
+    static QLabel* label(RaceLogWindow* log, const char* name) {
+        return log->sidePanel->findChild<QLabel*>(QLatin1String(name));
+    }
+
+private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        dialogs = std::make_unique<ScriptedDialogs>();
+    }
+    void cleanup() {
+        dialogs.reset();
+        home.reset();
+    }
+
+    void aNewLogHasNotEnoughRuns() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        QCOMPARE(label(log, "lblSpread")->text(), QStringLiteral("Likely miss: not enough runs"));
+        QCOMPARE(label(log, "lblTrack")->text(), QString());
+        QVERIFY(!log->sidePanel->findChild<QPushButton*>("cmdUseTrack")->isEnabled());
+        QCOMPARE(log->sidePanel->findChild<QLineEdit*>("txtTrackOffset")->text(),
+                 QStringLiteral("0"));
+    }
+
+    void aFortyRunLogShowsItsLikelyMissAndTheTracksDrift() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        const QList<Run> runs = fortyRuns();
+        fill(log, runs);
+        QCOMPARE(label(log, "lblSpread")->text(),
+                 QStringLiteral("Likely miss: \u00b1%1 s (last 20 predictions)")
+                     .arg(thousandths(likelyMissOf(runs))));
+        const double drift = driftOf(runs);
+        QVERIFY2(std::fabs(drift - 0.015) <= 0.002, qPrintable(QString::number(drift)));
+        QCOMPARE(label(log, "lblTrack")->text(),
+                 QStringLiteral("Track: +%1 s slower than the air says (last 3 runs today)")
+                     .arg(thousandths(drift)));
+
+        // Today's runs made faster than the air says turn the words round.
+        for (int row = 38; row <= 40; ++row)
+            log->document().changeCell(QStringLiteral("Edit 1320 ft"), row, Ft1320,
+                                       QString::number(runs[row - 1].et - 0.030, 'f', 4));
+        QVERIFY(label(log, "lblTrack")->text().contains("s faster than the air says"));
+    }
+
+    void useTakesTheDriftAsTheOffsetAndUndoTakesItBack() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        const QList<Run> runs = fortyRuns();
+        fill(log, runs);
+        log->sidePanel->aaField->setText(QStringLiteral("2100"));
+        log->updatePredictions();
+        const double atTheAir = modelEt(runs[0].et, runs[0].aa, 2100, 5);
+        QCOMPARE(log->windowTitle(),
+                 QStringLiteral("Race Log# 1  ET: ") + QString::number(atTheAir, 'f', 4));
+
+        auto* use = log->sidePanel->findChild<QPushButton*>("cmdUseTrack");
+        QCOMPARE(use->text(), QStringLiteral("Use"));
+        QVERIFY(use->isEnabled());
+        const int steps = log->document().undoStack().count();
+        use->click();
+        const QString offset = thousandths(driftOf(runs));
+        QCOMPARE(log->sidePanel->findChild<QLineEdit*>("txtTrackOffset")->text(), offset);
+        QCOMPARE(log->document().undoStack().count(), steps + 1);
+        // The caption takes the offset at once, and says so after the ET.
+        QCOMPARE(log->windowTitle(),
+                 QStringLiteral("Race Log# 1  ET: %1 (+%2 trk)")
+                     .arg(QString::number(atTheAir + offset.toDouble(), 'f', 4), offset));
+
+        log->document().undoStack().undo();
+        QCOMPARE(log->sidePanel->findChild<QLineEdit*>("txtTrackOffset")->text(),
+                 QStringLiteral("0"));
+        QCOMPARE(log->document().trackOffset(), 0.0);
+        QCOMPARE(log->windowTitle(),
+                 QStringLiteral("Race Log# 1  ET: ") + QString::number(atTheAir, 'f', 4));
+    }
+};
+
+QTEST_MAIN(TestTrustLines)
+#include "tst_trustlines.moc"
