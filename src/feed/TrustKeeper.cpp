@@ -4,7 +4,25 @@
 #include "racelog/RaceLog.h"
 
 TrustKeeper::TrustKeeper(OpenRaceLogs& logs, QObject* parent) : QObject(parent), logs(logs) {
+    minute.setObjectName(QStringLiteral("tmrOutlook"));
+    minute.setInterval(60 * 1000);
+    minute.setParent(this);
+    connect(&minute, &QTimer::timeout, this,
+            [this] { updateOutlook(QDateTime::currentDateTime()); });
     connect(&logs, &OpenRaceLogs::opened, this, &TrustKeeper::watch);
+}
+
+void TrustKeeper::takeRecord(const WeatherRecord& record, const QDateTime& at) {
+    air.add(at.toMSecsSinceEpoch(), record.AA);
+}
+
+void TrustKeeper::updateOutlook(const QDateTime& now) {
+    air.forgetBefore(now.toMSecsSinceEpoch());
+    forecast = AirOutlook::forecast(air.samples(), now.toMSecsSinceEpoch());
+    for (int slot = 0; slot < logs.slotCount(); ++slot) {
+        if (RaceLog* log = logs.at(slot))
+            log->trust().setOutlook(LogPrediction::outlookLine(*log, forecast));
+    }
 }
 
 // Every step of the log's undo stack moves its index, and a load starts the log afresh; a log
@@ -18,4 +36,5 @@ void TrustKeeper::watch(int slot) {
 
 void TrustKeeper::weigh(RaceLog& log) {
     LogPrediction::weigh(log, QDate::currentDate());
+    log.trust().setOutlook(LogPrediction::outlookLine(log, forecast));
 }

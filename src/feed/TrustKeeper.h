@@ -1,22 +1,39 @@
 #pragma once
 
+#include "core/WeatherRecord.h"
+#include "feed/RecentAir.h"
 #include "racelog/OpenRaceLogs.h"
-
-#include <QObject>
 
 class RaceLog;
 
+#include <QDateTime>
+#include <QObject>
+#include <QTimer>
+
 // Keeps every open race log's measures of trust current. A log is weighed again whenever its
 // runs or fields change or a change is taken back, never on a feed line, which changes
-// neither.
+// neither; once a minute the last half hour of live air gives each log its outlook, which a
+// change of the log also works out again from that minute's air.
 class TrustKeeper : public QObject {
     Q_OBJECT
 public:
     explicit TrustKeeper(OpenRaceLogs& logs, QObject* parent = nullptr);
+
+    // A whole live record came at the moment given: its adjusted altitude joins the recent air.
+    void takeRecord(const WeatherRecord& record, const QDateTime& at);
+    // The outlook of the recent air at now, to every open log.
+    void updateOutlook(const QDateTime& now);
+
+    // Every minute, tmrOutlook.
+    QTimer& outlookTimer() { return minute; }
+    const RecentAir& recentAir() const { return air; }
 
 private:
     void watch(int slot);
     void weigh(RaceLog& log);
 
     OpenRaceLogs& logs;
+    RecentAir air;
+    std::optional<AirOutlook::Forecast> forecast; // of the last minute
+    QTimer minute;
 };

@@ -69,6 +69,8 @@ WeatherStation::WeatherStation(InstanceRole role, QObject* parent)
     connect(&connection, &InstrumentConnection::linkOpened, &staleness, &FeedWatchdog::start);
     connect(&connection, &InstrumentConnection::linkClosed, this, &WeatherStation::linkClosed);
     connect(&lines, &WeatherFeed::recordRead, &staleness, &FeedWatchdog::recordArrived);
+    connect(&lines, &WeatherFeed::recordRead, this,
+            [this] { trustKeeper.takeRecord(lines.reading(), QDateTime::currentDateTime()); });
     connect(&staleness, &FeedWatchdog::staleFor, this, &WeatherStation::feedStale);
     connect(&staleness, &FeedWatchdog::fresh, this, &WeatherStation::feedFresh);
 }
@@ -118,11 +120,13 @@ void WeatherStation::startSerialPort() {
 void WeatherStation::startTimers() {
     poll.start();
     send.start();
+    trustKeeper.outlookTimer().start();
 }
 
 void WeatherStation::stopTimers() {
     poll.stop();
     send.stop();
+    trustKeeper.outlookTimer().stop();
 }
 
 void WeatherStation::closeLinks() {

@@ -48,6 +48,8 @@ public:
     // Says when the feed goes stale and when it is live again.
     FeedWatchdog& watchdog() { return staleness; }
     const FeedWatchdog& watchdog() const { return staleness; }
+    // What keeps each open log's measures of trust current, with the air of the last half hour.
+    TrustKeeper& trust() { return trustKeeper; }
     // The poll (tmrMain, every 20 s) and the send tick (tmrSend, every 4 s).
     QTimer& pollTimer() { return poll; }
     QTimer& sendTimer() { return send; }

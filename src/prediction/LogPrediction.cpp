@@ -1,5 +1,6 @@
 #include "prediction/LogPrediction.h"
 
+#include "prediction/ComputeFault.h"
 #include "prediction/LikelyMiss.h"
 #include "prediction/PredictionCheck.h"
 #include "prediction/TrackDrift.h"
@@ -51,6 +52,24 @@ void weigh(RaceLog& log, const QDate& today) {
     const auto drift = TrackDrift::of(
         {runCells(log), log.runs().tableRows(), content.refRunIndex + 1, content.pf, today});
     log.trust().setMeasures(LikelyMiss::of(onTheDay.predictions), drift);
+}
+
+QString outlookLine(const RaceLog& log, const std::optional<AirOutlook::Forecast>& forecast) {
+    AirOutlook::Ets ets;
+    if (forecast) {
+        const RaceLogData& content = log.content();
+        for (std::size_t i = 0; i < ets.size(); ++i) {
+            try {
+                const auto et = PredictionModel::predictEt(
+                    runCells(log), content.refRunIndex + 1,
+                    QString::number(AirOutlook::shownFeet(forecast->aa[i])), content.pf);
+                if (et)
+                    ets[i] = et->predictedEt + log.trackOffset();
+            } catch (const ComputeFault&) {
+            }
+        }
+    }
+    return AirOutlook::line(forecast, ets);
 }
 
 RunCompletion::Outcome completeRun(const RaceLog& log, int row) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "prediction/AirOutlook.h"
 #include "prediction/PredictionModel.h"
 #include "prediction/PredictionSettings.h"
 #include "prediction/RunCompletion.h"
@@ -29,6 +30,9 @@ void takeReading(RaceLog& log, const QString& adjustedAltitude, const QString& v
 // Works out afresh how far the log's prediction can be trusted and keeps it in the log: the
 // likely miss of its predictions on the day, and the track's drift over its runs of today.
 void weigh(RaceLog& log, const QDate& today);
+
+// The log's line of the next rounds' air, with its ET at each horizon, track offset included.
+QString outlookLine(const RaceLog& log, const std::optional<AirOutlook::Forecast>& forecast);
 
 // The completion of the run in row from the log's reference run.
 RunCompletion::Outcome completeRun(const RaceLog& log, int row);

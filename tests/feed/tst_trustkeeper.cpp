@@ -59,6 +59,20 @@ double driftOf(const QList<Run>& runs) {
     return sum / 3;
 }
 
+// Air rising 100 ft an hour, read every 36 s (a foot a reading) for the half hour up to now,
+// where it reaches 2,050 ft.
+void feedRisingAir(TrustKeeper& keeper, const QDateTime& now) {
+    for (int k = 0; k <= 50; ++k) {
+        WeatherRecord record;
+        record.AA = 2000 + k;
+        keeper.takeRecord(record, now.addSecs(-36 * (50 - k)));
+    }
+}
+
+QString fixed(double value) {
+    return QString::number(value, 'f', 4);
+}
+
 } // namespace
 
 class TrustKeeperTest : public QObject {
@@ -120,6 +134,50 @@ private slots:
         QVERIFY(log.load(path));
         QCOMPARE(log.trust().likelyMiss()->predictions, 3);
         QCOMPARE(log.trust().drift()->runs, 3);
+    }
+
+    void eachOpenLogGetsTheOutlookOfTheLastHalfHour() {
+        OpenRaceLogs logs;
+        TrustKeeper keeper(logs);
+        RaceLog withRuns;
+        fill(withRuns, Runs);
+        withRuns.setField(RaceLog::Field::TrackOffset, QStringLiteral("0.012"));
+        RaceLog empty;
+        logs.open(&withRuns);
+        logs.open(&empty);
+        QCOMPARE(withRuns.trust().outlook(), QStringLiteral("Outlook: not enough weather"));
+
+        const QDateTime now(QDate(2026, 11, 22), QTime(14, 0));
+        feedRisingAir(keeper, now);
+        keeper.updateOutlook(now);
+        // 2,050 ft now: 2,100, 2,150 and 2,200 ft in 30, 60 and 90 minutes; each ET from the
+        // reference run, 9.500 s at 2,000 ft, with the offset.
+        QCOMPARE(withRuns.trust().outlook(),
+                 QStringLiteral("In 30 min: AA 2,100 ft \u2192 %1 \u00b7 60 min: 2,150 \u2192 %2 "
+                                "\u00b7 90 min: 2,200 \u2192 %3")
+                     .arg(fixed(modelEt(9.5, 2000, 2100, 5) + 0.012),
+                          fixed(modelEt(9.5, 2000, 2150, 5) + 0.012),
+                          fixed(modelEt(9.5, 2000, 2200, 5) + 0.012)));
+        QCOMPARE(empty.trust().outlook(), QStringLiteral("In 30 min: AA 2,100 ft \u00b7 60 min: "
+                                                         "2,150 \u00b7 90 min: 2,200"));
+
+        // A new offset is worked into the line at once, from the same minute's air.
+        withRuns.setField(RaceLog::Field::TrackOffset, QStringLiteral("0"));
+        QVERIFY(withRuns.trust().outlook().endsWith(QStringLiteral("90 min: 2,200 \u2192 ") +
+                                                    fixed(modelEt(9.5, 2000, 2200, 5))));
+    }
+
+    void theAirOfAFeedThatStoppedGoes() {
+        OpenRaceLogs logs;
+        TrustKeeper keeper(logs);
+        RaceLog log;
+        logs.open(&log);
+        const QDateTime now(QDate(2026, 11, 22), QTime(14, 0));
+        feedRisingAir(keeper, now);
+        keeper.updateOutlook(now.addSecs(25 * 60)); // five minutes of readings left
+        QCOMPARE(log.trust().outlook(), QStringLiteral("Outlook: not enough weather"));
+        QCOMPARE(keeper.outlookTimer().interval(), 60 * 1000);
+        QCOMPARE(keeper.outlookTimer().objectName(), QStringLiteral("tmrOutlook"));
     }
 };
 

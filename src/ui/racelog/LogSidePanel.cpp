@@ -158,7 +158,8 @@ QWidget* LogSidePanel::predictPage() {
     offset->addWidget(useTrackButton);
     spreadLabel = named(new QLabel, "lblSpread");
     trackLabel = named(new QLabel, "lblTrack");
-    for (QLabel* label : {spreadLabel, trackLabel})
+    outlookLabel = named(new QLabel, "lblOutlook");
+    for (QLabel* label : {spreadLabel, trackLabel, outlookLabel})
         label->setWordWrap(true);
     predictButton = named(new QPushButton(QStringLiteral("Predict")), "cmdPredict");
     pagerPredictionsBox =
@@ -181,6 +182,7 @@ QWidget* LogSidePanel::predictPage() {
     form->addRow(buttons);
     form->addRow(spreadLabel);
     form->addRow(trackLabel);
+    form->addRow(outlookLabel);
     return scrolled("scrollPredict", "fraPredict", form);
 }
 
@@ -293,6 +295,7 @@ void LogSidePanel::showTrust(const RaceLog& log) {
     const PredictionTrust& trust = log.trust();
     spreadLabel->setText(TrustTexts::likelyMiss(trust.likelyMiss()));
     trackLabel->setText(TrustTexts::drift(trust.drift()));
+    outlookLabel->setText(trust.outlook());
     useTrackButton->setEnabled(trust.drift().has_value());
 }
 

@@ -53,9 +53,10 @@ public:
     QPushButton* useTrackButton;
     QPushButton* predictButton;
     QCheckBox* pagerPredictionsBox;
-    // How far to trust the prediction: the likely miss and the track's drift.
+    // How far to trust the prediction: the likely miss, the track's drift and the outlook.
     QLabel* spreadLabel;
     QLabel* trackLabel;
+    QLabel* outlookLabel;
 
 signals:
     // The page identifier was left; its text is trimmed.

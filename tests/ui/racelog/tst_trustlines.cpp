@@ -164,6 +164,50 @@ private slots:
         QCOMPARE(log->windowTitle(),
                  QStringLiteral("Race Log# 1  ET: ") + QString::number(atTheAir, 'f', 4));
     }
+
+    void theOutlookOfTheLiveAirShowsUnderTheDrift() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        const QList<Run> runs = fortyRuns();
+        fill(log, runs);
+        QCOMPARE(label(log, "lblOutlook")->text(), QStringLiteral("Outlook: not enough weather"));
+
+        // A whole line of the instrument joins the air of the last half hour.
+        windows.feedLine(InstrumentLine);
+        QCOMPARE(windows.station.trust().recentAir().samples().size(), 1);
+        QCOMPARE(windows.station.trust().recentAir().samples().back().aa, 1250.0);
+
+        // Then air rising 100 ft an hour, a foot every 36 s, to 2,050 ft now.
+        const QDateTime now = QDateTime::currentDateTime().addSecs(3600);
+        for (int k = 0; k <= 50; ++k) {
+            WeatherRecord record;
+            record.AA = 2000 + k;
+            windows.station.trust().takeRecord(record, now.addSecs(-36 * (50 - k)));
+        }
+        windows.station.trust().updateOutlook(now);
+        const auto at = [&runs](double aa) {
+            return QString::number(modelEt(runs[0].et, runs[0].aa, aa, 5), 'f', 4);
+        };
+        QCOMPARE(label(log, "lblOutlook")->text(),
+                 QStringLiteral("In 30 min: AA 2,100 ft \u2192 %1 \u00b7 60 min: 2,150 \u2192 %2 "
+                                "\u00b7 90 min: 2,200 \u2192 %3")
+                     .arg(at(2100), at(2150), at(2200)));
+        QCOMPARE(label(log, "lblOutlook")->text(), log->document().trust().outlook());
+
+        // The side panel with its three lines, for the manual and the notes of a change.
+        if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES")) {
+            log->sidePanel->aaField->setText(QStringLiteral("2050"));
+            log->sidePanel->findChild<QPushButton*>("cmdUseTrack")->click();
+            log->updatePredictions();
+            auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
+            frame->resize(760, 640);
+            frame->show();
+            emit log->grid->panelTabRequested(LogSidePanel::PredictTab);
+            QCoreApplication::processEvents();
+            QVERIFY(frame->grab().save(qEnvironmentVariable("TARNWICK_KEEP_PICTURES") +
+                                       QStringLiteral("/trust-lines.png")));
+        }
+    }
 };
 
 QTEST_MAIN(TestTrustLines)
