@@ -3,7 +3,6 @@
 #include "core/DateText.h"
 #include "core/NumberText.h"
 
-#include <QDateTime>
 #include <algorithm>
 #include <optional>
 
@@ -15,12 +14,14 @@ namespace {
 constexpr int TimeColumn = 1;
 constexpr int DateColumn = 2;
 
-std::optional<QDateTime> madeAt(const RunCells& cells, int row) {
+// The moment as the cells give it, in seconds of the calendar: the clock on the wall at the
+// track, with no time zone to look up for every run.
+std::optional<qint64> madeAt(const RunCells& cells, int row) {
     const auto time = DateText::parse(cells(row, TimeColumn));
     const auto date = DateText::parse(cells(row, DateColumn));
     if (!time || !time->time || !date || !date->date)
         return std::nullopt;
-    return QDateTime(*date->date, *time->time);
+    return date->date->toJulianDay() * 86400 + time->time->msecsSinceStartOfDay() / 1000;
 }
 
 } // namespace
@@ -31,11 +32,11 @@ bool counts(const RunCells& cells, int row) {
 
 QList<int> countingRunsInTimeOrder(const RunCells& cells, int rowCount) {
     struct Placed {
-        std::optional<QDateTime> moment; // its own, or that of the run above it
+        std::optional<qint64> moment; // its own, or that of the run above it
         int row;
     };
     QList<Placed> runs;
-    std::optional<QDateTime> above;
+    std::optional<qint64> above;
     for (int row = 1; row < rowCount; ++row) {
         if (const auto moment = madeAt(cells, row))
             above = moment;
