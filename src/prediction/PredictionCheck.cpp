@@ -18,10 +18,6 @@ namespace {
 
 using NumberText::isNumeric;
 
-// The columns of the moment a run was made.
-constexpr int TimeColumn = 1;
-constexpr int DateColumn = 2;
-
 // The pairs of run and reference the mode sets against each other, grouped by run.
 QList<std::pair<int, int>> pairsOf(const Inputs& in, Mode mode) {
     const QList<int> runs = RunOrder::countingRunsInTimeOrder(in.cells, in.rowCount);
@@ -82,10 +78,10 @@ struct Moment {
 };
 
 std::optional<Moment> momentOf(const RunCells& cells, int row) {
-    const auto time = DateText::parse(cells(row, TimeColumn));
+    const auto time = DateText::parse(cells(row, RunColumn::Time));
     if (!time || !time->time)
         return std::nullopt;
-    const auto date = DateText::parse(cells(row, DateColumn));
+    const auto date = DateText::parse(cells(row, RunColumn::Date));
     return Moment{*time->time, date ? date->date : std::nullopt};
 }
 

@@ -12,6 +12,8 @@ using RunCells = std::function<QString(int row, int column)>;
 // The columns of the run table that the predictions read and write.
 namespace RunColumn {
 enum : int {
+    Time = 1, // when the run was made, with Date
+    Date = 2,
     Ft60 = 6,
     Ft330 = 7,
     Ft660 = 8,

@@ -10,15 +10,11 @@ namespace RunOrder {
 
 namespace {
 
-// The columns of the moment a run was made.
-constexpr int TimeColumn = 1;
-constexpr int DateColumn = 2;
-
 // The moment as the cells give it, in seconds of the calendar: the clock on the wall at the
 // track, with no time zone to look up for every run.
 std::optional<qint64> madeAt(const RunCells& cells, int row) {
-    const auto time = DateText::parse(cells(row, TimeColumn));
-    const auto date = DateText::parse(cells(row, DateColumn));
+    const auto time = DateText::parse(cells(row, RunColumn::Time));
+    const auto date = DateText::parse(cells(row, RunColumn::Date));
     if (!time || !time->time || !date || !date->date)
         return std::nullopt;
     return date->date->toJulianDay() * 86400 + time->time->msecsSinceStartOfDay() / 1000;

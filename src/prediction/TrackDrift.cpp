@@ -10,10 +10,8 @@ namespace TrackDrift {
 
 namespace {
 
-constexpr int DateColumn = 2;
-
 bool ranOn(const RunCells& cells, int row, const QDate& day) {
-    const auto date = DateText::parse(cells(row, DateColumn));
+    const auto date = DateText::parse(cells(row, RunColumn::Date));
     return date && date->date == day;
 }
 

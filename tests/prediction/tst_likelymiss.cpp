@@ -12,9 +12,6 @@ using PredictionCheck::Prediction;
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Date = 2;
-
 // The elapsed-time model written out by the test: a time at one altitude taken to another.
 double modelEt(double et, double aaFrom, double aaTo, double pf) {
     return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);

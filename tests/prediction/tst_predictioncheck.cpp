@@ -12,9 +12,6 @@ using enum PredictionCheck::Mode;
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Date = 2;
-
 // The elapsed-time model, written out here so the check is compared with arithmetic of the
 // test's own: a time at one adjusted altitude taken to another.
 double modelEt(double et, double aaFrom, double aaTo, double pf) {

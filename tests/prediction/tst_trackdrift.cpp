@@ -9,8 +9,6 @@ using namespace RunColumn;
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Date = 2;
 const QDate Today(2026, 11, 22);
 const QString TodayText = "11/22/26";
 
