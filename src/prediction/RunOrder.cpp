@@ -20,11 +20,12 @@ std::optional<qint64> madeAt(const RunCells& cells, int row) {
     return date->date->toJulianDay() * 86400 + time->time->msecsSinceStartOfDay() / 1000;
 }
 
-} // namespace
-
+// A run counts when it has a time at some mark and an adjusted altitude.
 bool counts(const RunCells& cells, int row) {
     return farthestMark(cells, row) && NumberText::isNumeric(cells(row, RunColumn::AA));
 }
+
+} // namespace
 
 QList<int> countingRunsInTimeOrder(const RunCells& cells, int rowCount) {
     struct Placed {

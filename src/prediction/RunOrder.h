@@ -7,12 +7,10 @@
 // The runs of a log that can be set against each other, and the order the crew made them in.
 namespace RunOrder {
 
-// A run counts when it has a time at some mark and an adjusted altitude.
-bool counts(const RunCells& cells, int row);
-
-// The counting runs among rows 1 to rowCount - 1, in the order they were made: by their date
-// and time where both cells hold one. A run without them keeps its place after the run above
-// it in the table, the one it was entered after.
+// The counting runs among rows 1 to rowCount - 1, those with a time at some mark and an
+// adjusted altitude, in the order they were made: by their date and time where both cells
+// hold one. A run without them keeps its place after the run above it in the table, the one
+// it was entered after.
 QList<int> countingRunsInTimeOrder(const RunCells& cells, int rowCount);
 
 } // namespace RunOrder

@@ -175,9 +175,10 @@ void RaceLogWindow::followPrediction() {
     connect(&prediction, &PublishedPrediction::failed, this,
             [] { Dialogs::show(PredictionModel::faultMessage()); });
     connect(&prediction, &PublishedPrediction::staleChanged, this, &RaceLogWindow::showStale);
-    // A new track offset moves the ET in the caption at once, not at the next line of weather.
+    // A new track offset moves the ET the caption shows at once, not at the next line of
+    // weather.
     connect(&log, &RaceLog::fieldChanged, this, [this](RaceLog::Field field) {
-        if (field == RaceLog::Field::TrackOffset)
+        if (field == RaceLog::Field::TrackOffset && log.prediction().line().predictedEt)
             updatePredictions();
     });
 }

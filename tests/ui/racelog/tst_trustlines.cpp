@@ -208,6 +208,21 @@ private slots:
                                        QStringLiteral("/trust-lines.png")));
         }
     }
+
+    // Only a caption that shows an ET takes a new offset at once; a log not yet predicted
+    // waits for the next prediction.
+    void anOffsetWaitsForTheFirstPrediction() {
+        PredictionWindows windows;
+        RaceLogWindow* log = windows.newLog();
+        WorkedCase::fill(log);
+        const QString caption = log->windowTitle();
+        log->document().setField(RaceLog::Field::TrackOffset, QStringLiteral("0.010"));
+        QCOMPARE(log->windowTitle(), caption);
+        log->updatePredictions();
+        // 9.5041 from the worked case, and the offset.
+        QVERIFY(log->windowTitle().startsWith(
+            QStringLiteral("Race Log# 1  ET: 9.5141 (+0.010 trk)  TS @ 9.50: ")));
+    }
 };
 
 QTEST_MAIN(TestTrustLines)
