@@ -4,11 +4,12 @@
 #include "feed/RecentAir.h"
 #include "racelog/OpenRaceLogs.h"
 
-class RaceLog;
-
 #include <QDateTime>
 #include <QObject>
 #include <QTimer>
+#include <optional>
+
+class RaceLog;
 
 // Keeps every open race log's measures of trust current. A log is weighed again whenever its
 // runs or fields change or a change is taken back, never on a feed line, which changes

@@ -71,14 +71,16 @@ public:
     const PublishedPrediction& prediction() const { return published; }
 
     // The seconds the track runs slower than the air says, as the crew set it: added to every
-    // predicted ET of the log. 0 when the field holds no number.
+    // predicted ET of the log. 0 when the field holds no number; fieldChanged() tells a change.
     double trackOffset() const;
 
     // The track's drift becomes the track offset, as one step named "Use Track Drift"; false,
     // nothing changed, while the log has no drift.
     bool useTrackDrift();
 
-    // How far the log's prediction can be trusted now; the predictor works it out.
+    // How far the log's prediction can be trusted now: its likely miss and how many predictions
+    // say so, the track's drift today and the outlook line, each told by its changed() signal.
+    // The predictor works them out.
     PredictionTrust& trust() { return trustNow; }
     const PredictionTrust& trust() const { return trustNow; }
 
