@@ -4,6 +4,7 @@
 // each reading as its messages come, as the crew's phones on the trailer's network would.
 // Runs in a scratch home, so the weather log and the settings are fresh.
 #include "crew/CrewServer.h"
+#include "crew/CrewSnapshot.h"
 #include "feed/WeatherFeed.h"
 #include "feed/WeatherStation.h"
 #include "racelog/RaceLog.h"
@@ -165,6 +166,20 @@ void feedLines(benchmark::State& state, int phoneCount) {
         state.SkipWithError("the log published nothing");
     state.counters["phones"] = phoneCount;
 }
+
+// The message alone, made once a line for all the phones: the weather and one log.
+void BM_CrewSnapshot(benchmark::State& state) {
+    WeatherStation station;
+    RaceLog log;
+    fillReferenceRun(log);
+    station.raceLogs().open(&log);
+    const auto closeLog = qScopeGuard([&] { station.raceLogs().close(&log); });
+    station.feed().serialBytes(hourOfLines().front());
+    const QDateTime now = QDateTime::currentDateTime();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CrewSnapshot::json(station, {}, now));
+}
+BENCHMARK(BM_CrewSnapshot)->Unit(benchmark::kMicrosecond);
 
 void BM_CrewLineWithNoClients(benchmark::State& state) {
     feedLines(state, 0);
