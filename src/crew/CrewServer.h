@@ -15,7 +15,8 @@ class WeatherStation;
 // The crew view served from the running program: the page for phones on the trailer's
 // network and a live socket that gets a snapshot of the weather and the open logs when it
 // opens, after every feed line, and whenever a log publishes or its prediction goes stale or
-// fresh. It only reads: nothing a phone sends changes the program. A phone that stops reading
+// fresh; what changes together, as a line and the predictions it makes, goes out as one
+// message. It only reads: nothing a phone sends changes the program. A phone that stops reading
 // is dropped once 1 MB waits for it, so the feed never waits for a phone.
 class CrewServer : public QObject {
     Q_OBJECT
@@ -44,6 +45,7 @@ private:
     void logPublished();
     void adopt(QWebSocket* socket);
     void drop(QWebSocket* socket);
+    void schedulePush();
     void pushToAll();
     void push(QWebSocket* socket, const QString& message);
     QString snapshot() const;
@@ -55,4 +57,6 @@ private:
     CrewHttp http;
     CrewSnapshot::PublishTimes publishTimes;
     QList<QWebSocket*> liveSockets;
+    // A message is on its way from the event loop; more changes before it goes wait for it.
+    bool pushPending = false;
 };

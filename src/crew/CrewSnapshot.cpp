@@ -6,30 +6,121 @@
 #include "racelog/RaceLog.h"
 #include "racelog/RaceLogSlots.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 namespace CrewSnapshot {
 
 namespace {
 
-QJsonObject status(const WeatherStation& station) {
+// The message written out as text as it is made. It is made once for every line the feed
+// brings while a phone is connected; QJsonObject takes each value through its CBOR form and
+// was most of the message's cost. Keys come in the order QJsonDocument writes them (sorted
+// within each object), so the text is the same as it was.
+class JsonText {
+public:
+    JsonText() { text.reserve(4096); }
+
+    void open(char16_t bracket) {
+        separate();
+        text += QChar(bracket);
+        fresh = true;
+    }
+    void close(char16_t bracket) {
+        text += QChar(bracket);
+        fresh = false;
+    }
+    void key(QStringView name) {
+        separate();
+        quoted(name);
+        text += u':';
+        fresh = true;
+    }
+    void value(QStringView string) {
+        separate();
+        quoted(string);
+    }
+    void value(bool yes) {
+        separate();
+        text += yes ? QStringView(u"true") : QStringView(u"false");
+    }
+    void value(int number) {
+        separate();
+        text += QString::number(number);
+    }
+    template <typename Value> void field(QStringView name, const Value& value) {
+        key(name);
+        this->value(value);
+    }
+
+    QByteArray utf8() const { return text.toUtf8(); }
+
+private:
+    void separate() {
+        if (!fresh)
+            text += u',';
+        fresh = false;
+    }
+    // A phone's JSON parser reads every character but the quote, the backslash and the
+    // control characters as it is.
+    void quoted(QStringView string) {
+        text += u'"';
+        for (const QChar c : string) {
+            switch (c.unicode()) {
+            case u'"':
+                text += u"\\\"";
+                break;
+            case u'\\':
+                text += u"\\\\";
+                break;
+            case u'\b':
+                text += u"\\b";
+                break;
+            case u'\f':
+                text += u"\\f";
+                break;
+            case u'\n':
+                text += u"\\n";
+                break;
+            case u'\r':
+                text += u"\\r";
+                break;
+            case u'\t':
+                text += u"\\t";
+                break;
+            default:
+                if (c.unicode() < 0x20)
+                    text += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QChar(u'0'));
+                else
+                    text += c;
+            }
+        }
+        text += u'"';
+    }
+
+    QString text;
+    bool fresh = true;
+};
+
+void status(JsonText& out, const WeatherStation& station) {
     const FeedWatchdog& watchdog = station.watchdog();
-    const QString text =
-        watchdog.isStale() ? QStringLiteral("No weather for %1 s").arg(watchdog.secondsSinceLast())
-                           : station.statusLine();
-    return {{QStringLiteral("live"), !watchdog.isStale()}, {QStringLiteral("text"), text}};
+    out.open(u'{');
+    out.field(u"live", !watchdog.isStale());
+    if (watchdog.isStale())
+        out.field(u"text", QStringLiteral("No weather for %1 s").arg(watchdog.secondsSinceLast()));
+    else
+        out.field(u"text", station.statusLine());
+    out.close(u'}');
 }
 
-QJsonArray quantities(const WeatherStation& station) {
+void quantities(JsonText& out, const WeatherStation& station) {
     const ReadingTexts texts = readingTexts(station.reading());
-    QJsonArray list;
-    for (size_t i = 0; i < WeatherQuantities.size(); ++i)
-        list.append(QJsonObject{{QStringLiteral("name"), WeatherQuantities[i].name},
-                                {QStringLiteral("label"), WeatherQuantities[i].label},
-                                {QStringLiteral("value"), texts[i]}});
-    return list;
+    out.open(u'[');
+    for (size_t i = 0; i < WeatherQuantities.size(); ++i) {
+        out.open(u'{');
+        out.field(u"label", QString::fromLatin1(WeatherQuantities[i].label));
+        out.field(u"name", QString::fromLatin1(WeatherQuantities[i].name));
+        out.field(u"value", texts[i]);
+        out.close(u'}');
+    }
+    out.close(u']');
 }
 
 // A number of the line as the caption writes it; empty when the line has none.
@@ -41,48 +132,51 @@ QString isoTime(const QDateTime& time) {
     return time.isValid() ? time.toString(Qt::ISODateWithMs) : QString();
 }
 
-QJsonObject log(const RaceLog& raceLog, const PublishTimes& published) {
+void log(JsonText& out, const RaceLog& raceLog, const PublishTimes& published) {
     const RaceLogData& content = raceLog.content();
     const PublishedPrediction& prediction = raceLog.prediction();
     const PredictionLine& line = prediction.line();
-    const QString name = content.pageIdentifier.isEmpty()
-                             ? RaceLogSlots::numberedCaption(raceLog.slot())
-                             : content.pageIdentifier;
-    return {
-        {QStringLiteral("slot"), raceLog.slot()},
-        {QStringLiteral("name"), name},
-        {QStringLiteral("predictedEt"), numberText(line.predictedEt, QStringLiteral("##.0000"))},
-        {QStringLiteral("throttleStop"), numberText(line.throttleStop, QStringLiteral("##.0000"))},
-        {QStringLiteral("targetEt"), content.targetET},
-        {QStringLiteral("referenceRun"), content.refRunIndex},
-        {QStringLiteral("aa"), content.aa},
-        {QStringLiteral("vp"), content.vp},
-        {QStringLiteral("line"), line.pagerMessage},
-        {QStringLiteral("updated"), isoTime(published.value(&prediction))},
-        {QStringLiteral("stale"), prediction.isStale()},
-    };
+    out.open(u'{');
+    out.field(u"aa", content.aa);
+    out.field(u"line", line.pagerMessage);
+    out.field(u"name", content.pageIdentifier.isEmpty()
+                           ? RaceLogSlots::numberedCaption(raceLog.slot())
+                           : content.pageIdentifier);
+    out.field(u"predictedEt", numberText(line.predictedEt, QStringLiteral("##.0000")));
+    out.field(u"referenceRun", content.refRunIndex);
+    out.field(u"slot", raceLog.slot());
+    out.field(u"stale", prediction.isStale());
+    out.field(u"targetEt", content.targetET);
+    out.field(u"throttleStop", numberText(line.throttleStop, QStringLiteral("##.0000")));
+    out.field(u"updated", isoTime(published.value(&prediction)));
+    out.field(u"vp", content.vp);
+    out.close(u'}');
 }
 
-QJsonArray logs(const WeatherStation& station, const PublishTimes& published) {
-    QJsonArray list;
+void logs(JsonText& out, const WeatherStation& station, const PublishTimes& published) {
+    out.open(u'[');
     for (const RaceLog* raceLog : station.raceLogs().bySlot()) {
         if (raceLog)
-            list.append(log(*raceLog, published));
+            log(out, *raceLog, published);
     }
-    return list;
+    out.close(u']');
 }
 
 } // namespace
 
 QByteArray json(const WeatherStation& station, const PublishTimes& published,
                 const QDateTime& now) {
-    const QJsonObject message{
-        {QStringLiteral("status"), status(station)},
-        {QStringLiteral("quantities"), quantities(station)},
-        {QStringLiteral("logs"), logs(station, published)},
-        {QStringLiteral("time"), isoTime(now)},
-    };
-    return QJsonDocument(message).toJson(QJsonDocument::Compact);
+    JsonText out;
+    out.open(u'{');
+    out.key(u"logs");
+    logs(out, station, published);
+    out.key(u"quantities");
+    quantities(out, station);
+    out.key(u"status");
+    status(out, station);
+    out.field(u"time", isoTime(now));
+    out.close(u'}');
+    return out.utf8();
 }
 
 } // namespace CrewSnapshot

@@ -1,6 +1,7 @@
 // The live socket over real TCP on 127.0.0.1 with real WebSocket clients: a snapshot when it
-// opens and one message for each feed line, a handshake refused without the code, and a
-// phone that stops reading dropped before the feed would wait for it.
+// opens and one message for each feed line, the logs' predictions of the line included, a
+// handshake refused without the code, and a phone that stops reading dropped before the feed
+// would wait for it.
 #include "common/PtyPair.h"
 #include "common/TestHome.h"
 #include "crew/CrewServer.h"
@@ -28,6 +29,36 @@ const QByteArray Line =
 const QString LineStatus =
     QStringLiteral("ABP=29.92 Temp=71.5 RH=43.2 AA=2100 AH=5.1 GR=45 VP=0.487 DP=49 ADR=98.6 "
                    "DA=1410 PA=120 WD=275 WS=7 WG=11 AL=340");
+
+// The same line with another adjusted altitude, which moves every log's prediction.
+QByteArray lineWithAltitude(int adjustedAltitude) {
+    QByteArray line = Line;
+    return line.replace(" 2100 ", " " + QByteArray::number(adjustedAltitude) + ' ');
+}
+
+// Lines from the instrument come in reads of their own: each is handled in its own turn of the
+// event loop, and what it made is sent before the next comes.
+void feedAlone(WeatherStation& station, const QByteArray& line) {
+    station.feed().serialBytes(line);
+    QCoreApplication::processEvents();
+}
+
+// A log whose reference run (9.5 s at 2000 ft) gives an ET with every reading.
+void fillReferenceRun(RaceLog& log, const QString& name, const QString& performanceFactor) {
+    log.change(QStringLiteral("Fill"), [](RaceLogData& data) {
+        data.grid.setCell(1, 12, QStringLiteral("9.5"));
+        data.grid.setCell(1, 19, QStringLiteral("2000"));
+    });
+    log.setField(RaceLog::Field::PageIdentifier, name);
+    log.setField(RaceLog::Field::PF, performanceFactor);
+}
+
+// The ET worked out by hand from the reference run: a time changes by its own fraction
+// (8.5e-6 - PF x 8.5e-7) for each foot of altitude, counted one foot over the difference.
+QString expectedEt(double performanceFactor, int adjustedAltitude) {
+    const double perFoot = 8.5e-6 - performanceFactor * 8.5e-7;
+    return QString::number(9.5 + perFoot * (adjustedAltitude - 2000 + 1) * 9.5, 'f', 4);
+}
 
 QUrl liveUrl(quint16 port, const QString& query) {
     return QUrl(QStringLiteral("ws://127.0.0.1:%1/live%2").arg(port).arg(query));
@@ -66,11 +97,67 @@ private slots:
         QVERIFY(statusText(phone.received[0][0]) != LineStatus);
 
         for (int i = 0; i < 3; ++i)
-            station.feed().serialBytes(Line);
+            feedAlone(station, Line);
         QTRY_COMPARE(phone.received.size(), 4);
         QTest::qWait(200);
         QCOMPARE(phone.received.size(), 4);
         QCOMPARE(statusText(phone.received[3][0]), LineStatus);
+
+        // Lines that come in one read are handled together and go out as one message.
+        station.feed().serialBytes(Line + Line + Line);
+        QTRY_COMPARE(phone.received.size(), 5);
+        QTest::qWait(200);
+        QCOMPARE(phone.received.size(), 5);
+        QCOMPARE(statusText(phone.received[4][0]), LineStatus);
+    }
+
+    // Every open log publishes on each line, and the line itself ends with its status: the
+    // phone gets all of it as one message a line, not one for each log and one more.
+    void aLineAndTheLogsItMovesAreOneMessage() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        RaceLog red;
+        RaceLog blue;
+        fillReferenceRun(red, QStringLiteral("Red"), QStringLiteral("5"));
+        fillReferenceRun(blue, QStringLiteral("Blue"), QStringLiteral("0"));
+        station.raceLogs().open(&red);
+        station.raceLogs().open(&blue);
+        QSignalSpy redPublished(&red.prediction(), &PublishedPrediction::published);
+        QSignalSpy bluePublished(&blue.prediction(), &PublishedPrediction::published);
+        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        QTRY_COMPARE(phone.received.size(), 1);
+
+        const int altitudes[] = {2100, 2200, 2300};
+        for (const int altitude : altitudes)
+            feedAlone(station, lineWithAltitude(altitude));
+        // Both logs did publish on every line.
+        QCOMPARE(redPublished.size(), 3);
+        QCOMPARE(bluePublished.size(), 3);
+        QTRY_COMPARE(phone.received.size(), 4);
+        QTest::qWait(200);
+        QCOMPARE(phone.received.size(), 4);
+
+        // Each message holds both logs as its own line left them, the last the last line's.
+        for (int i = 0; i < 3; ++i) {
+            const QJsonArray logs =
+                QJsonDocument::fromJson(phone.received[i + 1][0].toString().toUtf8())[u"logs"]
+                    .toArray();
+            QCOMPARE(logs.size(), 2);
+            const QString redEt = expectedEt(5, altitudes[i]);
+            const QString blueEt = expectedEt(0, altitudes[i]);
+            QCOMPARE(logs[0][u"name"].toString(), QStringLiteral("Red"));
+            QCOMPARE(logs[0][u"predictedEt"].toString(), redEt);
+            QCOMPARE(logs[0][u"line"].toString(), QStringLiteral("Red> ET: ") + redEt);
+            QCOMPARE(logs[1][u"name"].toString(), QStringLiteral("Blue"));
+            QCOMPARE(logs[1][u"predictedEt"].toString(), blueEt);
+            QCOMPARE(logs[1][u"line"].toString(), QStringLiteral("Blue> ET: ") + blueEt);
+        }
+        QCOMPARE(expectedEt(5, 2300), QStringLiteral("9.5122"));
+        QCOMPARE(expectedEt(0, 2300), QStringLiteral("9.5243"));
+        station.raceLogs().close(&red);
+        station.raceLogs().close(&blue);
     }
 
     void aPublishingLogSendsItsPrediction() {
@@ -86,6 +173,8 @@ private slots:
         line.pagerMessage = QStringLiteral("RaceLog# 1> ET: 9.5123");
         log.prediction().publish(line);
         QTRY_COMPARE(phone.received.size(), 2);
+        QTest::qWait(100);
+        QCOMPARE(phone.received.size(), 2);
         const QJsonObject sent =
             QJsonDocument::fromJson(phone.received[1][0].toString().toUtf8())[u"logs"][0]
                 .toObject();

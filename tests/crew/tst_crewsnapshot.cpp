@@ -143,6 +143,25 @@ private slots:
         QCOMPARE(logs[0].toObject()[u"stale"].toBool(), true);
         QCOMPARE(logs[0].toObject()[u"predictedEt"].toString(), QString());
     }
+
+    // A name may hold anything a user types or pastes: it comes back as it was, and the text
+    // is plain compact JSON with its keys in order, as a JSON library writes it.
+    void anyNameComesBackAsItWas() {
+        TestHome home;
+        WeatherStation station;
+        station.feed().serialBytes(Line);
+        RaceLog log;
+        const QString name = QStringLiteral("Say \"Red\" \\ C:\\cars\n\ttab\r\b\f") + QChar(0x01) +
+                             QChar(0x1f) + QStringLiteral(" Zürich ñ €") + QChar(0x7f) +
+                             QStringLiteral(" \U0001F3C1 </script>");
+        prepare(log, name, 9.5, 2000, QString(), 5, QString(), QStringLiteral("0.00"));
+        station.raceLogs().open(&log);
+        const QByteArray json = CrewSnapshot::json(station, {}, QDateTime::currentDateTime());
+        const QJsonObject message = parse(json);
+        QCOMPARE(message[u"logs"][0][u"name"].toString(), name);
+        QCOMPARE(QJsonDocument(message).toJson(QJsonDocument::Compact), json);
+        station.raceLogs().close(&log);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCrewSnapshot)

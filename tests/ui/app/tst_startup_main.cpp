@@ -279,29 +279,25 @@ private slots:
         QVERIFY(!InstanceChannel::handOver("/races/nobody.trl"));
     }
 
-    // The main instance has the phones: the display instance beside it does not even try.
-    void aDisplayInstanceBesideAMainInstanceLeavesItTheCrewView() {
-        const quint16 port = crewViewOnAFreePort();
-        Process mainInstance({OtherInstance::holdMain});
-        QVERIFY(mainInstance.holding());
-        dialogs->queueAnswer(Answer::Ok);
-        auto start = startup({}, relayFolder.path());
-        QCOMPARE(start->run(), std::nullopt);
-        QVERIFY(start->weatherStation()->isDisplay());
-        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, 0);
+    // The main instance has the phones: a display instance beside it does not even try. A
+    // display whose main instance has ended leaves them to this one.
+    void aDisplayInstanceServesTheCrewViewOnlyWithoutAMainInstance_data() {
+        QTest::addColumn<QString>("other");
+        QTest::addColumn<int>("status");
+        QTest::newRow("beside a main instance") << OtherInstance::holdMain << 0;
+        QTest::newRow("beside another display") << OtherInstance::holdDisplay << 200;
     }
-
-    // Another process that is no main instance - a display whose main instance has ended -
-    // leaves the phones to this one.
-    void aDisplayInstanceWithNoMainInstanceServesTheCrewView() {
+    void aDisplayInstanceServesTheCrewViewOnlyWithoutAMainInstance() {
+        QFETCH(QString, other);
+        QFETCH(int, status);
         const quint16 port = crewViewOnAFreePort();
-        Process otherDisplay({OtherInstance::holdDisplay});
-        QVERIFY(otherDisplay.holding());
+        Process otherProcess({other});
+        QVERIFY(otherProcess.holding());
         dialogs->queueAnswer(Answer::Ok);
         auto start = startup({}, relayFolder.path());
         QCOMPARE(start->run(), std::nullopt);
         QVERIFY(start->weatherStation()->isDisplay());
-        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, 200);
+        QCOMPARE(crewGet(port, QStringLiteral("/?code=731904")).status, status);
     }
 
     void withoutTheRelayADisplayInstanceEndsInSilence() {
