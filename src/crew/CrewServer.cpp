@@ -64,6 +64,8 @@ void CrewServer::watchLog(int slot) {
             Qt::UniqueConnection);
     connect(prediction, &PublishedPrediction::staleChanged, this, &CrewServer::schedulePush,
             Qt::UniqueConnection);
+    connect(&log->trust(), &PredictionTrust::changed, this, &CrewServer::schedulePush,
+            Qt::UniqueConnection);
     connect(prediction, &QObject::destroyed, this,
             [this, prediction] { publishTimes.remove(prediction); });
 }

@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "feed/WeatherQuantities.h"
 #include "feed/WeatherStation.h"
+#include "prediction/TrustTexts.h"
 #include "racelog/RaceLog.h"
 #include "racelog/RaceLogSlots.h"
 
@@ -138,10 +139,12 @@ void log(JsonText& out, const RaceLog& raceLog, const PublishTimes& published) {
     const PredictionLine& line = prediction.line();
     out.open(u'{');
     out.field(u"aa", content.aa);
+    out.field(u"likelyMiss", TrustTexts::plusMinus(raceLog.trust().likelyMiss()));
     out.field(u"line", line.pagerMessage);
     out.field(u"name", content.pageIdentifier.isEmpty()
                            ? RaceLogSlots::numberedCaption(raceLog.slot())
                            : content.pageIdentifier);
+    out.field(u"outlook", raceLog.trust().outlook());
     out.field(u"predictedEt", numberText(line.predictedEt, QStringLiteral("##.0000")));
     out.field(u"referenceRun", content.refRunIndex);
     out.field(u"slot", raceLog.slot());

@@ -17,9 +17,13 @@ QString thousandths(double seconds) {
 QString likelyMiss(const std::optional<PredictionTrust::Miss>& miss) {
     if (!miss)
         return QStringLiteral("Likely miss: not enough runs");
-    return QStringLiteral("Likely miss: \u00b1%1 s (last %2 predictions)")
-        .arg(thousandths(miss->seconds))
+    return QStringLiteral("Likely miss: %1 s (last %2 predictions)")
+        .arg(plusMinus(miss))
         .arg(miss->predictions);
+}
+
+QString plusMinus(const std::optional<PredictionTrust::Miss>& miss) {
+    return miss ? QStringLiteral("\u00b1") + thousandths(miss->seconds) : QString();
 }
 
 QString drift(const std::optional<PredictionTrust::Drift>& drift) {

@@ -10,6 +10,9 @@ namespace TrustTexts {
 // "Likely miss: ±0.004 s (last 12 predictions)", or "Likely miss: not enough runs".
 QString likelyMiss(const std::optional<PredictionTrust::Miss>& miss);
 
+// The miss as the crew's phones put it after the ET: "±0.004"; empty when there is none.
+QString plusMinus(const std::optional<PredictionTrust::Miss>& miss);
+
 // "Track: +0.012 s slower than the air says (last 3 runs today)", "faster" for a track that
 // runs quicker; empty when there is no drift to tell.
 QString drift(const std::optional<PredictionTrust::Drift>& drift);

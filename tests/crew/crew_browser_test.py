@@ -134,7 +134,8 @@ return Array.from(document.querySelectorAll('#logs .log')).map(function (card) {
     const text = function (selector) { return card.querySelector(selector).textContent; };
     return {slot: card.dataset.slot, name: text('.name'), et: text('.et'), line: text('.line'),
             ts: text('.ts'), target: text('.target'), ref: text('.ref'), aa: text('.aa'),
-            vp: text('.vp'), updated: text('.updated'), stale: card.classList.contains('stale')};
+            vp: text('.vp'), updated: text('.updated'), stale: card.classList.contains('stale'),
+            miss: text('.miss'), outlook: text('.outlook')};
 });
 """
 
@@ -275,6 +276,9 @@ def run(bin_dir, out_dir, work):
                   "target/reference %r" % card)
             check(re.fullmatch(r"-?\d+", card["aa"]) and card["vp"], "AA/VP %r" % card)
             check(card["updated"].startswith("Updated "), "updated %r" % card["updated"])
+            # Minutes of weather and three runs: too few for an outlook or a likely miss yet.
+            check(card["outlook"] == "Outlook: not enough weather", "outlook %r" % card["outlook"])
+            check(card["miss"] == "", "likely miss %r" % card["miss"])
             check(not card["stale"], "card %s stale while live" % card["name"])
             print("Card %s: ET %s, line %r" % (card["name"], card["et"], card["line"]))
 

@@ -182,6 +182,14 @@ private slots:
         QVERIFY(!sent[u"updated"].toString().isEmpty());
         log.prediction().markStale(11);
         QTRY_COMPARE(phone.received.size(), 3);
+        // A new likely miss or outlook of the log, with no line, reaches the phone too.
+        const QString outlook = QStringLiteral("In 30 min: AA 2,310 ft \u2192 9.5132");
+        log.trust().setOutlook(outlook);
+        QTRY_COMPARE(phone.received.size(), 4);
+        QCOMPARE(QJsonDocument::fromJson(phone.received[3][0].toString().toUtf8())[u"logs"][0]
+                     .toObject()[u"outlook"]
+                     .toString(),
+                 outlook);
     }
 
     // The idle time is for connections that send no request; an open live socket only

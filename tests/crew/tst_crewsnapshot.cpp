@@ -126,6 +126,32 @@ private slots:
         QCOMPARE(message[u"time"].toString(), QStringLiteral("2026-11-22T10:42:08.000"));
     }
 
+    // The card puts the likely miss after the ET and the next rounds' line under it.
+    void theMessageCarriesEachLogsLikelyMissAndOutlook() {
+        TestHome home;
+        WeatherStation station;
+        RaceLog weighed;
+        RaceLog fresh;
+        prepare(weighed, QStringLiteral("Red"), 9.5, 2000, QString(), 5, QStringLiteral("0"),
+                QStringLiteral("0.00"));
+        prepare(fresh, QStringLiteral("Blue"), 9.5, 2000, QString(), 5, QStringLiteral("0"),
+                QStringLiteral("0.00"));
+        const QString outlook = QStringLiteral("In 30 min: AA 2,310 ft \u2192 9.5132");
+        station.raceLogs().open(&weighed);
+        station.raceLogs().open(&fresh);
+        // Set as the log's predictor would once it has weighed twelve predictions.
+        weighed.trust().setMeasures(PredictionTrust::Miss{0.0042, 12}, std::nullopt);
+        weighed.trust().setOutlook(outlook);
+        station.feed().tcpBytes(Line);
+
+        const QJsonArray logs =
+            parse(CrewSnapshot::json(station, {}, QDateTime::currentDateTime()))[u"logs"].toArray();
+        QCOMPARE(logs[0].toObject()[u"likelyMiss"].toString(), QStringLiteral("\u00b10.004"));
+        QCOMPARE(logs[0].toObject()[u"outlook"].toString(), outlook);
+        QCOMPARE(logs[1].toObject()[u"likelyMiss"].toString(), QString());
+        QCOMPARE(logs[1].toObject()[u"outlook"].toString(), fresh.trust().outlook());
+    }
+
     // A log whose weather stopped coming says so; a closed slot is left out.
     void aStaleLogIsMarkedAndAnEmptySlotLeftOut() {
         TestHome home;

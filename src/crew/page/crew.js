@@ -105,17 +105,22 @@
         card.fields = {
             name: heading.firstChild,
             flag: flag,
-            et: element("div", "et"),
+            et: element("span", "et"),
+            miss: element("span", "miss"),
             throttleStop: field(list, "ts", "Throttle stop"),
             targetEt: field(list, "target", "Target ET"),
             referenceRun: field(list, "ref", "Reference run"),
             aa: field(list, "aa", "AA used"),
             vp: field(list, "vp", "VP used"),
             line: element("p", "line"),
+            outlook: element("p", "outlook"),
             updated: element("p", "updated"),
         };
-        card.append(heading, element("div", "etlabel", "Predicted ET"), card.fields.et, list,
-                    card.fields.line, card.fields.updated);
+        // The ET with the miss it is likely to stay within: "9.5620 ±0.004".
+        const etRow = element("div", "etrow");
+        etRow.append(card.fields.et, card.fields.miss);
+        card.append(heading, element("div", "etlabel", "Predicted ET"), etRow, list,
+                    card.fields.line, card.fields.outlook, card.fields.updated);
         return card;
     }
 
@@ -128,12 +133,15 @@
         const fields = card.fields;
         fields.name.textContent = orDash(log.name);
         fields.et.textContent = orDash(log.predictedEt);
+        fields.miss.textContent = log.predictedEt ? log.likelyMiss || "" : "";
         fields.throttleStop.textContent = orDash(log.throttleStop);
         fields.targetEt.textContent = orDash(log.targetEt);
         fields.referenceRun.textContent = orDash(runNumber(log.referenceRun));
         fields.aa.textContent = orDash(log.aa);
         fields.vp.textContent = orDash(log.vp);
         fields.line.textContent = orDash(log.line);
+        fields.outlook.textContent = log.outlook || "";
+        fields.outlook.hidden = !log.outlook;
         fields.updated.textContent =
             log.updated ? "Updated " + clockTime(log.updated) : "Not published yet";
         fields.updated.dataset.time = log.updated || "";
