@@ -56,12 +56,15 @@ void addFieldRow(QFormLayout* form, const char* labelName, RaceLog::Field field,
     addRow(form, labelName, QLatin1String(LogFieldTable::row(field).caption), control);
 }
 
-// The fields of a tab stand on an area of their own that scrolls when the tab is short.
+// The fields of a tab stand on an area of their own that scrolls when the tab is short. The
+// panel has a fixed width, so the fields take the width there is and the wrapped lines grow
+// down, never sideways.
 QScrollArea* scrolled(const char* areaName, const char* frameName, QLayout* fields) {
     auto* frame = named(new QWidget, frameName);
     frame->setLayout(fields);
     auto* area = named(new QScrollArea, areaName);
     area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidget(frame);
     return area;
