@@ -66,6 +66,7 @@ QString outlookLine(const RaceLog& log, const std::optional<AirOutlook::Forecast
                 if (et)
                     ets[i] = et->predictedEt + log.trackOffset();
             } catch (const ComputeFault&) {
+                // Air the model cannot work an ET out for shows without one.
             }
         }
     }
