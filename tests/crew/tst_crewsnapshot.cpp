@@ -1,5 +1,6 @@
 // The live socket's message, checked field by field against predictions worked out here from
 // the logs' reference runs and the line the instrument sent.
+#include "common/ModelByHand.h"
 #include "common/TestHome.h"
 #include "crew/CrewSnapshot.h"
 #include "feed/WeatherStation.h"
@@ -19,17 +20,6 @@ const QString LineStatus =
     QStringLiteral("ABP=29.92 Temp=71.5 RH=43.2 AA=2100 AH=5.1 GR=45 VP=0.487 DP=49 ADR=98.6 "
                    "DA=1410 PA=120 WD=275 WS=7 WG=11 AL=340");
 
-// The team's model: the ET moves with the performance factor's sensitivity for each foot of
-// adjusted altitude (plus one), in proportion to the ET.
-double etAt(double et, double fromAltitude, double toAltitude, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * (toAltitude - fromAltitude + 1.0) * et;
-}
-double throttleStopFor(double refEt, double refAltitude, double timer, double target,
-                       double altitude, double pf, double ratio) {
-    const double refAtZero = etAt(refEt, refAltitude, 0, pf);
-    const double targetAtZero = etAt(target, altitude, 0, pf);
-    return timer - (refAtZero - targetAtZero) * ratio * 100.0;
-}
 QString fourPlaces(double value) {
     return QString::number(value, 'f', 4);
 }
@@ -98,8 +88,8 @@ private slots:
 
         const QJsonArray logs = message[u"logs"].toArray();
         QCOMPARE(logs.size(), 2);
-        const double redEt = etAt(9.5, 2000, 2100, 5);
-        const double redStop = throttleStopFor(9.5, 2000, 1.5, 9.50, 2100, 5, 0.25);
+        const double redEt = ModelByHand::etAt(9.5, 2000, 2100, 5);
+        const double redStop = ModelByHand::throttleStopFor(9.5, 2000, 1.5, 9.50, 2100, 5, 0.25);
         const QJsonObject redLog = logs[0].toObject();
         QCOMPARE(redLog[u"slot"].toInt(), 0);
         QCOMPARE(redLog[u"name"].toString(), QStringLiteral("Red"));
@@ -117,10 +107,12 @@ private slots:
         const QJsonObject plainLog = logs[1].toObject();
         QCOMPARE(plainLog[u"slot"].toInt(), 1);
         QCOMPARE(plainLog[u"name"].toString(), QStringLiteral("Race Log# 2"));
-        QCOMPARE(plainLog[u"predictedEt"].toString(), fourPlaces(etAt(10.2, 1500, 2100, 3)));
+        QCOMPARE(plainLog[u"predictedEt"].toString(),
+                 fourPlaces(ModelByHand::etAt(10.2, 1500, 2100, 3)));
         QCOMPARE(plainLog[u"throttleStop"].toString(), QString());
         QCOMPARE(plainLog[u"line"].toString(),
-                 QStringLiteral("RaceLog# 2> ET: ") + fourPlaces(etAt(10.2, 1500, 2100, 3)));
+                 QStringLiteral("RaceLog# 2> ET: ") +
+                     fourPlaces(ModelByHand::etAt(10.2, 1500, 2100, 3)));
         QCOMPARE(plainLog[u"updated"].toString(), QString());
 
         QCOMPARE(message[u"time"].toString(), QStringLiteral("2026-11-22T10:42:08.000"));

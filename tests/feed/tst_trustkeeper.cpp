@@ -1,3 +1,4 @@
+#include "common/ModelByHand.h"
 #include "common/TestHome.h"
 #include "feed/TrustKeeper.h"
 #include "prediction/LogPrediction.h"
@@ -14,11 +15,6 @@ constexpr int Time = 1;
 constexpr int Date = 2;
 constexpr int Ft1320 = 12;
 constexpr int AA = 19;
-
-// The elapsed-time model written out by the test: a time at one altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
-}
 
 struct Run {
     double et;
@@ -46,8 +42,9 @@ void fill(RaceLog& log, const QList<Run>& runs) {
 double likelyMissOf(const QList<Run>& runs) {
     double largest = 0;
     for (int i = 1; i < runs.size(); ++i)
-        largest = std::max(largest, std::fabs(runs[i].et - modelEt(runs[i - 1].et, runs[i - 1].aa,
-                                                                   runs[i].aa, 5)));
+        largest = std::max(largest,
+                           std::fabs(runs[i].et - ModelByHand::etAt(runs[i - 1].et, runs[i - 1].aa,
+                                                                    runs[i].aa, 5)));
     return largest;
 }
 
@@ -55,7 +52,7 @@ double likelyMissOf(const QList<Run>& runs) {
 double driftOf(const QList<Run>& runs) {
     double sum = 0;
     for (int i = 1; i < 4; ++i)
-        sum += runs[i].et - modelEt(runs[0].et, runs[0].aa, runs[i].aa, 5);
+        sum += runs[i].et - ModelByHand::etAt(runs[0].et, runs[0].aa, runs[i].aa, 5);
     return sum / 3;
 }
 
@@ -155,16 +152,16 @@ private slots:
         QCOMPARE(withRuns.trust().outlook(),
                  QStringLiteral("In 30 min: AA 2,100 ft \u2192 %1 \u00b7 60 min: 2,150 \u2192 %2 "
                                 "\u00b7 90 min: 2,200 \u2192 %3")
-                     .arg(fixed(modelEt(9.5, 2000, 2100, 5) + 0.012),
-                          fixed(modelEt(9.5, 2000, 2150, 5) + 0.012),
-                          fixed(modelEt(9.5, 2000, 2200, 5) + 0.012)));
+                     .arg(fixed(ModelByHand::etAt(9.5, 2000, 2100, 5) + 0.012),
+                          fixed(ModelByHand::etAt(9.5, 2000, 2150, 5) + 0.012),
+                          fixed(ModelByHand::etAt(9.5, 2000, 2200, 5) + 0.012)));
         QCOMPARE(empty.trust().outlook(), QStringLiteral("In 30 min: AA 2,100 ft \u00b7 60 min: "
                                                          "2,150 \u00b7 90 min: 2,200"));
 
         // A new offset is worked into the line at once, from the same minute's air.
         withRuns.setField(RaceLog::Field::TrackOffset, QStringLiteral("0"));
         QVERIFY(withRuns.trust().outlook().endsWith(QStringLiteral("90 min: 2,200 \u2192 ") +
-                                                    fixed(modelEt(9.5, 2000, 2200, 5))));
+                                                    fixed(ModelByHand::etAt(9.5, 2000, 2200, 5))));
     }
 
     void theAirOfAFeedThatStoppedGoes() {

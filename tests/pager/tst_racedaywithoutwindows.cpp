@@ -1,6 +1,7 @@
 // The race day as the core runs it, with no window in the process: an instrument on a real
 // pseudo-terminal feeds the station, three open logs predict from each line, and the page is
 // made of what they published.
+#include "common/ModelByHand.h"
 #include "common/PtyPair.h"
 #include "common/TestHome.h"
 #include "feed/PortDevices.h"
@@ -27,22 +28,6 @@ const QString LineStatus =
 const QByteArray HigherLine =
     " 11/22/26 10:43:07 29.80 73.5 40.2 2300 5.1 45 0.501 49 97.6 1610 120 275 7 11 340\r";
 
-// The model as the team's notes give it: a run's ET moves by the sensitivity of its
-// performance factor for each foot of adjusted altitude (plus one), in proportion to the ET.
-double sensitivity(double pf) {
-    return 8.5e-6 - pf * 8.5e-7;
-}
-double etAt(double et, double fromAltitude, double toAltitude, double pf) {
-    return et + sensitivity(pf) * (toAltitude - fromAltitude + 1.0) * et;
-}
-// The throttle stop timer that makes the target: both times taken to zero altitude, the
-// difference made up at the ratio's seconds per hundredth.
-double throttleStopFor(double refEt, double refAltitude, double timer, double target,
-                       double altitude, double pf, double ratio) {
-    const double refAtZero = etAt(refEt, refAltitude, 0, pf);
-    const double targetAtZero = etAt(target, altitude, 0, pf);
-    return timer - (refAtZero - targetAtZero) * ratio * 100.0;
-}
 QString fourPlaces(double value) {
     return QString::number(value, 'f', 4);
 }
@@ -123,11 +108,11 @@ private slots:
         QTRY_COMPARE(station.statusLine(), LineStatus);
 
         // Each log's prediction, worked out here from its reference run and the live 2100 ft.
-        const double redEt = etAt(9.5, 2000, 2100, 5);
-        const double redStop = throttleStopFor(9.5, 2000, 1.5, 9.50, 2100, 5, 0.25);
-        const double plainEt = etAt(10.2, 1500, 2100, 3);
-        const double blueEt = etAt(8.9, 2500, 2100, 7);
-        const double blueStop = throttleStopFor(8.9, 2500, 2.0, 8.95, 2100, 7, 0.3);
+        const double redEt = ModelByHand::etAt(9.5, 2000, 2100, 5);
+        const double redStop = ModelByHand::throttleStopFor(9.5, 2000, 1.5, 9.50, 2100, 5, 0.25);
+        const double plainEt = ModelByHand::etAt(10.2, 1500, 2100, 3);
+        const double blueEt = ModelByHand::etAt(8.9, 2500, 2100, 7);
+        const double blueStop = ModelByHand::throttleStopFor(8.9, 2500, 2.0, 8.95, 2100, 7, 0.3);
         QVERIFY(redStop > 0 && blueStop > 0);
         const QString redLine =
             QStringLiteral("ET: %1  TS @ 9.50: %2").arg(fourPlaces(redEt), fourPlaces(redStop));
@@ -181,10 +166,12 @@ private slots:
         QVERIFY(blueLog.prediction().isStale());
         QCOMPARE(redLog.prediction().line().pagerMessage,
                  QStringLiteral("Red> ET: %1  TS @ 9.50: %2")
-                     .arg(fourPlaces(etAt(9.5, 2000, 2300, 5)),
-                          fourPlaces(throttleStopFor(9.5, 2000, 1.5, 9.50, 2300, 5, 0.25))));
+                     .arg(fourPlaces(ModelByHand::etAt(9.5, 2000, 2300, 5)),
+                          fourPlaces(
+                              ModelByHand::throttleStopFor(9.5, 2000, 1.5, 9.50, 2300, 5, 0.25))));
         QCOMPARE(plainLog.prediction().line().pagerMessage,
-                 QStringLiteral("RaceLog# 2> ET: ") + fourPlaces(etAt(10.2, 1500, 2300, 3)));
+                 QStringLiteral("RaceLog# 2> ET: ") +
+                     fourPlaces(ModelByHand::etAt(10.2, 1500, 2300, 3)));
         QCOMPARE(blueLog.prediction().line().pagerMessage, QStringLiteral("Blue> ") + blueLine);
         QCOMPARE(blueLog.field(RaceLog::Field::AA), QStringLiteral("2100"));
         QVERIFY(!PagerLogs::pageText(station, twoThirtyFive).startsWith(QStringLiteral("OLD WX")));
@@ -204,8 +191,9 @@ private slots:
         QCOMPARE(log.field(RaceLog::Field::AA), QStringLiteral("1800"));
         QCOMPARE(log.prediction().line().pagerMessage,
                  QStringLiteral("Red> ET: %1  TS @ 9.50: %2")
-                     .arg(fourPlaces(etAt(9.5, 2000, 1800, 5)),
-                          fourPlaces(throttleStopFor(9.5, 2000, 1.5, 9.50, 1800, 5, 0.25))));
+                     .arg(fourPlaces(ModelByHand::etAt(9.5, 2000, 1800, 5)),
+                          fourPlaces(
+                              ModelByHand::throttleStopFor(9.5, 2000, 1.5, 9.50, 1800, 5, 0.25))));
     }
 
     // A throttle stop the model cannot work out (a ratio so large the setting overflows) is
@@ -222,7 +210,7 @@ private slots:
         QCOMPARE(failed.size(), 1);
         QCOMPARE(published.size(), 1);
         QCOMPARE(log.prediction().line().pagerMessage,
-                 QStringLiteral("Red> ET: ") + fourPlaces(etAt(9.5, 2000, 2100, 5)));
+                 QStringLiteral("Red> ET: ") + fourPlaces(ModelByHand::etAt(9.5, 2000, 2100, 5)));
         QVERIFY(!log.prediction().line().throttleStop);
     }
 };

@@ -1,4 +1,5 @@
 #include "SampleRunTable.h"
+#include "common/ModelByHand.h"
 #include "prediction/LikelyMiss.h"
 
 #include <QRandomGenerator>
@@ -11,11 +12,6 @@ using namespace RunColumn;
 using PredictionCheck::Prediction;
 
 namespace {
-
-// The elapsed-time model written out by the test: a time at one altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
-}
 
 // Predictions whose errors, actual minus predicted, are the ones given.
 QList<Prediction> withErrors(const QList<double>& errors) {
@@ -48,7 +44,8 @@ GeneratedLog fortyRunsAtFactor5(quint32 seed) {
     for (int i = 0; i < 40; ++i) {
         const double aa = std::round(1500 + random.generateDouble() * 2000);
         const double noise = (random.generateDouble() * 2 - 1) * 0.002;
-        log.inTimeOrder.append({std::round((modelEt(9.40, 0, aa, 5) + noise) * 1e4) / 1e4, aa});
+        log.inTimeOrder.append(
+            {std::round((ModelByHand::etAt(9.40, 0, aa, 5) + noise) * 1e4) / 1e4, aa});
     }
     QList<int> order(40);
     std::iota(order.begin(), order.end(), 0);
@@ -123,7 +120,7 @@ void LikelyMissTest::aLogMadeByTheModelWithTimingNoiseMissesByTheNoise() {
     for (int i = 20; i < 40; ++i) {
         const Run& run = log.inTimeOrder[i];
         const Run& before = log.inTimeOrder[i - 1];
-        misses.append(std::fabs(run.et - modelEt(before.et, before.aa, run.aa, 5)));
+        misses.append(std::fabs(run.et - ModelByHand::etAt(before.et, before.aa, run.aa, 5)));
     }
     std::sort(misses.begin(), misses.end());
     QCOMPARE(miss->seconds, misses[15]); // 80 % of 20: the 16th smallest

@@ -1,4 +1,5 @@
 #include "SampleRunTable.h"
+#include "common/ModelByHand.h"
 #include "prediction/PredictionCheck.h"
 #include "racelog/RaceLog.h"
 
@@ -12,13 +13,6 @@ using enum PredictionCheck::Mode;
 
 namespace {
 
-// The elapsed-time model, written out here so the check is compared with arithmetic of the
-// test's own: a time at one adjusted altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    const double sensitivity = 8.5e-6 - pf * 8.5e-7;
-    return et + sensitivity * ((aaTo - aaFrom + 1.0) * et);
-}
-
 struct Run {
     double et;
     double aa;
@@ -31,7 +25,8 @@ double meanAbsoluteError(const QList<Run>& runs, double pf) {
         for (qsizetype j = 0; j < runs.size(); ++j) {
             if (i == j)
                 continue;
-            sum += std::fabs(runs[i].et - modelEt(runs[j].et, runs[j].aa, runs[i].aa, pf));
+            sum +=
+                std::fabs(runs[i].et - ModelByHand::etAt(runs[j].et, runs[j].aa, runs[i].aa, pf));
             ++count;
         }
     }
@@ -43,7 +38,7 @@ double meanAbsoluteError(const QList<Run>& runs, double pf) {
 // timing system gives them.
 QList<Run> generatedRuns(quint32 seed, double pf, double noise, int count = 40) {
     QRandomGenerator random(seed);
-    const double sensitivity = 8.5e-6 - pf * 8.5e-7;
+    const double sensitivity = ModelByHand::sensitivity(pf);
     const double baseEt = 4.5 + random.generateDouble() * 6.5;
     QList<Run> runs;
     for (int i = 0; i < count; ++i) {
@@ -107,7 +102,8 @@ void PredictionCheckTest::eachRunIsPredictedFromEveryOtherRunAtItsDistance() {
         const auto [run, reference] = pairs[i];
         QCOMPARE(p.run, run);
         QCOMPARE(p.reference, reference);
-        const double predicted = modelEt(runs[reference].et, runs[reference].aa, runs[run].aa, 5);
+        const double predicted =
+            ModelByHand::etAt(runs[reference].et, runs[reference].aa, runs[run].aa, 5);
         QCOMPARE(p.et.predictedEt, predicted);
         QCOMPARE(p.error(), runs[run].et - predicted);
         sum += std::fabs(runs[run].et - predicted);
@@ -173,8 +169,9 @@ void PredictionCheckTest::theWorstRunHasTheLargestMeanError() {
         double sum = 0;
         for (int reference = 0; reference < runs.size(); ++reference)
             if (reference != run)
-                sum += std::fabs(runs[run].et -
-                                 modelEt(runs[reference].et, runs[reference].aa, runs[run].aa, 6));
+                sum += std::fabs(runs[run].et - ModelByHand::etAt(runs[reference].et,
+                                                                  runs[reference].aa, runs[run].aa,
+                                                                  6));
         QCOMPARE(report.runs[run].meanAbsoluteError, sum / 3);
         if (sum / 3 > worstError) {
             worstError = sum / 3;
@@ -236,8 +233,8 @@ void PredictionCheckTest::theLogDocumentIsReadAsItStands() {
     });
     const auto report = PredictionCheck::check(log, EveryOther);
     QCOMPARE(report.predictions.size(), 2);
-    QCOMPARE(report.predictions[0].et.predictedEt, modelEt(9.54, 2200, 2000, 3));
-    QCOMPARE(report.predictions[1].et.predictedEt, modelEt(9.5, 2000, 2200, 3));
+    QCOMPARE(report.predictions[0].et.predictedEt, ModelByHand::etAt(9.54, 2200, 2000, 3));
+    QCOMPARE(report.predictions[1].et.predictedEt, ModelByHand::etAt(9.5, 2000, 2200, 3));
 }
 
 void PredictionCheckTest::bestFactorRecoversTheCarsFactor_data() {
@@ -315,7 +312,8 @@ void PredictionCheckTest::onTheDayEachRunIsPredictedFromTheRunMadeBeforeIt() {
     double sum = 0;
     for (qsizetype i = 0; i < pairs.size(); ++i) {
         const auto [run, reference] = pairs[i];
-        const double predicted = modelEt(runs[reference].et, runs[reference].aa, runs[run].aa, 4);
+        const double predicted =
+            ModelByHand::etAt(runs[reference].et, runs[reference].aa, runs[run].aa, 4);
         QCOMPARE(report.predictions[i].run, run);
         QCOMPARE(report.predictions[i].reference, reference);
         QCOMPARE(report.predictions[i].et.predictedEt, predicted);
@@ -355,7 +353,7 @@ void PredictionCheckTest::onTheDayRunsAtAnotherDistanceAreNotCompared() {
     QCOMPARE(report.predictions.size(), 1);
     QCOMPARE(report.predictions[0].run, 5);
     QCOMPARE(report.predictions[0].reference, 3);
-    QCOMPARE(report.predictions[0].et.predictedEt, modelEt(9.52, 2020, 2040, 4));
+    QCOMPARE(report.predictions[0].et.predictedEt, ModelByHand::etAt(9.52, 2020, 2040, 4));
 }
 
 QTEST_GUILESS_MAIN(PredictionCheckTest)

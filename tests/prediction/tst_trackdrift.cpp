@@ -1,4 +1,5 @@
 #include "SampleRunTable.h"
+#include "common/ModelByHand.h"
 #include "prediction/TrackDrift.h"
 
 #include <QRandomGenerator>
@@ -11,11 +12,6 @@ namespace {
 
 const QDate Today(2026, 11, 22);
 const QString TodayText = "11/22/26";
-
-// The elapsed-time model written out by the test: a time at one altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
-}
 
 QString fixed(double value) {
     return QString::number(value, 'f', 4);
@@ -49,9 +45,9 @@ void TrackDriftTest::isTheMeanMissOfTheLastThreeRunsToday() {
     const auto drift = TrackDrift::of(inputsOf(table, 6, reference));
     QVERIFY(drift);
     QCOMPARE(drift->runs, 3);
-    const double misses = (9.5150 - modelEt(9.5, 2000, 2100, 5)) +
-                          (9.5100 - modelEt(9.5, 2000, 2200, 5)) +
-                          (9.5020 - modelEt(9.5, 2000, 1900, 5));
+    const double misses = (9.5150 - ModelByHand::etAt(9.5, 2000, 2100, 5)) +
+                          (9.5100 - ModelByHand::etAt(9.5, 2000, 2200, 5)) +
+                          (9.5020 - ModelByHand::etAt(9.5, 2000, 1900, 5));
     QCOMPARE(drift->seconds, misses / 3);
 }
 
@@ -67,8 +63,9 @@ void TrackDriftTest::runsOfOtherDaysAndTheReferenceRunDoNotCount() {
     const auto drift = TrackDrift::of(inputsOf(table, 7, reference));
     QVERIFY(drift);
     QCOMPARE(drift->runs, 2);
-    QCOMPARE(drift->seconds,
-             ((9.5150 - modelEt(9.5, 2000, 2100, 5)) + (9.5100 - modelEt(9.5, 2000, 2200, 5))) / 2);
+    QCOMPARE(drift->seconds, ((9.5150 - ModelByHand::etAt(9.5, 2000, 2100, 5)) +
+                              (9.5100 - ModelByHand::etAt(9.5, 2000, 2200, 5))) /
+                                 2);
 }
 
 void TrackDriftTest::needsTwoRunsToday() {
@@ -99,7 +96,7 @@ void TrackDriftTest::aTrackRunningSlowerThanTheAirIsFoundThroughTheNoise() {
         const double aa = std::round(1500 + random.generateDouble() * 2000);
         const double noise = (random.generateDouble() * 2 - 1) * 0.002;
         const bool today = i >= 4;
-        const double et = modelEt(9.48, 2000, aa, 5) + (today ? 0.015 : 0.0) + noise;
+        const double et = ModelByHand::etAt(9.48, 2000, aa, 5) + (today ? 0.015 : 0.0) + noise;
         table.addRun({{Ft1320, fixed(et)},
                       {AA, QString::number(aa)},
                       {Time, QTime(10 + i, 0).toString("hh:mmap")},

@@ -1,4 +1,5 @@
 #include "../PredictionWindows.h"
+#include "common/ModelByHand.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/prediction/PredictionCheckDialog.h"
@@ -20,11 +21,6 @@ constexpr int Time = 1;
 constexpr int Ft1320 = 12;
 constexpr int AA = 19;
 
-// The elapsed-time model written out by the test: a time at one altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
-}
-
 struct Run {
     double et;
     double aa;
@@ -34,8 +30,9 @@ double meanError(const QList<Run>& runs, int run, double pf) {
     double sum = 0;
     for (int reference = 0; reference < runs.size(); ++reference)
         if (reference != run)
-            sum += std::fabs(runs[run].et -
-                             modelEt(runs[reference].et, runs[reference].aa, runs[run].aa, pf));
+            sum +=
+                std::fabs(runs[run].et - ModelByHand::etAt(runs[reference].et, runs[reference].aa,
+                                                           runs[run].aa, pf));
     return sum / double(runs.size() - 1);
 }
 
@@ -147,7 +144,7 @@ private slots:
             // Ten minutes either side: the run before is the one a crew had in hand.
             const int reference = i == 0 ? 1 : i - 1;
             const double predicted =
-                modelEt(runs[reference].et, runs[reference].aa, runs[i].aa, 4.6);
+                ModelByHand::etAt(runs[reference].et, runs[reference].aa, runs[i].aa, 4.6);
             const double error = runs[i].et - predicted;
             QCOMPARE(grid->item(i, 0)->text(), QString::number(i + 1));
             QCOMPARE(grid->item(i, 1)->text(), fixed(runs[i].et));
@@ -265,7 +262,8 @@ private slots:
         int worst = 1;
         QList<double> misses;
         for (int i = 1; i < 40; ++i) {
-            const double predicted = modelEt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 4.6);
+            const double predicted =
+                ModelByHand::etAt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 4.6);
             const double error = runs[i].et - predicted;
             QCOMPARE(grid->item(i - 1, 0)->text(), QString::number(i + 1));
             QCOMPARE(grid->item(i - 1, 2)->text(), QString::number(i));
@@ -273,16 +271,17 @@ private slots:
             QCOMPARE(grid->item(i - 1, 4)->text(), signedFixed(error));
             sum += std::fabs(error);
             if (std::fabs(error) >
-                std::fabs(runs[worst].et -
-                          modelEt(runs[worst - 1].et, runs[worst - 1].aa, runs[worst].aa, 4.6)))
+                std::fabs(runs[worst].et - ModelByHand::etAt(runs[worst - 1].et, runs[worst - 1].aa,
+                                                             runs[worst].aa, 4.6)))
                 worst = i;
             if (i >= 20)
                 misses.append(std::fabs(error));
         }
         // The likely miss: the 16th smallest of the last twenty misses, to the thousandth.
         std::sort(misses.begin(), misses.end());
-        const double worstError = std::fabs(
-            runs[worst].et - modelEt(runs[worst - 1].et, runs[worst - 1].aa, runs[worst].aa, 4.6));
+        const double worstError =
+            std::fabs(runs[worst].et - ModelByHand::etAt(runs[worst - 1].et, runs[worst - 1].aa,
+                                                         runs[worst].aa, 4.6));
         QCOMPARE(dialog->findChild<QLabel*>("lblSummary")->text(),
                  QStringLiteral("PF 4.6: 39 runs predicted from the run before them. Mean "
                                 "absolute error %1 s. Likely miss: \u00b1%2 s (last 20 "

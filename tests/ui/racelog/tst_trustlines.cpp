@@ -1,3 +1,4 @@
+#include "common/ModelByHand.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/PredictionWindows.h"
@@ -17,11 +18,6 @@ constexpr int Date = 2;
 constexpr int Ft1320 = 12;
 constexpr int AA = 19;
 
-// The elapsed-time model written out by the test: a time at one altitude taken to another.
-double modelEt(double et, double aaFrom, double aaTo, double pf) {
-    return et + (8.5e-6 - pf * 8.5e-7) * ((aaTo - aaFrom + 1.0) * et);
-}
-
 struct Run {
     double et;
     double aa;
@@ -37,7 +33,8 @@ QList<Run> fortyRuns() {
         const double aa = std::round(1500 + random.generateDouble() * 2000);
         const double noise = (random.generateDouble() * 2 - 1) * 0.002;
         const double slower = i >= 36 ? 0.015 : 0.0;
-        runs.append({std::round((modelEt(9.40, 0, aa, 5) + slower + noise) * 1e4) / 1e4, aa});
+        runs.append(
+            {std::round((ModelByHand::etAt(9.40, 0, aa, 5) + slower + noise) * 1e4) / 1e4, aa});
     }
     return runs;
 }
@@ -63,8 +60,8 @@ void fill(RaceLogWindow* log, const QList<Run>& runs) {
 double likelyMissOf(const QList<Run>& runs) {
     QList<double> misses;
     for (int i = 20; i < 40; ++i)
-        misses.append(
-            std::fabs(runs[i].et - modelEt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 5)));
+        misses.append(std::fabs(runs[i].et -
+                                ModelByHand::etAt(runs[i - 1].et, runs[i - 1].aa, runs[i].aa, 5)));
     std::sort(misses.begin(), misses.end());
     return misses[15];
 }
@@ -73,7 +70,7 @@ double likelyMissOf(const QList<Run>& runs) {
 double driftOf(const QList<Run>& runs) {
     double sum = 0;
     for (int i = 37; i < 40; ++i)
-        sum += runs[i].et - modelEt(runs[0].et, runs[0].aa, runs[i].aa, 5);
+        sum += runs[i].et - ModelByHand::etAt(runs[0].et, runs[0].aa, runs[i].aa, 5);
     return sum / 3;
 }
 
@@ -140,7 +137,7 @@ private slots:
         fill(log, runs);
         log->sidePanel->aaField->setText(QStringLiteral("2100"));
         log->updatePredictions();
-        const double atTheAir = modelEt(runs[0].et, runs[0].aa, 2100, 5);
+        const double atTheAir = ModelByHand::etAt(runs[0].et, runs[0].aa, 2100, 5);
         QCOMPARE(log->windowTitle(),
                  QStringLiteral("Race Log# 1  ET: ") + QString::number(atTheAir, 'f', 4));
 
@@ -186,7 +183,7 @@ private slots:
         }
         windows.station.trust().updateOutlook(now);
         const auto at = [&runs](double aa) {
-            return QString::number(modelEt(runs[0].et, runs[0].aa, aa, 5), 'f', 4);
+            return QString::number(ModelByHand::etAt(runs[0].et, runs[0].aa, aa, 5), 'f', 4);
         };
         QCOMPARE(label(log, "lblOutlook")->text(),
                  QStringLiteral("In 30 min: AA 2,100 ft \u2192 %1 \u00b7 60 min: 2,150 \u2192 %2 "
