@@ -1,7 +1,7 @@
-// Writes a race log a crew could have: three filled runs and a reference run, with the page
-// identifier, performance factor and target ET of the caller's choice, so the program started
-// on it publishes an ET (and, for a target close to it, a throttle stop setting) with every
-// weather line.
+// Writes a race log a crew could have: six filled runs, enough for a likely miss, and a
+// reference run, with the page identifier, performance factor and target ET of the caller's
+// choice, so the program started on it publishes an ET (and, for a target close to it, a
+// throttle stop setting) with every weather line.
 //   crew_sample_log <file> <page identifier> [<PF> [<target ET>]]
 #include "SampleLogs.h"
 #include "racelog/Database.h"
@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     if (arguments.size() < 3)
         return 2;
     RaceLogData log;
-    SampleLogs::fillLog(log, 3);
+    SampleLogs::fillLog(log, 6);
     log.pageIdentifier = arguments[2];
     if (arguments.size() > 3)
         log.pf = arguments[3];
