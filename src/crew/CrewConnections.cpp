@@ -59,6 +59,9 @@ void CrewConnections::incomingConnection(qintptr handle) {
         socket->deleteLater();
         return;
     }
+    // Each message to a phone is whole when it is written: it goes at once, not held back
+    // until the phone has acknowledged the one before.
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     track(socket, new RequestGuard(socket, idle));
     addPendingConnection(socket);
 }
@@ -75,12 +78,14 @@ void CrewConnections::watchEnd(QTcpSocket* socket) {
 
 // Qt's HTTP server cuts every signal of the socket it hands to the live socket, ours among
 // them: the end of the connection is watched again.
-void CrewConnections::upgraded(const QHostAddress& peer, quint16 peerPort) {
+QTcpSocket* CrewConnections::upgraded(const QHostAddress& peer, quint16 peerPort) {
     for (auto connection = open.cbegin(); connection != open.cend(); ++connection) {
         QTcpSocket* socket = connection.key();
         if (socket->peerPort() != peerPort || socket->peerAddress() != peer)
             continue;
         connection.value()->stop();
         watchEnd(socket);
+        return socket;
     }
+    return nullptr;
 }

@@ -24,8 +24,9 @@ public:
 
     std::chrono::milliseconds idleTime() const { return idle; }
     int count() const { return int(open.size()); }
-    // The connection from this address and port of the phone became a live socket.
-    void upgraded(const QHostAddress& peer, quint16 peerPort);
+    // The connection from this address and port of the phone became a live socket; returns it,
+    // or null when no such connection is open.
+    QTcpSocket* upgraded(const QHostAddress& peer, quint16 peerPort);
 
 protected:
     void incomingConnection(qintptr handle) override;

@@ -7,6 +7,7 @@
 #include <QNetworkRequest>
 #include <QUrlQuery>
 #include <QWebSocket>
+#include <memory>
 
 namespace {
 
@@ -49,7 +50,7 @@ QByteArray resourceBytes(const char* resource) {
 } // namespace
 
 CrewHttp::CrewHttp(CrewAccess& access, QObject* parent)
-    : QObject(parent), access(access), http(std::make_unique<QHttpServer>()) {
+    : QObject(parent), access(access), http(new QHttpServer(this)) {
     // The page's files live in the core library, which is static: they join the program's
     // resources only when asked for by name.
     Q_INIT_RESOURCE(crew);
@@ -57,10 +58,8 @@ CrewHttp::CrewHttp(CrewAccess& access, QObject* parent)
     addFileRoute("/crew.js", ":/crew/crew.js", "text/javascript; charset=utf-8");
     addFileRoute("/crew.css", ":/crew/crew.css", "text/css; charset=utf-8");
     addLiveRoute();
-    connect(http.get(), &QHttpServer::newWebSocketConnection, this, &CrewHttp::takeLiveSockets);
+    connect(http, &QHttpServer::newWebSocketConnection, this, &CrewHttp::takeLiveSockets);
 }
-
-CrewHttp::~CrewHttp() = default;
 
 void CrewHttp::bind(QTcpServer* listener) {
     http->bind(listener);

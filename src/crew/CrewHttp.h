@@ -3,7 +3,6 @@
 #include "crew/CrewAccess.h"
 
 #include <QObject>
-#include <memory>
 
 class QHttpServer;
 class QHttpServerRequest;
@@ -21,7 +20,6 @@ class CrewHttp : public QObject {
     Q_OBJECT
 public:
     explicit CrewHttp(CrewAccess& access, QObject* parent = nullptr);
-    ~CrewHttp() override;
 
     // Answers on a socket that listens already; Qt's server takes it as its child.
     void bind(QTcpServer* listener);
@@ -38,5 +36,6 @@ private:
     void takeLiveSockets();
 
     CrewAccess& access;
-    std::unique_ptr<QHttpServer> http;
+    // Its child, and the listening socket with its connections in turn Qt's server's.
+    QHttpServer* http;
 };

@@ -1,9 +1,16 @@
 #include "crew/CrewServer.h"
 
+#include "crew/CrewFrame.h"
 #include "feed/WeatherStation.h"
 #include "racelog/RaceLog.h"
 
+#include <QTcpSocket>
 #include <QWebSocket>
+#include <algorithm>
+
+#ifdef Q_OS_UNIX
+#include <sys/socket.h>
+#endif
 
 namespace {
 
@@ -19,6 +26,26 @@ QString listenProblem(const QTcpServer& listener, const QHostAddress& address, q
     }
 }
 
+// Hands the frame to the system in this call rather than on a later turn of the event loop,
+// with nothing for the event loop to do afterwards: Qt's own write switches the connection's
+// write watch on and off again for every phone, which with many phones costs more than the
+// sending itself. What the system does not take at once waits in the connection's buffer, and
+// every later frame queues behind it there, so frames never mix.
+void sendNow(QTcpSocket& connection, const QByteArray& frame) {
+    qint64 sent = 0;
+#ifdef MSG_NOSIGNAL
+    if (connection.bytesToWrite() == 0) {
+        const auto descriptor = int(connection.socketDescriptor());
+        sent = std::max<qint64>(0, ::send(descriptor, frame.constData(), size_t(frame.size()),
+                                          MSG_NOSIGNAL | MSG_DONTWAIT));
+    }
+#endif
+    if (sent < frame.size()) {
+        connection.write(frame.constData() + sent, frame.size() - sent);
+        connection.flush();
+    }
+}
+
 } // namespace
 
 // Every handled feed line ends with the status text (a reading or the words of a bad line),
@@ -27,7 +54,7 @@ QString listenProblem(const QTcpServer& listener, const QHostAddress& address, q
 CrewServer::CrewServer(WeatherStation& station, const QString& code,
                        std::chrono::milliseconds idleTime, QObject* parent)
     : QObject(parent), station(station), access(code),
-      connections(new CrewConnections(idleTime, this)), http(access) {
+      connections(new CrewConnections(idleTime, this)), http(access, this) {
     connect(&http, &CrewHttp::liveSocketOpened, this, &CrewServer::adopt);
 
     connect(&station.feed(), &WeatherFeed::statusText, this, &CrewServer::schedulePush);
@@ -43,7 +70,8 @@ CrewServer::CrewServer(WeatherStation& station, const QString& code,
 // The phones go before the listening socket; a phone that says goodbye as it goes finds
 // itself off the list already.
 CrewServer::~CrewServer() {
-    qDeleteAll(std::exchange(liveSockets, {}));
+    for (const Phone& phone : std::exchange(phones, {}))
+        delete phone.socket;
 }
 
 bool CrewServer::listen(const QHostAddress& address, quint16 port) {
@@ -76,17 +104,23 @@ void CrewServer::logPublished() {
     schedulePush();
 }
 
-// A new phone gets the snapshot at once, not at the next line.
+// A new phone gets the snapshot at once, not at the next line. One whose connection ended
+// on the way here has nothing left to be sent to.
 void CrewServer::adopt(QWebSocket* socket) {
     socket->setParent(this);
-    connections->upgraded(socket->peerAddress(), socket->peerPort());
-    liveSockets.append(socket);
+    QTcpSocket* connection = connections->upgraded(socket->peerAddress(), socket->peerPort());
+    if (!connection) {
+        socket->deleteLater();
+        return;
+    }
+    const Phone phone{socket, connection};
+    phones.append(phone);
     connect(socket, &QWebSocket::disconnected, this, [this, socket] { drop(socket); });
-    push(socket, snapshot());
+    push(phone, snapshotFrame());
 }
 
 void CrewServer::drop(QWebSocket* socket) {
-    if (liveSockets.removeOne(socket))
+    if (phones.removeIf([socket](const Phone& phone) { return phone.socket == socket; }) > 0)
         socket->deleteLater();
 }
 
@@ -102,27 +136,27 @@ void CrewServer::schedulePush() {
 
 void CrewServer::pushToAll() {
     pushPending = false;
-    if (liveSockets.isEmpty())
+    if (phones.isEmpty())
         return;
-    const QString message = snapshot();
-    for (QWebSocket* socket : QList(liveSockets))
-        push(socket, message);
+    const QByteArray frame = snapshotFrame();
+    for (const Phone& phone : QList(phones))
+        push(phone, frame);
 }
 
-// A phone that has not read the last megabyte is gone as far as the feed is concerned.
-void CrewServer::push(QWebSocket* socket, const QString& message) {
-    if (socket->bytesToWrite() >= MaxQueuedBytes) {
-        socket->abort();
-        drop(socket);
+// A phone that has not read the last megabyte is gone as far as the feed is concerned. The
+// message, framed once for all phones, goes straight onto the phone's connection; the live
+// socket keeps the rest of the conversation: the handshake, what the phone sends, and the
+// goodbye, after which nothing more is written.
+void CrewServer::push(const Phone& phone, const QByteArray& frame) {
+    if (phone.connection->bytesToWrite() >= MaxQueuedBytes) {
+        phone.socket->abort();
+        drop(phone.socket);
         return;
     }
-    socket->sendTextMessage(message);
-    // Handed to the system now, while the message is at hand, rather than on a later turn of
-    // the event loop for each phone: with many phones that turn is most of a line's cost.
-    socket->flush();
+    if (phone.socket->state() == QAbstractSocket::ConnectedState)
+        sendNow(*phone.connection, frame);
 }
 
-QString CrewServer::snapshot() const {
-    return QString::fromUtf8(
-        CrewSnapshot::json(station, publishTimes, QDateTime::currentDateTime()));
+QByteArray CrewServer::snapshotFrame() const {
+    return CrewFrame::text(CrewSnapshot::json(station, publishTimes, QDateTime::currentDateTime()));
 }

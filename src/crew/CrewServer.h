@@ -10,6 +10,7 @@
 #include <QObject>
 #include <memory>
 
+class QTcpSocket;
 class WeatherStation;
 
 // The crew view served from the running program: the page for phones on the trailer's
@@ -34,21 +35,27 @@ public:
     std::chrono::milliseconds idleTime() const { return connections->idleTime(); }
     // Connections open now, page loads and live sockets together.
     int connectionCount() const { return connections->count(); }
-    int liveSocketCount() const { return int(liveSockets.size()); }
+    int liveSocketCount() const { return int(phones.size()); }
 
 signals:
     // A line for the status bar: "Crew view: port 8080 is in use".
     void problem(const QString& text);
 
 private:
+    // A phone's live socket, and the connection under it that the messages are written to.
+    struct Phone {
+        QWebSocket* socket;
+        QTcpSocket* connection;
+    };
+
     void watchLog(int slot);
     void logPublished();
     void adopt(QWebSocket* socket);
     void drop(QWebSocket* socket);
     void schedulePush();
     void pushToAll();
-    void push(QWebSocket* socket, const QString& message);
-    QString snapshot() const;
+    void push(const Phone& phone, const QByteArray& frame);
+    QByteArray snapshotFrame() const;
 
     WeatherStation& station;
     CrewAccess access;
@@ -56,7 +63,7 @@ private:
     CrewConnections* connections;
     CrewHttp http;
     CrewSnapshot::PublishTimes publishTimes;
-    QList<QWebSocket*> liveSockets;
+    QList<Phone> phones;
     // A message is on its way from the event loop; more changes before it goes wait for it.
     bool pushPending = false;
 };

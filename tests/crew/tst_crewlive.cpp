@@ -71,6 +71,70 @@ QString statusText(const QVariant& message) {
         .toString();
 }
 
+// Open logs whose long names make each message large: 4,000 characters a log.
+class LogsWithLongNames {
+public:
+    LogsWithLongNames(WeatherStation& station, int count) : station(station) {
+        for (int i = 0; i < count; ++i) {
+            logs.push_back(std::make_unique<RaceLog>());
+            logs.back()->change(QStringLiteral("Name"), [i](RaceLogData& data) {
+                data.pageIdentifier = QString(4000, QChar(u'A' + i % 26));
+            });
+            station.raceLogs().open(logs.back().get());
+        }
+    }
+    ~LogsWithLongNames() {
+        for (auto& log : logs)
+            station.raceLogs().close(log.get());
+    }
+
+private:
+    WeatherStation& station;
+    std::vector<std::unique_ptr<RaceLog>> logs;
+};
+
+// The live socket's handshake as a browser sends it, on a plain TCP connection whose reading
+// the test controls.
+void openLiveSocket(QTcpSocket& socket, quint16 port) {
+    socket.connectToHost(QHostAddress::LocalHost, port);
+    QVERIFY(socket.waitForConnected(5000));
+    socket.write("GET /live?code=" + Code.toLatin1() +
+                 " HTTP/1.1\r\nHost: 127.0.0.1\r\nUpgrade: websocket\r\n"
+                 "Connection: Upgrade\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
+                 "Sec-WebSocket-Version: 13\r\n\r\n");
+}
+
+// The whole messages at the front of `bytes`, taken off it. A server sends each message as
+// one final, unmasked text frame: the second byte holds the length up to 125, or 126 and a
+// 16-bit length, or 127 and a 64-bit one, in network order. Anything else comes out as
+// "not a text frame".
+QStringList takeWholeMessages(QByteArray& bytes) {
+    QStringList messages;
+    while (bytes.size() >= 2) {
+        const auto byte = [&bytes](qsizetype at) { return quint64(uchar(bytes[at])); };
+        qsizetype header = 2;
+        quint64 length = byte(1) & 0x7F;
+        if (length == 126)
+            header = 4;
+        else if (length == 127)
+            header = 10;
+        if (bytes.size() < header)
+            break;
+        if (header > 2) {
+            length = 0;
+            for (qsizetype at = 2; at < header; ++at)
+                length = length << 8 | byte(at);
+        }
+        if (quint64(bytes.size() - header) < length)
+            break;
+        messages.append(byte(0) == 0x81 && (byte(1) & 0x80) == 0
+                            ? QString::fromUtf8(bytes.mid(header, qsizetype(length)))
+                            : QStringLiteral("not a text frame"));
+        bytes.remove(0, header + qsizetype(length));
+    }
+    return messages;
+}
+
 // A phone that reads every message.
 struct Phone {
     explicit Phone(const QUrl& url) : received(&socket, &QWebSocket::textMessageReceived) {
@@ -262,24 +326,10 @@ private slots:
         WeatherStation station;
         CrewServer server(station, Code);
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        // Long names make each message large.
-        std::vector<std::unique_ptr<RaceLog>> logs;
-        for (int i = 0; i < 40; ++i) {
-            logs.push_back(std::make_unique<RaceLog>());
-            logs.back()->change(QStringLiteral("Name"), [i](RaceLogData& data) {
-                data.pageIdentifier = QString(4000, QChar(u'A' + i % 26));
-            });
-            station.raceLogs().open(logs.back().get());
-        }
-
+        const LogsWithLongNames logs(station, 40);
         QTcpSocket stalled;
         stalled.setReadBufferSize(1024);
-        stalled.connectToHost(QHostAddress::LocalHost, server.port());
-        QVERIFY(stalled.waitForConnected(5000));
-        stalled.write("GET /live?code=" + Code.toLatin1() +
-                      " HTTP/1.1\r\nHost: 127.0.0.1\r\nUpgrade: websocket\r\n"
-                      "Connection: Upgrade\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
-                      "Sec-WebSocket-Version: 13\r\n\r\n");
+        openLiveSocket(stalled, server.port());
         QTRY_COMPARE(server.liveSocketCount(), 1);
 
         int lines = 0;
@@ -295,8 +345,54 @@ private slots:
         // The feed went on: the station still takes lines.
         station.feed().serialBytes(Line);
         QCOMPARE(station.statusLine(), LineStatus);
-        for (auto& log : logs)
-            station.raceLogs().close(log.get());
+    }
+
+    // A phone on a slow link: once the system takes no more for it, the rest of a message
+    // waits on the server's side and the messages after it queue behind; the phone gets each
+    // one whole and in the order of the lines.
+    void aSlowPhoneGetsEveryMessageWholeAndInOrder() {
+        TestHome home;
+        WeatherStation station;
+        CrewServer server(station, Code);
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        // Each message is over 64 KB, the largest kind of frame.
+        const LogsWithLongNames logs(station, 40);
+        QTcpSocket slow;
+        slow.setReadBufferSize(1024);
+        openLiveSocket(slow, server.port());
+        QTRY_COMPARE(server.liveSocketCount(), 1);
+        QByteArray bytes;
+        QTRY_VERIFY((bytes += slow.readAll()).contains("\r\n\r\n"));
+        QVERIFY(bytes.startsWith("HTTP/1.1 101"));
+        bytes.remove(0, bytes.indexOf("\r\n\r\n") + 4);
+
+        // The server's end of the phone's connection, to see when something waits there.
+        const QList<QTcpSocket*> connections = server.findChildren<QTcpSocket*>();
+        QCOMPARE(connections.size(), 1);
+        QTcpSocket& connection = *connections.first();
+        // Each message goes at once, not held back until the phone acknowledges the last.
+        QCOMPARE(connection.socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
+        int lines = 0;
+        while (connection.bytesToWrite() == 0 && lines < 200)
+            feedAlone(station, lineWithAltitude(3000 + lines++));
+        QVERIFY(connection.bytesToWrite() > 0);
+        for (int i = 0; i < 2; ++i)
+            feedAlone(station, lineWithAltitude(3000 + lines++));
+        QCOMPARE(server.liveSocketCount(), 1);
+
+        slow.setReadBufferSize(0);
+        QStringList messages;
+        const auto readWholeMessages = [&] {
+            bytes += slow.readAll();
+            messages += takeWholeMessages(bytes);
+            return messages.size();
+        };
+        QTRY_COMPARE(readWholeMessages(), 1 + lines);
+        QVERIFY(messages[0].size() > 0xFFFF);
+        for (int i = 0; i < lines; ++i) {
+            const QString status = statusText(messages[1 + i]);
+            QVERIFY2(status.contains(QStringLiteral(" AA=%1 ").arg(3000 + i)), qPrintable(status));
+        }
     }
 
     // The whole path: an instrument on a real pseudo-terminal, the station, the phone.

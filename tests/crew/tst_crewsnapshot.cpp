@@ -1,7 +1,8 @@
 // The live socket's message, checked field by field against predictions worked out here from
-// the logs' reference runs and the line the instrument sent.
+// the logs' reference runs and the line the instrument sent, and the frame it goes in.
 #include "common/ModelByHand.h"
 #include "common/TestHome.h"
+#include "crew/CrewFrame.h"
 #include "crew/CrewSnapshot.h"
 #include "feed/WeatherStation.h"
 #include "racelog/RaceLog.h"
@@ -179,6 +180,27 @@ private slots:
         QCOMPARE(message[u"logs"][0][u"name"].toString(), name);
         QCOMPARE(QJsonDocument(message).toJson(QJsonDocument::Compact), json);
         station.raceLogs().close(&log);
+    }
+
+    // The message goes to every phone as one final, unmasked text frame; its length takes the
+    // second byte up to 125, two more bytes up to 65,535, eight more beyond, in network order.
+    void theMessageGoesAsOneTextFrame_data() {
+        QTest::addColumn<int>("length");
+        QTest::addColumn<QByteArray>("header");
+        QTest::newRow("empty") << 0 << QByteArray("\x81\x00", 2);
+        QTest::newRow("125") << 125 << QByteArray("\x81\x7D");
+        QTest::newRow("126") << 126 << QByteArray("\x81\x7E\x00\x7E", 4);
+        QTest::newRow("1100") << 1100 << QByteArray("\x81\x7E\x04\x4C");
+        QTest::newRow("65535") << 65535 << QByteArray("\x81\x7E\xFF\xFF");
+        QTest::newRow("65536") << 65536
+                               << QByteArray("\x81\x7F\x00\x00\x00\x00\x00\x01\x00\x00", 10);
+    }
+
+    void theMessageGoesAsOneTextFrame() {
+        QFETCH(int, length);
+        QFETCH(QByteArray, header);
+        const QByteArray message(length, 'x');
+        QCOMPARE(CrewFrame::text(message), header + message);
     }
 };
 
