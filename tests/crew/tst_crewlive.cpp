@@ -93,15 +93,17 @@ private:
     std::vector<std::unique_ptr<RaceLog>> logs;
 };
 
-// The live socket's handshake as a browser sends it, on a plain TCP connection whose reading
-// the test controls.
-void openLiveSocket(QTcpSocket& socket, quint16 port) {
-    socket.connectToHost(QHostAddress::LocalHost, port);
+// The live socket's handshake as a browser sends it, on a plain TCP connection that takes no
+// more than a kilobyte from the system until the test reads it.
+void openUnreadLiveSocket(QTcpSocket& socket, const CrewServer& server) {
+    socket.setReadBufferSize(1024);
+    socket.connectToHost(QHostAddress::LocalHost, server.port());
     QVERIFY(socket.waitForConnected(5000));
     socket.write("GET /live?code=" + Code.toLatin1() +
                  " HTTP/1.1\r\nHost: 127.0.0.1\r\nUpgrade: websocket\r\n"
                  "Connection: Upgrade\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n"
                  "Sec-WebSocket-Version: 13\r\n\r\n");
+    QTRY_COMPARE(server.liveSocketCount(), 1);
 }
 
 // The whole messages at the front of `bytes`, taken off it. A server sends each message as
@@ -328,9 +330,7 @@ private slots:
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         const LogsWithLongNames logs(station, 40);
         QTcpSocket stalled;
-        stalled.setReadBufferSize(1024);
-        openLiveSocket(stalled, server.port());
-        QTRY_COMPARE(server.liveSocketCount(), 1);
+        openUnreadLiveSocket(stalled, server);
 
         int lines = 0;
         for (; lines < 2000 && server.liveSocketCount() == 1; ++lines) {
@@ -358,9 +358,7 @@ private slots:
         // Each message is over 64 KB, the largest kind of frame.
         const LogsWithLongNames logs(station, 40);
         QTcpSocket slow;
-        slow.setReadBufferSize(1024);
-        openLiveSocket(slow, server.port());
-        QTRY_COMPARE(server.liveSocketCount(), 1);
+        openUnreadLiveSocket(slow, server);
         QByteArray bytes;
         QTRY_VERIFY((bytes += slow.readAll()).contains("\r\n\r\n"));
         QVERIFY(bytes.startsWith("HTTP/1.1 101"));
