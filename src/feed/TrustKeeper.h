@@ -14,7 +14,8 @@ class RaceLog;
 // Keeps every open race log's measures of trust current. A log is weighed again whenever its
 // runs or fields change or a change is taken back, never on a feed line, which changes
 // neither; once a minute the last half hour of live air gives each log its outlook, which a
-// change of the log also works out again from that minute's air.
+// change of the log also works out again from that minute's air. The first minute of a new
+// day weighs every log again, since the track's drift counts only the day's own runs.
 class TrustKeeper : public QObject {
     Q_OBJECT
 public:
@@ -24,6 +25,8 @@ public:
     void takeRecord(const WeatherRecord& record, const QDateTime& at);
     // The outlook of the recent air at now, to every open log.
     void updateOutlook(const QDateTime& now);
+    // What tmrOutlook does each minute: the outlook, and on a new day every log weighed again.
+    void minutePassed(const QDateTime& now);
 
     // Every minute, tmrOutlook.
     QTimer& outlookTimer() { return minute; }
@@ -31,10 +34,11 @@ public:
 
 private:
     void watch(int slot);
-    void weigh(RaceLog& log);
+    void weigh(RaceLog& log, const QDate& today);
 
     OpenRaceLogs& logs;
     RecentAir air;
     std::optional<AirOutlook::Forecast> forecast; // of the last minute
     QTimer minute;
+    QDate day; // of the last minute
 };

@@ -1,4 +1,5 @@
 #include "common/ModelByHand.h"
+#include "common/RunColumns.h"
 #include "common/TestHome.h"
 #include "feed/TrustKeeper.h"
 #include "prediction/LogPrediction.h"
@@ -11,15 +12,7 @@
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Date = 2;
-constexpr int Ft1320 = 12;
-constexpr int AA = 19;
-
-struct Run {
-    double et;
-    double aa;
-};
+using namespace RunColumns;
 
 // Four runs made today an hour apart, run 1 the reference, at a factor of 5.
 const QList<Run> Runs{{9.500, 2000}, {9.515, 2100}, {9.512, 2200}, {9.503, 1900}};
@@ -131,6 +124,24 @@ private slots:
         QVERIFY(log.load(path));
         QCOMPARE(log.trust().likelyMiss()->predictions, 3);
         QCOMPARE(log.trust().drift()->runs, 3);
+    }
+
+    // The day's runs give the drift until midnight; the first minute of the next day has none.
+    void aNewDayWeighsEveryLogAgain() {
+        OpenRaceLogs logs;
+        TrustKeeper keeper(logs);
+        RaceLog log;
+        fill(log, Runs);
+        logs.open(&log);
+        const QDate today = QDate::currentDate();
+        keeper.minutePassed(QDateTime(today, QTime(23, 59, 30)));
+        QCOMPARE(log.trust().drift()->seconds, driftOf(Runs));
+
+        QSignalSpy changes(&log.trust(), &PredictionTrust::changed);
+        keeper.minutePassed(QDateTime(today.addDays(1), QTime(0, 0, 30)));
+        QVERIFY(!log.trust().drift());
+        QCOMPARE(log.trust().likelyMiss()->seconds, likelyMissOf(Runs));
+        QVERIFY(changes.size() > 0);
     }
 
     void eachOpenLogGetsTheOutlookOfTheLastHalfHour() {

@@ -1,5 +1,6 @@
 #include "../PredictionWindows.h"
 #include "common/ModelByHand.h"
+#include "common/RunColumns.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/prediction/PredictionCheckDialog.h"
@@ -17,14 +18,7 @@
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Ft1320 = 12;
-constexpr int AA = 19;
-
-struct Run {
-    double et;
-    double aa;
-};
+using namespace RunColumns;
 
 double meanError(const QList<Run>& runs, int run, double pf) {
     double sum = 0;
