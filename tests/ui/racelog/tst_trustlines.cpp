@@ -1,4 +1,5 @@
 #include "common/ModelByHand.h"
+#include "common/RunColumns.h"
 #include "common/TestHome.h"
 #include "core/ScriptedDialogs.h"
 #include "ui/PredictionWindows.h"
@@ -6,6 +7,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRandomGenerator>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <algorithm>
 #include <cmath>
@@ -13,15 +16,7 @@
 
 namespace {
 
-constexpr int Time = 1;
-constexpr int Date = 2;
-constexpr int Ft1320 = 12;
-constexpr int AA = 19;
-
-struct Run {
-    double et;
-    double aa;
-};
+using namespace RunColumns;
 
 // Forty runs of a car at a factor of 5 from 9.40 s at sea level, with timing noise drawn
 // uniformly from -0.002 to +0.002 s; the last four, made today, run 0.015 s slower than the
@@ -191,19 +186,31 @@ private slots:
                      .arg(at(2100), at(2150), at(2200)));
         QCOMPARE(label(log, "lblOutlook")->text(), log->document().trust().outlook());
 
-        // The side panel with its three lines, for the manual and the notes of a change.
-        if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES")) {
-            log->sidePanel->aaField->setText(QStringLiteral("2050"));
-            log->sidePanel->findChild<QPushButton*>("cmdUseTrack")->click();
-            log->updatePredictions();
-            auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
-            frame->resize(760, 640);
-            frame->show();
-            emit log->grid->panelTabRequested(LogSidePanel::PredictTab);
-            QCoreApplication::processEvents();
+        // In a window of a usual size the Predict tab shows its three lines whole, with no
+        // scroll bar to suggest there is more below.
+        log->sidePanel->aaField->setText(QStringLiteral("2050"));
+        log->sidePanel->findChild<QPushButton*>("cmdUseTrack")->click();
+        log->updatePredictions();
+        auto* frame = qobject_cast<QMdiSubWindow*>(log->parentWidget());
+        windows.main.resize(1024, 768);
+        windows.main.show();
+        frame->resize(760, 640);
+        frame->show();
+        emit log->grid->panelTabRequested(LogSidePanel::PredictTab);
+        QCoreApplication::processEvents();
+        auto* area = log->sidePanel->findChild<QScrollArea*>("scrollPredict");
+        QVERIFY(area->isVisible());
+        QVERIFY(!area->verticalScrollBar()->isVisible());
+        for (const char* name : {"lblSpread", "lblTrack", "lblOutlook"}) {
+            const QLabel* line = label(log, name);
+            const QRect shown(line->mapTo(area->viewport(), QPoint(0, 0)), line->size());
+            QVERIFY2(area->viewport()->rect().contains(shown), name);
+            QCOMPARE(shown.height(), line->heightForWidth(line->width()));
+        }
+        // The picture of it, for the manual and the notes of a change.
+        if (qEnvironmentVariableIsSet("TARNWICK_KEEP_PICTURES"))
             QVERIFY(frame->grab().save(qEnvironmentVariable("TARNWICK_KEEP_PICTURES") +
                                        QStringLiteral("/trust-lines.png")));
-        }
     }
 
     // Only a caption that shows an ET takes a new offset at once; a log not yet predicted
