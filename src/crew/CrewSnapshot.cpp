@@ -7,9 +7,24 @@
 #include "racelog/RaceLog.h"
 #include "racelog/RaceLogSlots.h"
 
+#include <utility>
+
 namespace CrewSnapshot {
 
 namespace {
+
+// JSON's escape of a character it does not read as it is: by name for the quote, the
+// backslash and five control characters, by number for the other control characters.
+QString escaped(char16_t c) {
+    static constexpr std::pair<char16_t, char16_t> Named[] = {
+        {u'"', u'"'},  {u'\\', u'\\'}, {u'\b', u'b'}, {u'\f', u'f'},
+        {u'\n', u'n'}, {u'\r', u'r'},  {u'\t', u't'}};
+    for (const auto& [character, name] : Named) {
+        if (c == character)
+            return QString(QChar(u'\\')) + QChar(name);
+    }
+    return QStringLiteral("\\u%1").arg(int(c), 4, 16, QChar(u'0'));
+}
 
 // The message written out as text as it is made. It is made once for every line the feed
 // brings while a phone is connected; QJsonObject takes each value through its CBOR form and
@@ -64,34 +79,10 @@ private:
     void quoted(QStringView string) {
         text += u'"';
         for (const QChar c : string) {
-            switch (c.unicode()) {
-            case u'"':
-                text += u"\\\"";
-                break;
-            case u'\\':
-                text += u"\\\\";
-                break;
-            case u'\b':
-                text += u"\\b";
-                break;
-            case u'\f':
-                text += u"\\f";
-                break;
-            case u'\n':
-                text += u"\\n";
-                break;
-            case u'\r':
-                text += u"\\r";
-                break;
-            case u'\t':
-                text += u"\\t";
-                break;
-            default:
-                if (c.unicode() < 0x20)
-                    text += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QChar(u'0'));
-                else
-                    text += c;
-            }
+            if (c.unicode() >= 0x20 && c != u'"' && c != u'\\')
+                text += c;
+            else
+                text += escaped(c.unicode());
         }
         text += u'"';
     }
