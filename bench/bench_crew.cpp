@@ -30,6 +30,7 @@
 #include <sched.h>
 #include <sys/epoll.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -161,8 +162,11 @@ private:
 
     // The browser's handshake, on a blocking socket: the program answers from its event loop,
     // which the main thread keeps turning. What came after the answer is kept in `pending`.
+    // A program that does not answer in time fails the phone rather than hanging the bench.
     static int openLiveSocket(quint16 port, QByteArray& pending) {
         const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+        const timeval answerTime{GiveUpMilliseconds / 1000, 0};
+        setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &answerTime, sizeof(answerTime));
         sockaddr_in server{};
         server.sin_family = AF_INET;
         server.sin_port = htons(port);
