@@ -6,6 +6,7 @@
 // runs on the last core and the server on the first, so the time is the program's own core
 // and the trip to the last phone, not the phones' reading.
 // Runs in a scratch home, so the weather log and the settings are fresh.
+#include "ScratchHome.h"
 #include "crew/CrewServer.h"
 #include "crew/CrewSnapshot.h"
 #include "feed/WeatherFeed.h"
@@ -16,7 +17,6 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QScopeGuard>
-#include <QTemporaryDir>
 #include <QThread>
 #include <QtEndian>
 #include <arpa/inet.h>
@@ -330,9 +330,7 @@ BENCHMARK(BM_CrewLineTo50Clients)->Unit(benchmark::kMicrosecond)->UseRealTime();
 } // namespace
 
 int main(int argc, char** argv) {
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
+    const ScratchHome home;
     QCoreApplication application(argc, argv);
     coreCount();
     runOnCore(0);

@@ -1,6 +1,7 @@
 // How long the weather feed takes for one instrument line, and the weather log for a day's
 // replay and a lookup. Runs in a scratch home, so the settings tree and the log folder are
 // fresh and hold what a user's would: the column selection and today's rows.
+#include "ScratchHome.h"
 #include "WeatherDay.h"
 #include "core/LiveView.h"
 #include "core/Registry.h"
@@ -16,7 +17,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -156,9 +156,7 @@ BENCHMARK(BM_FindLastMinute)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
+    const ScratchHome home;
     QCoreApplication application(argc, argv);
     // A user's column selection: every quantity chosen.
     for (const WeatherQuantity& quantity : WeatherQuantities)

@@ -1,13 +1,13 @@
 // How long a time-slip look-up takes on the log of a long event: 10,000 records (5,000
 // pairings) read from the receiver's file through the settings, and the car found near the end.
 // Runs in a scratch home, so the settings tree holds only the log's path.
+#include "ScratchHome.h"
 #include "core/Registry.h"
 #include "core/SettingKeys.h"
 #include "exchange/TimeSlip.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -64,9 +64,7 @@ BENCHMARK(BM_FindTimeSlipInTenThousandRecordLog)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/data")).toLocal8Bit());
+    const ScratchHome home;
     QCoreApplication application(argc, argv);
     const QString path = home.filePath(QStringLiteral("icard.csv"));
     QFile file(path);
