@@ -150,27 +150,43 @@ struct Phone {
 
 class TestCrewLive : public QObject {
     Q_OBJECT
+    // Each test's own home, with a station and its crew server listening on 127.0.0.1.
+    std::unique_ptr<TestHome> home;
+    std::unique_ptr<WeatherStation> station;
+    std::unique_ptr<CrewServer> server;
+
+    void listenWithIdleTime(std::chrono::milliseconds idleTime) {
+        server = std::make_unique<CrewServer>(*station, Code, idleTime);
+        QVERIFY(server->listen(QHostAddress::LocalHost, 0));
+    }
 
 private slots:
+    void init() {
+        home = std::make_unique<TestHome>();
+        station = std::make_unique<WeatherStation>();
+        listenWithIdleTime(CrewConnections::DefaultIdleTime);
+    }
+    void cleanup() {
+        server.reset();
+        station.reset();
+        home.reset();
+    }
+
     void aPhoneGetsTheSnapshotAtOnceAndOneMessageForEachLine() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
         QTRY_COMPARE(phone.received.size(), 1);
-        QCOMPARE(server.liveSocketCount(), 1);
+        QCOMPARE(server->liveSocketCount(), 1);
         QVERIFY(statusText(phone.received[0][0]) != LineStatus);
 
         for (int i = 0; i < 3; ++i)
-            feedAlone(station, Line);
+            feedAlone(*station, Line);
         QTRY_COMPARE(phone.received.size(), 4);
         QTest::qWait(200);
         QCOMPARE(phone.received.size(), 4);
         QCOMPARE(statusText(phone.received[3][0]), LineStatus);
 
         // Lines that come in one read are handled together and go out as one message.
-        station.feed().serialBytes(Line + Line + Line);
+        station->feed().serialBytes(Line + Line + Line);
         QTRY_COMPARE(phone.received.size(), 5);
         QTest::qWait(200);
         QCOMPARE(phone.received.size(), 5);
@@ -180,24 +196,20 @@ private slots:
     // Every open log publishes on each line, and the line itself ends with its status: the
     // phone gets all of it as one message a line, not one for each log and one more.
     void aLineAndTheLogsItMovesAreOneMessage() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         RaceLog red;
         RaceLog blue;
         fillReferenceRun(red, QStringLiteral("Red"), QStringLiteral("5"));
         fillReferenceRun(blue, QStringLiteral("Blue"), QStringLiteral("0"));
-        station.raceLogs().open(&red);
-        station.raceLogs().open(&blue);
+        station->raceLogs().open(&red);
+        station->raceLogs().open(&blue);
         QSignalSpy redPublished(&red.prediction(), &PublishedPrediction::published);
         QSignalSpy bluePublished(&blue.prediction(), &PublishedPrediction::published);
-        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
         QTRY_COMPARE(phone.received.size(), 1);
 
         const int altitudes[] = {2100, 2200, 2300};
         for (const int altitude : altitudes)
-            feedAlone(station, lineWithAltitude(altitude));
+            feedAlone(*station, lineWithAltitude(altitude));
         // Both logs did publish on every line.
         QCOMPARE(redPublished.size(), 3);
         QCOMPARE(bluePublished.size(), 3);
@@ -222,18 +234,14 @@ private slots:
         }
         QCOMPARE(expectedEt(5, 2300), QStringLiteral("9.5122"));
         QCOMPARE(expectedEt(0, 2300), QStringLiteral("9.5243"));
-        station.raceLogs().close(&red);
-        station.raceLogs().close(&blue);
+        station->raceLogs().close(&red);
+        station->raceLogs().close(&blue);
     }
 
     void aPublishingLogSendsItsPrediction() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         RaceLog log;
-        station.raceLogs().open(&log);
-        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        station->raceLogs().open(&log);
+        Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
         QTRY_COMPARE(phone.received.size(), 1);
         PredictionLine line;
         line.pagerMessage = QStringLiteral("RaceLog# 1> ET: 9.5123");
@@ -261,122 +269,99 @@ private slots:
     // The idle time is for connections that send no request; an open live socket only
     // listens, and stays.
     void aQuietLiveSocketStaysOpen() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code, std::chrono::milliseconds(300));
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        listenWithIdleTime(std::chrono::milliseconds(300));
+        Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
         QTRY_COMPARE(phone.received.size(), 1);
         QTest::qWait(1000);
         QCOMPARE(phone.socket.state(), QAbstractSocket::ConnectedState);
-        QCOMPARE(server.liveSocketCount(), 1);
-        QCOMPARE(server.connectionCount(), 1);
+        QCOMPARE(server->liveSocketCount(), 1);
+        QCOMPARE(server->connectionCount(), 1);
         phone.socket.close();
-        QTRY_COMPARE(server.connectionCount(), 0);
-        QCOMPARE(server.liveSocketCount(), 0);
+        QTRY_COMPARE(server->connectionCount(), 0);
+        QCOMPARE(server->liveSocketCount(), 0);
     }
 
     // The page opened with the code set the cookie; the socket may come with it alone.
     void theCookieAloneOpensTheLiveSocket() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        QNetworkRequest request(liveUrl(server.port(), QString()));
+        QNetworkRequest request(liveUrl(server->port(), QString()));
         request.setRawHeader("Cookie", "crew=" + Code.toLatin1());
         QWebSocket socket;
         QSignalSpy received(&socket, &QWebSocket::textMessageReceived);
         socket.open(request);
         QTRY_COMPARE(received.size(), 1);
-        QCOMPARE(server.liveSocketCount(), 1);
+        QCOMPARE(server->liveSocketCount(), 1);
     }
 
     // Phones come and go all day: none of them is kept once it has gone.
     void aHundredPhonesComeAndGo() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         for (int i = 0; i < 100; ++i) {
-            Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+            Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
             QTRY_COMPARE(phone.received.size(), 1);
             phone.socket.close();
         }
-        QTRY_COMPARE(server.liveSocketCount(), 0);
-        QTRY_COMPARE(server.connectionCount(), 0);
+        QTRY_COMPARE(server->liveSocketCount(), 0);
+        QTRY_COMPARE(server->connectionCount(), 0);
     }
 
     void aWrongOrMissingCodeFailsTheHandshake() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         for (const QString& query : {QStringLiteral("?code=000000"), QString()}) {
-            Phone phone(liveUrl(server.port(), query));
+            Phone phone(liveUrl(server->port(), query));
             QTRY_VERIFY2(phone.socket.errorString().contains(u"403"),
                          qPrintable(phone.socket.errorString()));
             QTest::qWait(100);
             QCOMPARE(phone.received.size(), 0);
-            QCOMPARE(server.liveSocketCount(), 0);
+            QCOMPARE(server->liveSocketCount(), 0);
         }
     }
 
     // A phone that opens the socket and then reads nothing: the messages pile up on the
     // server's side until a megabyte waits, and the phone is dropped.
     void aPhoneThatStopsReadingIsDropped() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        const LogsWithLongNames logs(station, 40);
+        const LogsWithLongNames logs(*station, 40);
         QTcpSocket stalled;
-        openUnreadLiveSocket(stalled, server);
+        openUnreadLiveSocket(stalled, *server);
 
         int lines = 0;
-        for (; lines < 2000 && server.liveSocketCount() == 1; ++lines) {
-            station.feed().serialBytes(Line);
+        for (; lines < 2000 && server->liveSocketCount() == 1; ++lines) {
+            station->feed().serialBytes(Line);
             QCoreApplication::processEvents();
         }
-        QCOMPARE(server.liveSocketCount(), 0);
+        QCOMPARE(server->liveSocketCount(), 0);
         // Not before a megabyte could have been waiting for it.
         const qsizetype messageBytes =
-            CrewSnapshot::json(station, {}, QDateTime::currentDateTime()).size();
+            CrewSnapshot::json(*station, {}, QDateTime::currentDateTime()).size();
         QVERIFY(lines * messageBytes > CrewServer::MaxQueuedBytes);
         // The feed went on: the station still takes lines.
-        station.feed().serialBytes(Line);
-        QCOMPARE(station.statusLine(), LineStatus);
+        station->feed().serialBytes(Line);
+        QCOMPARE(station->statusLine(), LineStatus);
     }
 
     // A phone on a slow link: once the system takes no more for it, the rest of a message
     // waits on the server's side and the messages after it queue behind; the phone gets each
     // one whole and in the order of the lines.
     void aSlowPhoneGetsEveryMessageWholeAndInOrder() {
-        TestHome home;
-        WeatherStation station;
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
         // Each message is over 64 KB, the largest kind of frame.
-        const LogsWithLongNames logs(station, 40);
+        const LogsWithLongNames logs(*station, 40);
         QTcpSocket slow;
-        openUnreadLiveSocket(slow, server);
+        openUnreadLiveSocket(slow, *server);
         QByteArray bytes;
         QTRY_VERIFY((bytes += slow.readAll()).contains("\r\n\r\n"));
         QVERIFY(bytes.startsWith("HTTP/1.1 101"));
         bytes.remove(0, bytes.indexOf("\r\n\r\n") + 4);
 
         // The server's end of the phone's connection, to see when something waits there.
-        const QList<QTcpSocket*> connections = server.findChildren<QTcpSocket*>();
+        const QList<QTcpSocket*> connections = server->findChildren<QTcpSocket*>();
         QCOMPARE(connections.size(), 1);
         QTcpSocket& connection = *connections.first();
         // Each message goes at once, not held back until the phone acknowledges the last.
         QCOMPARE(connection.socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
         int lines = 0;
         while (connection.bytesToWrite() == 0 && lines < 200)
-            feedAlone(station, lineWithAltitude(3000 + lines++));
+            feedAlone(*station, lineWithAltitude(3000 + lines++));
         QVERIFY(connection.bytesToWrite() > 0);
         for (int i = 0; i < 2; ++i)
-            feedAlone(station, lineWithAltitude(3000 + lines++));
-        QCOMPARE(server.liveSocketCount(), 1);
+            feedAlone(*station, lineWithAltitude(3000 + lines++));
+        QCOMPARE(server->liveSocketCount(), 1);
 
         slow.setReadBufferSize(0);
         QStringList messages;
@@ -395,26 +380,22 @@ private slots:
 
     // The whole path: an instrument on a real pseudo-terminal, the station, the phone.
     void aLineFromTheInstrumentReachesThePhone() {
-        TestHome home;
         PtyPair pty;
         QVERIFY(pty.isReady());
         setPortDevice(3, pty.portEnd());
-        WeatherStation station;
-        station.link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
-        CrewServer server(station, Code);
-        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-        Phone phone(liveUrl(server.port(), QStringLiteral("?code=") + Code));
+        station->link().portSettings = PortSettings{3, 5, 0, 4, 0, 0, "None", "None"};
+        Phone phone(liveUrl(server->port(), QStringLiteral("?code=") + Code));
         QTRY_COMPARE(phone.received.size(), 1);
 
-        station.startSerialPort();
-        QVERIFY(station.link().serialPort().isOpen());
+        station->startSerialPort();
+        QVERIFY(station->link().serialPort().isOpen());
         QSerialPort instrument(pty.instrumentEnd());
         QVERIFY(instrument.open(QIODevice::ReadWrite));
         instrument.write(Line);
         instrument.flush();
         QTRY_VERIFY(phone.received.size() >= 2 &&
                     statusText(phone.received.last()[0]) == LineStatus);
-        station.closeLinks();
+        station->closeLinks();
     }
 };
 
