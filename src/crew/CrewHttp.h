@@ -36,6 +36,6 @@ private:
     void takeLiveSockets();
 
     CrewAccess& access;
-    // Its child, and the listening socket with its connections in turn Qt's server's.
+    // A child of this; the listening socket and its connections are in turn children of it.
     QHttpServer* http;
 };

@@ -8,7 +8,6 @@
 #include <QHostAddress>
 #include <QList>
 #include <QObject>
-#include <memory>
 
 class QTcpSocket;
 class WeatherStation;
